@@ -1,0 +1,139 @@
+#include "platform/application.h"
+
+#include <csignal>
+#include <cstdio>
+#include <cstdlib>
+#include <string>
+#include <utility>
+
+#include <sys/socket.h>
+#include <unistd.h>
+
+#include <QApplication>
+#include <QSocketNotifier>
+#include <QTimer>
+
+#include "platform/clock.h"
+#include "platform/guard.h"
+#include "platform/timers.h"
+
+namespace platform {
+
+namespace {
+
+constexpr int kStopSignals[] = {SIGTERM, SIGINT, SIGHUP};
+
+int stopPipe[2] = {-1, -1};
+
+std::function<void(int)>& EndReplacement() {
+  static std::function<void(int)> end;
+  return end;
+}
+
+extern "C" void NoteStopSignal(int) {
+  const char byte = 1;
+  if (write(stopPipe[1], &byte, 1) < 0) return;  // A full pipe already holds a stop.
+}
+
+void CatchStopSignals() {
+  if (socketpair(AF_UNIX, SOCK_STREAM | SOCK_CLOEXEC | SOCK_NONBLOCK, 0, stopPipe) != 0) return;
+  struct sigaction action {};
+  action.sa_handler = NoteStopSignal;
+  action.sa_flags = SA_RESTART;
+  for (int signal : kStopSignals) sigaction(signal, &action, nullptr);
+  std::signal(SIGPIPE, SIG_IGN);
+}
+
+bool IsSet(const char* variable) {
+  const char* value = std::getenv(variable);
+  return value && *value;
+}
+
+/// A display that is named but cannot be opened must not keep the monitor from starting, so the
+/// offscreen platform stands behind the real ones.
+void ChoosePlatform() {
+  if (IsSet("QT_QPA_PLATFORM")) return;
+  std::string platforms;
+  if (IsSet("WAYLAND_DISPLAY")) platforms += "wayland;";
+  if (IsSet("DISPLAY")) platforms += "xcb;";
+  setenv("QT_QPA_PLATFORM", (platforms + "offscreen").c_str(), 0);
+}
+
+/// QApplication's constructor must already see the chosen platform.
+struct PlatformChosen {
+  PlatformChosen() { ChoosePlatform(); }
+};
+
+}  // namespace
+
+struct Application::Impl {
+  Impl(int& argc, char** argv) : qt(argc, argv) {}
+
+  PlatformChosen chosen;
+  QApplication qt;
+  QTimer wakeUp;
+  std::unique_ptr<QSocketNotifier> stopNotifier;
+  std::function<void()> stop;
+  std::function<void()> sessionEnding;
+
+  void ArmWakeUp() {
+    const auto next = NextDueTick();
+    if (!next || ReplacedClock()) return wakeUp.stop();
+    wakeUp.start(static_cast<int>(std::max<int64_t>(0, *next - TickCount())));
+  }
+
+  void DriveTimers() {
+    wakeUp.setSingleShot(true);
+    wakeUp.setTimerType(Qt::PreciseTimer);
+    QObject::connect(&wakeUp, &QTimer::timeout, &wakeUp, [] { RunDueTimers(); });
+    SetTimerDriver([this] { ArmWakeUp(); });
+  }
+
+  void HandleStopSignal() {
+    char bytes[16];
+    while (read(stopPipe[0], bytes, sizeof bytes) > 0) {
+    }
+    if (stop) Guarded("application stop", stop);
+  }
+
+  void HandleSessionEnd() {
+    if (sessionEnding) Guarded("application session end", sessionEnding);
+  }
+};
+
+Application::Application(int& argc, char** argv) : impl_(std::make_unique<Impl>(argc, argv)) {
+  QApplication::setApplicationName(QStringLiteral("Varek"));
+  QApplication::setQuitOnLastWindowClosed(false);
+  impl_->DriveTimers();
+  CatchStopSignals();
+  impl_->stopNotifier = std::make_unique<QSocketNotifier>(stopPipe[0], QSocketNotifier::Read);
+  QObject::connect(impl_->stopNotifier.get(), &QSocketNotifier::activated, &impl_->qt,
+                   [this] { impl_->HandleStopSignal(); });
+  QObject::connect(&impl_->qt, &QGuiApplication::commitDataRequest, &impl_->qt,
+                   [this] { impl_->HandleSessionEnd(); });
+}
+
+Application::~Application() { SetTimerDriver(nullptr); }
+
+void Application::OnStopSignal(std::function<void()> stop) { impl_->stop = std::move(stop); }
+
+void Application::OnSessionEnd(std::function<void()> ending) {
+  impl_->sessionEnding = std::move(ending);
+}
+
+int Application::Run() { return QApplication::exec(); }
+
+bool HasDisplay() {
+  return QCoreApplication::instance() &&
+         QGuiApplication::platformName() != QStringLiteral("offscreen");
+}
+
+void EndProcess(int status) {
+  if (EndReplacement()) EndReplacement()(status);
+  std::fflush(nullptr);
+  _exit(status);
+}
+
+void ReplaceEndProcess(std::function<void(int)> end) { EndReplacement() = std::move(end); }
+
+}  // namespace platform

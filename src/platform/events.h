@@ -1,0 +1,18 @@
+// The message pump: what lets other handlers run inside a loop that waits.
+#pragma once
+
+#include <functional>
+
+namespace platform {
+
+/// Lets every event that is waiting be handled, and returns at once when there is none.
+void DoEvents();
+
+/// Sleeps until the next event, but no longer than `milliseconds`, and handles what has come. For
+/// loops that wait on the clock, so that waiting costs no processor time.
+void WaitForEvents(int milliseconds);
+
+/// Runs `action` from the event loop, after the present handler has ended; guarded as `place`.
+void Post(const char* place, std::function<void()> action);
+
+}  // namespace platform

@@ -1,0 +1,98 @@
+#include "platform/serial_port.h"
+
+#include <cstdlib>
+#include <filesystem>
+
+#include <QSerialPort>
+
+#include "platform/runtime_error.h"
+
+namespace platform {
+
+namespace fs = std::filesystem;
+
+namespace {
+
+constexpr qint64 kReadLimit = 4096;
+/// A command has a dozen bytes: when this much waits, the device has stopped taking any.
+constexpr qint64 kWriteLimit = 1024;
+constexpr int kFirstUsbAdapter = 9;
+
+std::string ComFolder() {
+  if (const char* folder = std::getenv("VAREK_COM_DIR"); folder && *folder) return folder;
+  std::error_code error;
+  return fs::is_directory("/dev/varek", error) ? "/dev/varek" : "";
+}
+
+/// The toolkit locks a device by its own name, so a link is followed to the device.
+std::string FollowLink(const std::string& device) {
+  std::error_code error;
+  const fs::path target = fs::canonical(device, error);
+  return error ? device : target.string();
+}
+
+}  // namespace
+
+std::string SerialDevice(int number) {
+  const std::string folder = ComFolder();
+  if (!folder.empty()) return folder + "/com" + std::to_string(number);
+  if (number < kFirstUsbAdapter) return "/dev/ttyS" + std::to_string(number - 1);
+  return "/dev/ttyUSB" + std::to_string(number - kFirstUsbAdapter);
+}
+
+struct SerialPort::Impl {
+  int number = 0;
+  std::unique_ptr<QSerialPort> port;
+
+  /// A port whose device has gone is closed at the next look: within its own signal it can't be.
+  void CloseWhenDeviceGone() {
+    if (!port) return;
+    if (port->error() != QSerialPort::NoError || !port->isOpen()) port.reset();
+  }
+};
+
+SerialPort::SerialPort() : impl_(std::make_unique<Impl>()) {}
+SerialPort::~SerialPort() = default;
+
+void SerialPort::SetCommPort(int number) { impl_->number = number; }
+int SerialPort::CommPort() const { return impl_->number; }
+
+bool SerialPort::PortOpen() const {
+  impl_->CloseWhenDeviceGone();
+  return impl_->port != nullptr;
+}
+
+void SerialPort::Open() {
+  const std::string device = SerialDevice(impl_->number);
+  auto port = std::make_unique<QSerialPort>(QString::fromStdString(FollowLink(device)));
+  port->setBaudRate(QSerialPort::Baud9600);
+  port->setDataBits(QSerialPort::Data8);
+  port->setParity(QSerialPort::NoParity);
+  port->setStopBits(QSerialPort::OneStop);
+  port->setFlowControl(QSerialPort::NoFlowControl);
+  port->setReadBufferSize(kReadLimit);
+  if (!port->open(QIODevice::ReadWrite)) {
+    throw RuntimeError(errors::kPortOpenFailed, device + ": " + port->errorString().toStdString());
+  }
+  port->clearError();  // A pseudo-terminal refuses a setting or two that make no difference.
+  impl_->port = std::move(port);
+}
+
+void SerialPort::Close() { impl_->port.reset(); }
+
+void SerialPort::Output(const std::string& bytes) {
+  if (!PortOpen()) throw RuntimeError(errors::kPortNotOpen, "port is not open");
+  QSerialPort& port = *impl_->port;
+  if (port.bytesToWrite() > kWriteLimit) {
+    port.clear(QSerialPort::Output);
+    throw RuntimeError(errors::kDeviceIo, "device takes no data");
+  }
+  port.write(bytes.data(), static_cast<qint64>(bytes.size()));
+  port.flush();
+}
+
+std::string SerialPort::Input() {
+  return PortOpen() ? impl_->port->readAll().toStdString() : std::string();
+}
+
+}  // namespace platform

@@ -1,0 +1,71 @@
+#include "platform/text.h"
+
+#include <algorithm>
+#include <cmath>
+#include <cstdio>
+#include <cstdlib>
+#include <limits>
+
+#include "platform/runtime_error.h"
+
+namespace platform {
+
+std::string Trim(std::string_view text) {
+  const size_t first = text.find_first_not_of(' ');
+  if (first == std::string_view::npos) return {};
+  return TrimRight(text.substr(first));
+}
+
+std::string TrimRight(std::string_view text) {
+  return std::string(text.substr(0, text.find_last_not_of(' ') + 1));
+}
+
+std::string_view Middle(std::string_view text, size_t first, size_t count) {
+  if (first > text.size()) return {};
+  return text.substr(first - 1, count);
+}
+
+double LenientNumber(std::string_view text) {
+  std::string digits;
+  bool pointSeen = false;
+  for (char c : text.substr(std::min(text.find_first_not_of(' '), text.size()))) {
+    const bool firstPoint = c == '.' && !pointSeen;
+    if (!firstPoint && (c < '0' || c > '9')) break;
+    pointSeen = pointSeen || firstPoint;
+    digits += c;
+  }
+  return std::strtod(digits.c_str(), nullptr);
+}
+
+double RoundHalfEven(double value) {
+  // The default rounding mode of IEEE arithmetic, which the program never changes.
+  return std::nearbyint(value);
+}
+
+int16_t RoundToInt16(double value) {
+  const double rounded = RoundHalfEven(value);
+  using Limits = std::numeric_limits<int16_t>;
+  if (!(rounded >= Limits::min() && rounded <= Limits::max())) {
+    throw RuntimeError(errors::kOverflow, "number does not fit in 16 bits");
+  }
+  return static_cast<int16_t>(rounded);
+}
+
+std::string SingleText(float value) {
+  char text[32];
+  std::snprintf(text, sizeof text, "%.7G", static_cast<double>(value));
+  return text;
+}
+
+std::string ZeroPadded(int64_t value, int digits) {
+  char text[32];
+  std::snprintf(text, sizeof text, "%0*lld", digits, static_cast<long long>(value));
+  return text;
+}
+
+bool SameIgnoringCase(std::string_view a, std::string_view b) {
+  auto lower = [](char c) { return c >= 'A' && c <= 'Z' ? static_cast<char>(c + 32) : c; };
+  return std::ranges::equal(a, b, {}, lower, lower);
+}
+
+}  // namespace platform

@@ -1,0 +1,41 @@
+// Text and number helpers. Every conversion between the two stands here once: the lenient reader,
+// rounding to nearest with ties to even, the default text of a single.
+#pragma once
+
+#include <cstdint>
+#include <string>
+#include <string_view>
+
+namespace platform {
+
+/// Cuts blanks (the space character only) at both ends.
+std::string Trim(std::string_view text);
+
+/// Cuts blanks at the end; an all-blank text comes back empty. Carriage returns and NUL characters
+/// are not blanks.
+std::string TrimRight(std::string_view text);
+
+/// Characters `first` (1-based) onward, at most `count` of them; what lies beyond the end is
+/// missing from the result.
+std::string_view Middle(std::string_view text, size_t first, size_t count = std::string_view::npos);
+
+/// The lenient number reader: leading blanks are skipped, digits and one point are taken up to
+/// the first other character. Text without a number reads 0; it never fails.
+double LenientNumber(std::string_view text);
+
+/// Rounds to the nearest whole number, a half to the even neighbour.
+double RoundHalfEven(double value);
+
+/// RoundHalfEven into 16 bits; throws RuntimeError 6 (overflow) outside -32768 to 32767.
+int16_t RoundToInt16(double value);
+
+/// The default text of a single: up to seven significant digits, no trailing zeros, a point.
+std::string SingleText(float value);
+
+/// A whole number with at least `digits` digits, zero-padded ("00", "0000").
+std::string ZeroPadded(int64_t value, int digits);
+
+/// True when both are the same but for the case of ASCII letters.
+bool SameIgnoringCase(std::string_view a, std::string_view b);
+
+}  // namespace platform
