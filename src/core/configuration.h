@@ -1,0 +1,18 @@
+// The configuration file config.qmz: 53 lines without keys, where the number of a line is its
+// meaning. Reader and writer walk the same table. The live fields are the settings: there is no
+// second copy.
+#pragma once
+
+namespace varek {
+
+/// Reads the file into the live state and the link choice. With no file it tells the person and
+/// takes the defaults. On a first start (the port search still to come) the language follows the
+/// system's. Throws RuntimeError 62 when the file ends early and 6 when a number does not fit; the
+/// fields of the lines before keep what was read.
+void ReadConfig();
+
+/// Writes the whole file anew. Throws RuntimeError 75 when it can't be written; the old file then
+/// stays as it was.
+void WriteConfig();
+
+}  // namespace varek

@@ -1,0 +1,164 @@
+#include "core/controller.h"
+
+#include "core/configuration.h"
+#include "core/data_center.h"
+#include "core/forms.h"
+#include "core/link_record.h"
+#include "core/start_up.h"
+#include "core/tray.h"
+#include "link/port_search.h"
+#include "platform/application.h"
+#include "platform/message_box.h"
+#include "platform/paths.h"
+#include "platform/process.h"
+#include "records/databases.h"
+#include "records/events.h"
+#include "scheduler/schedule_runner.h"
+#include "settings/language.h"
+#include "web/web_console.h"
+
+namespace varek {
+
+namespace {
+
+constexpr int kPollInterval = 500;
+constexpr int kSampleInterval = 1000;
+constexpr int kScheduleInterval = 60000;
+constexpr int kTrayInterval = 1000;
+constexpr char kProgramName[] = "Varek";
+
+constexpr int kHighestComPort = 16;
+
+/// The windows that the stop unloads before the databases close; the dashboard goes last.
+constexpr int kFormsBeforeDatabases[] = {2, 3, 4, 5, 6, 7, 8, 9, 10, 11};
+constexpr int kDashboard = 1;
+
+/// The windows that go when the session asks the controller to close: all but the controller and
+/// the web console.
+constexpr int kFormsOfTheSession[] = {1, 2, 3, 4, 5, 6, 7, 9, 10, 11, 13, 14, 15, 16, 17};
+
+template <size_t N>
+void UnloadForms(const int (&numbers)[N]) {
+  for (int number : numbers) UnloadForm(number);
+}
+
+void TellNoStart(const std::exception& error) {
+  platform::LogLine(std::string("start: ") + error.what());
+  platform::MessageBox("Initial Error!");
+}
+
+}  // namespace
+
+Form12::Form12()
+    : COMtime(
+          "form12 COMtime", [this] { poll_.COMtime_Timer(); }, kPollInterval),
+      AddDataTimer(
+          "form12 AddDataTimer", [this] { AddDataTimer_Timer(); }, kSampleInterval),
+      ScheduleTimer("form12 ScheduleTimer", RunSchedule, kScheduleInterval),
+      Timer1(
+          "form12 Timer1", [this] { Timer1_Timer(); }, kTrayInterval) {}
+
+Form12::~Form12() = default;
+
+void Form12::Form_Load() {
+  try {
+    LoadSteps();
+  } catch (const std::exception& error) {
+    TellNoStart(error);
+    EndUPSEE();
+    platform::EndProcess(1);
+  }
+}
+
+void Form12::LoadSteps() {
+  DataCenter.ExitInProgress = kClear;
+  ReadConfig();
+  TipText = kProgramName;
+  TitleText = kProgramName;
+  HandleCommandLine();
+  Loadlanguage(DataCenter.LanguageIndex);
+  if (AnotherInstanceRuns()) HandOverToRunningCopy();
+  DataCenter.FormOpen[kNumber] = kSet;
+  OpenStorage();
+  Link.LinkUp = 0;
+  Link.UsbOpen = 0;
+  LoadTrayPicture();
+  if (DataCenter.WebEnabled) StartWebConsole();
+  NewKey();
+  EventProgramStart();
+  platform::StartProgram(platform::ProgramFolder() + "\\ShowAutoSave.exe", "",
+                         platform::WindowStyle::NormalNoFocus);
+  SearchPortOnce();
+}
+
+void Form12::HandOverToRunningCopy() {
+  SendShow();
+  EndUPSEE();
+  platform::EndProcess(0);
+}
+
+void Form12::OpenStorage() {
+  OpenDatabases();
+  if (!DataCenter.DatabaseReady) platform::MessageBox("Init Database Error!");
+}
+
+/// The search runs only on the first start after it was asked for.
+void Form12::SearchPortOnce() {
+  if (!DataCenter.AutoSearchPort) return;
+  int16_t port = 0;
+  findport(port);
+  if (port == kUsbPort || port == 0) {
+    SelectUsb();
+  } else if (port >= 1 && port <= kHighestComPort) {
+    SelectSerial(port);
+  }
+  DataCenter.AutoSearchPort = kClear;
+  WriteConfig();
+}
+
+void Form12::AddDataTimer_Timer() {
+  if (GetIsConnect() && GetDatabaseReady()) AddSample();
+  CheckUPSEvents();
+}
+
+void Form12::Timer1_Timer() {
+  if (!TrayAdd()) return;
+  Timer1.SetInterval(0);
+  Timer1.SetEnabled(false);
+}
+
+void Form12::EndUPSEE() {
+  DataCenter.ExitInProgress = kSet;
+  AddDataTimer.SetInterval(0);
+  ScheduleTimer.SetInterval(0);
+  Link.MSComm2.Close();
+  Link.MSComm1.Close();
+  EventProgramEnd();
+  RequestSearchExit();
+  StopWebConsole();
+  TrayDelete();
+  UnloadForms(kFormsBeforeDatabases);
+  CloseDatabases();
+  UnloadForm(kDashboard);
+}
+
+void Form12::Stop() {
+  EndUPSEE();
+  platform::EndProcess(0);
+}
+
+void Form12::Form_Unload(bool& cancel) {
+  if (DataCenter.ExitInProgress) return;
+  UnloadForms(kFormsOfTheSession);
+  ForgetTrayIcon();
+  Timer1.SetEnabled(true);
+  Timer1.SetInterval(kTrayInterval);
+  cancel = true;
+}
+
+void Form12::ENDPROG_Click() {
+  if (RunsAsService()) return StopService();
+  Stop();
+}
+
+}  // namespace varek

@@ -1,0 +1,56 @@
+// The controller, a window that is never shown and never closed: it is the program. It owns the
+// timers that drive everything, starts the program in order and stops it in order.
+#pragma once
+
+#include <string>
+
+#include "link/poll_cycle.h"
+#include "platform/timers.h"
+
+namespace varek {
+
+class Form12 final {
+ public:
+  static constexpr int kNumber = 12;
+
+  /// The timers run from here on.
+  Form12();
+  ~Form12();
+
+  /// The start of the process, step by step. An error at any step is told to the person, stops
+  /// everything and ends the process with status 1.
+  void Form_Load();
+
+  /// Stops everything but the process itself; the caller ends the process right after.
+  void EndUPSEE();
+
+  /// The stop that comes from outside (the service manager, a signal): EndUPSEE, then the end of
+  /// the process with status 0.
+  void Stop();
+
+  /// The session wants the window to close. Unless the program is ending, `cancel` becomes true:
+  /// every other window goes, and the monitor goes on with a new tray icon.
+  void Form_Unload(bool& cancel);
+
+  /// The tray menu's last item. A service is stopped through its manager, which then stops it.
+  void ENDPROG_Click();
+
+ private:
+  void LoadSteps();
+  void HandOverToRunningCopy();
+  void OpenStorage();
+  void SearchPortOnce();
+
+  void AddDataTimer_Timer();
+  void Timer1_Timer();
+
+  PollCycle poll_;
+  std::string TipText;    ///< the word in front of the tray's tip
+  std::string TitleText;  ///< the window's caption
+  platform::Timer COMtime;
+  platform::Timer AddDataTimer;
+  platform::Timer ScheduleTimer;
+  platform::Timer Timer1;
+};
+
+}  // namespace varek

@@ -1,0 +1,185 @@
+#include "link/poll_cycle.h"
+
+#include <algorithm>
+
+#include "core/data_center.h"
+#include "core/link_record.h"
+#include "link/protocol.h"
+#include "link/usb_link.h"
+#include "platform/guard.h"
+#include "platform/text.h"
+#include "records/events.h"
+
+namespace varek {
+
+namespace {
+
+constexpr int32_t kMissLimit = 2;
+constexpr int32_t kMissCap = 999;
+/// Makes the next receive step declare the link lost.
+constexpr int32_t kMissAtOnce = 100;
+
+void SendLine(const std::string& command) { Link.MSComm1.Output(command + "\r"); }
+
+bool IdentificationIsEmpty() {
+  return DataCenter.UPSModel.empty() && DataCenter.UPSVersion.empty() &&
+         DataCenter.UPSCompany.empty();
+}
+
+int32_t Minutes(std::string_view digits) {
+  return static_cast<int32_t>(platform::RoundHalfEven(platform::LenientNumber(digits)));
+}
+
+/// On USB the arguments of a shutdown command travel beside it.
+void SendUsbCommand(const std::string& command) {
+  constexpr size_t kShortestWithRestart = 6;
+  if (!command.starts_with('S')) {
+    SentCommand(command);
+  } else if (command.size() < kShortestWithRestart) {
+    Usb.ShutdownDelay = Minutes(platform::Middle(command, 2));
+    SentCommand("S");
+  } else {
+    Usb.ShutdownDelayLong = Minutes(platform::Middle(command, 2, 2));
+    Usb.RestartDelay = Minutes(platform::Middle(command, 5, 4));
+    SentCommand("SR");
+  }
+}
+
+}  // namespace
+
+void PollCycle::COMtime_Timer() {
+  SendToggle = !SendToggle;
+  if (SendToggle) {
+    SendTimer_Timer();
+  } else {
+    ReceiveTimer_Timer();
+  }
+}
+
+void PollCycle::SendTimer_Timer() {
+  if (Link.LinkType == kSerialLink) {
+    platform::Guarded("form12傳送資料發生", [this] { SendSerial(); });
+  } else if (Link.LinkType == kUsbLink) {
+    SendUsb();
+  }
+}
+
+void PollCycle::SendSerial() {
+  if (Link.LinkUp == 0) {
+    if (!Link.MSComm1.PortOpen()) Link.MSComm1.Open();
+    SendLine("Q1");
+  } else if (Phase == 0) {
+    SendLine("Q1");
+    Phase = 1;
+  } else {
+    SendSpareCommand();
+    Phase = 0;
+  }
+}
+
+/// The half cycle without a status query: a waiting command first, then what is not known yet.
+void PollCycle::SendSpareCommand() {
+  if (!Link.PendingCommand.empty()) {
+    SendLine(platform::Trim(Link.PendingCommand));
+    Link.PendingCommand.clear();
+  } else if (GetRatingVoltage() == 0) {
+    SendLine("F");
+  } else if (IdentificationIsEmpty()) {
+    SendLine("I");
+  }
+}
+
+void PollCycle::SendUsb() {
+  if (Link.LinkUp == 1) return;  // The whole exchange belongs to the receive step.
+  if (Link.UsbOpen == 0) Action();
+  LastReply = SentCommand("Q1");
+  if (LastReply.starts_with('(')) BringLinkUp();
+}
+
+void PollCycle::ReceiveTimer_Timer() {
+  if (Link.LinkType == kUsbLink) {
+    DeclareLinkLost();
+    ReceiveUsb();
+    return;
+  }
+  platform::Guarded("form12 Comm RECEive DATA ERROR", [this] {
+    DeclareLinkLost();
+    if (Link.LinkType == kSerialLink) ReceiveSerial();
+  });
+}
+
+void PollCycle::DeclareLinkLost() {
+  if (MissCount <= kMissLimit || Link.LinkUp != 1) return;
+  Link.LinkUp = 0;
+  SetIsConnect(false);
+  EventLinkLost();
+  MissCount = 0;
+}
+
+void PollCycle::BringLinkUp() {
+  if (Link.LinkUp == 1) return;
+  Link.LinkUp = 1;
+  SetIsConnect(true);
+  EventLinkUp();
+}
+
+void PollCycle::ReceiveSerial() {
+  RxBuffer += platform::Trim(Link.MSComm1.Input());
+  if (TakeLine()) {
+    // Any complete line is a sign of life, even one that no parser accepts.
+    MissCount = 0;
+    BringLinkUp();
+  } else if (Link.LinkUp == 1) {
+    CountMiss();
+  }
+  ParseSerialReply(LastReply);
+}
+
+/// Moves the first complete line from RxBuffer to LastReply; what followed it is thrown away.
+/// False, and an empty LastReply, when there is none.
+bool PollCycle::TakeLine() {
+  LastReply.clear();
+  const size_t end = RxBuffer.find('\r');
+  const bool complete = end < kLineLimit;
+  if (complete) LastReply = platform::Trim(std::string_view(RxBuffer).substr(0, end + 1));
+  if (complete || RxBuffer.size() >= kLineLimit) RxBuffer.clear();
+  return complete;
+}
+
+void PollCycle::CountMiss() { MissCount = std::min(MissCount + 1, kMissCap); }
+
+void PollCycle::ReceiveUsb() {
+  if (Phase == 0) {
+    ReceiveUsbStatus();
+    Phase = 1;
+  } else {
+    ReceiveUsbSpare();
+    Phase = 0;
+  }
+}
+
+void PollCycle::ReceiveUsbStatus() {
+  LastReply = SentCommand("Q1");
+  if (LastReply.starts_with('(')) {
+    MissCount = 0;
+    BringLinkUp();
+    if (LastReply.size() == kStatusLength) ParseStatus(LastReply);
+  } else if (LastReply == kNotLink && Link.LinkUp == 1) {
+    MissCount = kMissAtOnce;
+  }
+}
+
+void PollCycle::ReceiveUsbSpare() {
+  if (!Link.PendingCommand.empty()) {
+    SendUsbCommand(Link.PendingCommand);
+    Link.PendingCommand.clear();
+  } else if (GetRatingVoltage() == 0) {
+    LastReply = SentCommand("F");
+    if (LastReply.starts_with('#') && LastReply.size() == kUsbReportLength) ParseRating(LastReply);
+  } else if (DataCenter.UPSCompany.empty()) {
+    LastReply = SentCommand("I");
+    if (LastReply.starts_with('#')) ParseIdentification(LastReply);
+  }
+}
+
+}  // namespace varek

@@ -1,0 +1,82 @@
+#include "records/countdown_window.h"
+
+#include <QCloseEvent>
+#include <QKeyEvent>
+#include <QLabel>
+#include <QPushButton>
+#include <QVBoxLayout>
+#include <QWidget>
+#include <utility>
+
+#include "platform/events.h"
+
+namespace varek {
+
+namespace {
+
+constexpr int kMinimumWidth = 260;
+constexpr double kTimeFontFactor = 2.5;
+
+class Frame final : public QWidget {
+ public:
+  explicit Frame(std::function<void()> cancelAction)
+      : QWidget(nullptr, Qt::Window | Qt::CustomizeWindowHint | Qt::WindowTitleHint |
+                             Qt::WindowStaysOnTopHint),
+        cancel(std::move(cancelAction)) {
+    QFont font = label.font();
+    font.setPointSizeF(font.pointSizeF() * kTimeFontFactor);
+    label.setFont(font);
+    label.setAlignment(Qt::AlignCenter);
+    auto* layout = new QVBoxLayout(this);
+    layout->addWidget(&label);
+    layout->addWidget(&button);
+    setMinimumWidth(kMinimumWidth);
+    connect(&button, &QPushButton::clicked, this, [this] { PressCancel(); });
+  }
+
+  void PressCancel() { platform::Post("countdown cancel", cancel); }
+
+  std::function<void()> cancel;
+  QLabel label{QStringLiteral("00:00")};
+  QPushButton button{QStringLiteral("取消")};
+
+ protected:
+  void closeEvent(QCloseEvent* event) override { event->ignore(); }
+  void keyPressEvent(QKeyEvent* event) override {
+    if (event->key() == Qt::Key_Escape) PressCancel();
+  }
+};
+
+}  // namespace
+
+struct CountdownWindow::Impl {
+  explicit Impl(std::function<void()> cancel) : frame(std::move(cancel)) {}
+  Frame frame;
+};
+
+CountdownWindow::CountdownWindow(std::function<void()> cancel)
+    : impl_(std::make_unique<Impl>(std::move(cancel))) {}
+CountdownWindow::~CountdownWindow() = default;
+
+void CountdownWindow::Show() {
+  impl_->frame.show();
+  impl_->frame.raise();
+}
+
+void CountdownWindow::SetCaption(const std::string& text) {
+  impl_->frame.setWindowTitle(QString::fromStdString(text));
+}
+
+void CountdownWindow::SetLabel(const std::string& text) {
+  impl_->frame.label.setText(QString::fromStdString(text));
+}
+
+void CountdownWindow::SetButton(const std::string& text) {
+  impl_->frame.button.setText(QString::fromStdString(text));
+}
+
+std::string CountdownWindow::Label() const { return impl_->frame.label.text().toStdString(); }
+
+void CountdownWindow::PressCancel() { impl_->frame.PressCancel(); }
+
+}  // namespace varek

@@ -1,0 +1,31 @@
+// The small window of a countdown: a label with the time and a cancel button, above all other
+// windows. Escape is the cancel button; the window can't be closed by its frame, since closing
+// and cancelling are not the same thing when the session ends.
+#pragma once
+
+#include <functional>
+#include <memory>
+#include <string>
+
+namespace varek {
+
+class CountdownWindow final {
+ public:
+  /// `cancel` runs from the event loop after the click, so it may destroy the window.
+  explicit CountdownWindow(std::function<void()> cancel);
+  ~CountdownWindow();
+
+  void Show();
+  void SetCaption(const std::string& text);
+  void SetLabel(const std::string& text);
+  void SetButton(const std::string& text);
+  std::string Label() const;
+  /// What a click on the button does.
+  void PressCancel();
+
+ private:
+  struct Impl;
+  std::unique_ptr<Impl> impl_;
+};
+
+}  // namespace varek

@@ -1,0 +1,152 @@
+#include "records/databases.h"
+
+#include "core/data_center.h"
+#include "platform/calendar.h"
+#include "platform/clock.h"
+#include "platform/guard.h"
+#include "platform/message_box.h"
+#include "platform/paths.h"
+#include "platform/text.h"
+
+namespace varek {
+
+OpenRecords Records;
+
+namespace {
+
+using platform::Database;
+using platform::FieldType;
+using platform::Recordset;
+using platform::ZeroPadded;
+
+constexpr int kDaysKept = 14;
+
+/// The table of a day. Readers address the columns by these very names and by their order; the
+/// misspelling belongs to the name.
+platform::TableDef DayTable(const std::string& name) {
+  return {name,
+          {{"date", FieldType::Date},
+           {"Input voltage", FieldType::Single},
+           {"Output voltage", FieldType::Single},
+           {"Load", FieldType::Byte},
+           {"Frequency", FieldType::Single},
+           {"Battery capacious", FieldType::Byte},
+           {"Temperature", FieldType::Single}}};
+}
+
+/// The first day that is kept, by year, month and day arithmetic alone.
+platform::DateTime CutOffDay() {
+  platform::DateTime day = platform::Now();
+  day.day -= kDaysKept;
+  if (day.day >= 1) return day;
+  if (day.month == 1) {
+    day.year -= 1;
+    day.month = 12;
+  } else {
+    day.month -= 1;
+  }
+  day.day += platform::DaysInMonth(day.year, day.month);
+  return day;
+}
+
+void DropTablesBefore(const platform::DateTime& cutOff) {
+  const double cutOffNumber = cutOff.year * 10000 + cutOff.month * 100 + cutOff.day;
+  for (const std::string& name : Records.data->TableNames()) {
+    const double number = platform::LenientNumber(name);
+    if (number > 0 && number < cutOffNumber) Records.data->DeleteTable(name);
+  }
+}
+
+void DeleteAll(Database& database, const std::string& query) {
+  const auto rows = database.OpenRecordset(query);
+  while (!rows->Eof() && rows->RecordCount() > 0) {
+    rows->MoveFirst();
+    rows->Delete();
+  }
+}
+
+/// One transaction, so that thousands of old rows cost one wait for the disk.
+void DeleteRowsBefore(const platform::DateTime& cutOff) {
+  const std::string date = "#" + ZeroPadded(cutOff.year, 4) + "/" + ZeroPadded(cutOff.month, 2) +
+                           "/" + ZeroPadded(cutOff.day, 2) + "#";
+  Database database(platform::ProgramPath(kEventFile));
+  database.BeginTransaction();
+  DeleteAll(database, "Select * From [allevent] Where [DateANDTime] < " + date);
+  DeleteAll(database, "Select * From [HTTPLOG] Where [Time] < " + date);
+  database.CommitTransaction();
+}
+
+void OpenAll() {
+  Records.data.emplace(platform::ProgramPath(kDataFile));
+  OpenTodayTable();
+  Records.lastSampleDate = Records.todayTable;
+  Records.event.emplace(platform::ProgramPath(kEventFile));
+  Records.allevent = Records.event->OpenRecordset(kEventTable);
+  Records.schedule = Records.event->OpenRecordset(kScheduleTable);
+}
+
+void FollowDate() {
+  const std::string today = GetTodayText();
+  if (today == Records.lastSampleDate) return;
+  OpenTodayTable();
+  Records.lastSampleDate = today;
+}
+
+void WriteSample(Recordset& samples) {
+  samples.AddNew();
+  samples.Set(0, platform::FormatTime(platform::Now()));
+  samples.Set(1, DataCenter.InputVoltage);
+  samples.Set(2, DataCenter.OutputVoltage);
+  samples.Set(3, int64_t{DataCenter.LoadPercent});
+  samples.Set(4, DataCenter.Frequency);
+  samples.Set(5, int64_t{BatteryPercent(DataCenter.BatteryVoltage)});
+  samples.Set(6, DataCenter.Temperature);
+  samples.Update();
+}
+
+}  // namespace
+
+bool OpenDatabases() {
+  try {
+    OpenAll();
+  } catch (const std::exception& error) {
+    platform::LogLine(std::string("databases: ") + error.what());
+    CloseDatabases();
+    return false;
+  }
+  DataCenter.DatabaseReady = kSet;
+  return true;
+}
+
+void OpenTodayTable() {
+  Records.todayTable = GetTodayText();
+  if (TableExists(Records.todayTable)) {
+    Records.samples = Records.data->OpenRecordset(Records.todayTable);
+    return;
+  }
+  Records.data->AppendTable(DayTable(Records.todayTable));
+  Records.samples = Records.data->OpenRecordset(Records.todayTable);
+  PurgeOldRecords();
+}
+
+void AddSample() {
+  platform::IgnoreErrors([] {
+    FollowDate();
+    WriteSample(*Records.samples);
+  });
+}
+
+void PurgeOldRecords() {
+  const platform::DateTime cutOff = CutOffDay();
+  DropTablesBefore(cutOff);
+  DeleteRowsBefore(cutOff);
+}
+
+bool TableExists(const std::string& name) { return Records.data && Records.data->HasTable(name); }
+
+void CloseDatabases() {
+  DataCenter.DatabaseReady = kClear;
+  Records = OpenRecords();
+}
+
+}  // namespace varek

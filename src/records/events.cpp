@@ -1,0 +1,227 @@
+#include "records/events.h"
+
+#include <algorithm>
+#include <exception>
+#include <utility>
+
+#include "core/data_center.h"
+#include "core/tray.h"
+#include "platform/clock.h"
+#include "platform/guard.h"
+#include "platform/runtime_error.h"
+#include "records/databases.h"
+#include "records/notification.h"
+#include "records/shutdown.h"
+#include "settings/language.h"
+
+namespace varek {
+
+namespace {
+
+constexpr int kDashboard = 1;
+constexpr float kFullLoad = 100;
+
+/// The event numbers; do not change, the table `allevent` holds them.
+enum EventType : int {
+  kProgramStart = 1,
+  kProgramEnd,
+  kLinkUp,
+  kLinkLost,
+  kSystemShutdown,
+  kPowerFail,
+  kBatteryLow,
+  kPowerBack,
+  kUPSShutdown,
+  kOverload,
+  kUPSFail,
+  kTestStart,
+};
+
+std::function<void()>& DebugLinesRefresh() {
+  static std::function<void()> refresh;
+  return refresh;
+}
+
+size_t Index(EventType type) { return static_cast<size_t>(type) - 1; }
+
+platform::Recordset& EventRows() {
+  if (!Records.allevent) {
+    throw platform::RuntimeError(platform::errors::kObjectNotSet, "event table is not open");
+  }
+  return *Records.allevent;
+}
+
+void BeginRow(EventType type) {
+  platform::Recordset& rows = EventRows();
+  rows.AddNew();
+  rows.Set(0, platform::FormatStored(platform::Now()));
+  rows.Set(1, int64_t{type});
+}
+
+void EndRow() { EventRows().Update(); }
+
+void WriteRow(EventType type) {
+  BeginRow(type);
+  AddEventLine(EventText[Index(type)]);
+  EndRow();
+}
+
+void ShowPopup(EventType type) {
+  if (DataCenter.EventPopup) StartAlert(EventText[Index(type)]);
+}
+
+void SendMail(EventType type) {
+  const size_t index = Index(type);
+  if (!DataCenter.MailEventEnable[index]) return;
+  mailto(DataCenter.MailServer, DataCenter.MailSenderName, DataCenter.MailSenderAddress,
+         DataCenter.MailRecipientName, DataCenter.MailRecipientAddress, EventText[index],
+         DataCenter.MailEventText[index]);
+}
+
+void SendSms(EventType type) {
+  const size_t index = Index(type);
+  if (!DataCenter.SmsEventEnable[index]) return;
+  SendMsg(DataCenter.SmsGateway, DataCenter.SmsAccount, DataCenter.SmsPassword,
+          DataCenter.SmsNumber, DataCenter.SmsEventText[index], DataCenter.SmsApiId, "F");
+}
+
+void Notify(EventType type) {
+  SendMail(type);
+  SendSms(type);
+}
+
+/// The road of most events: each step runs, whatever became of the one before.
+void RecordEvent(EventType type) {
+  platform::IgnoreErrors([&] { BeginRow(type); });
+  platform::IgnoreErrors([&] { AddEventLine(EventText[Index(type)]); });
+  platform::IgnoreErrors([&] { EndRow(); });
+  platform::IgnoreErrors([&] { SendMail(type); });
+  platform::IgnoreErrors([&] { SendSms(type); });
+}
+
+void RecordWithPopup(EventType type) {
+  platform::IgnoreErrors([&] { ShowPopup(type); });
+  RecordEvent(type);
+}
+
+/// One flag against its latch: `raise` while the flag is set, else the latch is released.
+void Compare(bool flag, void (*raise)(), Flag& latch) {
+  if (flag) {
+    raise();
+  } else {
+    latch = kClear;
+  }
+}
+
+void FollowStage() {
+  DataCenter.UPSStage = GetUPSStage();
+  if (DataCenter.UPSStage == DataCenter.UPSStageLast) return;
+  DataCenter.UPSStageLast = DataCenter.UPSStage;
+  SetStageIcon(DataCenter.UPSStage);
+}
+
+/// Sets a latch however the steps before it end.
+class LatchOnExit {
+ public:
+  explicit LatchOnExit(Flag& latch) : latch_(latch) {}
+  ~LatchOnExit() { latch_ = kSet; }
+  LatchOnExit(const LatchOnExit&) = delete;
+  LatchOnExit& operator=(const LatchOnExit&) = delete;
+
+ private:
+  Flag& latch_;
+};
+
+}  // namespace
+
+void CheckUPSEvents() {
+  FollowStage();
+  DataCenter.Utility ? EventPowerFail() : EventPowerBack();
+  DataCenter.BatLow ? EventBatteryLow() : ClearBatteryLow();
+  Compare(DataCenter.TestProgress, EventTestStart, DataCenter.TestLatched);
+  Compare(DataCenter.UPSFailed, EventUPSFail, DataCenter.UPSFailLatched);
+  Compare(GetLoadPercent() > kFullLoad, EventOverload, DataCenter.OverloadLatched);
+}
+
+void EventProgramStart() { RecordEvent(kProgramStart); }
+void EventProgramEnd() { RecordEvent(kProgramEnd); }
+void EventLinkUp() { RecordEvent(kLinkUp); }
+
+void EventLinkLost() {
+  WriteRow(kLinkLost);
+  ClearLiveValues();
+  Notify(kLinkLost);
+}
+
+void EventSystemShutdown() { RecordEvent(kSystemShutdown); }
+void EventUPSShutdown() { RecordEvent(kUPSShutdown); }
+
+void EventPowerFail() {
+  if (DataCenter.PowerFailLatched) return;
+  {
+    // A row or a pop-up that fails must not bring the countdowns back to their beginning at the
+    // next tick.
+    const LatchOnExit latch(DataCenter.PowerFailLatched);
+    if (DataCenter.PowerFailSystemEnable) StartSystemShutdown(DataCenter.PowerFailSystemDelay);
+    if (DataCenter.PowerFailUPSEnable) StartUPSShutdown(DataCenter.PowerFailUPSDelay, kNoRestart);
+    ShowPopup(kPowerFail);
+    WriteRow(kPowerFail);
+  }
+  Notify(kPowerFail);
+}
+
+void EventBatteryLow() {
+  if (DataCenter.BatLowLatched) return;
+  platform::IgnoreErrors([] {
+    if (DataCenter.BatLowSystemEnable) StartSystemShutdown(DataCenter.BatLowSystemDelay);
+  });
+  platform::IgnoreErrors([] {
+    if (DataCenter.BatLowUPSEnable) StartUPSShutdown(DataCenter.BatLowUPSDelay, kNoRestart);
+  });
+  DataCenter.BatLowLatched = kSet;
+  RecordWithPopup(kBatteryLow);
+}
+
+void EventPowerBack() {
+  if (!DataCenter.PowerFailLatched) return;
+  DataCenter.PowerFailLatched = kClear;
+  CancelCountdowns();
+  RecordEvent(kPowerBack);
+}
+
+void ClearBatteryLow() {
+  if (!DataCenter.BatLowLatched) return;
+  DataCenter.BatLowLatched = kClear;
+  if (!DataCenter.Utility) CancelCountdowns();
+}
+
+void EventOverload() {
+  if (DataCenter.OverloadLatched) return;
+  DataCenter.OverloadLatched = kSet;
+  RecordWithPopup(kOverload);
+}
+
+void EventUPSFail() {
+  if (DataCenter.UPSFailLatched) return;
+  DataCenter.UPSFailLatched = kSet;
+  RecordWithPopup(kUPSFail);
+}
+
+void EventTestStart() {
+  if (DataCenter.TestLatched) return;
+  DataCenter.TestLatched = kSet;
+  RecordEvent(kTestStart);
+}
+
+void AddEventLine(const std::string& text) {
+  auto& lines = DataCenter.DebugLines;
+  std::move_backward(lines.begin(), lines.end() - 1, lines.end());
+  lines[0] = platform::FormatDateTime(platform::Now()) + "  " + text;
+  if (DataCenter.FormOpen[kDashboard] && DebugLinesRefresh()) DebugLinesRefresh()();
+}
+
+void OnDebugLinesChanged(std::function<void()> refresh) {
+  DebugLinesRefresh() = std::move(refresh);
+}
+
+}  // namespace varek

@@ -1,0 +1,34 @@
+#include "records/shutdown.h"
+
+#include "core/data_center.h"
+#include "core/forms.h"
+#include "core/link_record.h"
+#include "records/system_countdown.h"
+#include "records/ups_countdown.h"
+
+namespace varek {
+
+namespace {
+
+bool OutputIsAlive() { return GetOutputVoltage() > 0; }
+
+}  // namespace
+
+void StartSystemShutdown(int minutes) { SystemCountdown().Get().SysShuntDown(minutes); }
+
+void StartUPSShutdown(int minutes, int restart) {
+  if (OutputIsAlive()) SetUPSShuntDown(minutes, restart);
+}
+
+void CancelShutdowns() {
+  if (OutputIsAlive()) Link.PendingCommand = "C";
+  UnloadForm(Form10::kNumber);
+  UnloadForm(Form11::kNumber);
+}
+
+void CancelCountdowns() {
+  CancelUPSShutdown();
+  UnloadForm(Form10::kNumber);
+}
+
+}  // namespace varek

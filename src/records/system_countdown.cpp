@@ -1,0 +1,79 @@
+#include "records/system_countdown.h"
+
+#include <algorithm>
+
+#include "platform/guard.h"
+#include "platform/paths.h"
+#include "platform/process.h"
+#include "platform/system.h"
+#include "platform/text.h"
+#include "records/events.h"
+#include "records/ups_countdown.h"
+#include "settings/language.h"
+
+namespace varek {
+
+namespace {
+constexpr int kTick = 1000;
+constexpr int kAutosaveSeconds = 120;
+constexpr size_t kCaptionText = 213;
+constexpr size_t kCancelText = 83;
+}  // namespace
+
+FormSlot<Form10>& SystemCountdown() {
+  static FormSlot<Form10> slot(Form10::kNumber);
+  return slot;
+}
+
+Form10::Form10()
+    : window_([] { SystemCountdown().Unload(); }),
+      Timer1("form10 Timer1", [this] { Timer1_Timer(); }) {
+  window_.SetCaption("關機倒數");
+  ApplyLanguage();
+  DataCenter.FormOpen[kNumber] = kSet;
+}
+
+Form10::~Form10() { DataCenter.FormOpen[kNumber] = kClear; }
+
+void Form10::ApplyLanguage() {
+  if (LangText[kCaptionText].empty()) return;
+  window_.SetCaption(LangText[kCaptionText]);
+  window_.SetButton(LangText[kCancelText]);
+}
+
+void Form10::SysShuntDown(int minutes) {
+  Timer1.SetInterval(kTick);
+  window_.Show();
+  if (CountDown != 0 && minutes * 60 < CountDown) CountDown = static_cast<int16_t>(minutes * 60);
+}
+
+void Form10::Timer1_Timer() {
+  --CountDown;
+  if (CountDown < 1) ShutDownNow();
+  ShowTime();
+  StartAutosave();
+}
+
+void Form10::ShutDownNow() {
+  EventSystemShutdown();
+  if (DataCenter.FormOpen[Form11::kNumber]) EventUPSShutdown();
+  platform::Guarded("form10 system shutdown", [] { platform::ShutDownSystem(); });
+  Timer1.SetInterval(0);
+}
+
+void Form10::ShowTime() {
+  const int seconds = std::max<int>(CountDown, 0);
+  TimeText = std::to_string(seconds / 60) + ":" + platform::ZeroPadded(seconds % 60, 2);
+  // The leading zero stands in front of any number of minutes: 05:30, but also 010:00.
+  window_.SetLabel("0" + TimeText);
+}
+
+/// Gives the save program the last two minutes of the countdown.
+void Form10::StartAutosave() {
+  if (CountDown >= kAutosaveSeconds || !DataCenter.AutoSaveOnShutdown || AutoSaveStarted) return;
+  AutoSaveStarted = kSet;
+  platform::StartProgram(platform::ProgramFolder() + "\\Autosave.exe", "",
+                         platform::WindowStyle::NormalFocus);
+}
+
+}  // namespace varek
