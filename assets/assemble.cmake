@@ -1,0 +1,16 @@
+# Puts the files that come with the program into the program folder. The language table belongs to
+# the program and follows it; settings and records belong to the user and are only ever added.
+file(MAKE_DIRECTORY ${PROGRAM_FOLDER}/database)
+file(COPY ${INITIAL}/LangData.mdb DESTINATION ${PROGRAM_FOLDER}/database)
+
+function(copy_if_missing source target)
+  if(NOT EXISTS ${target})
+    get_filename_component(folder ${target} DIRECTORY)
+    file(COPY ${source} DESTINATION ${folder})
+  endif()
+endfunction()
+
+copy_if_missing(${INITIAL}/Event.mdb ${PROGRAM_FOLDER}/database/Event.mdb)
+copy_if_missing(${INITIAL}/data.mdb ${PROGRAM_FOLDER}/database/data.mdb)
+copy_if_missing(${ASSETS}/config.qmz ${PROGRAM_FOLDER}/config.qmz)
+file(CHMOD ${PROGRAM_FOLDER}/config.qmz PERMISSIONS OWNER_READ OWNER_WRITE)

@@ -1,0 +1,1 @@
+-- Samples: the program makes one table a day, so the initial file holds none.
