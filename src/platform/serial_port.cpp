@@ -53,6 +53,8 @@ struct SerialPort::Impl {
 
 SerialPort::SerialPort() : impl_(std::make_unique<Impl>()) {}
 SerialPort::~SerialPort() = default;
+SerialPort::SerialPort(SerialPort&&) noexcept = default;
+SerialPort& SerialPort::operator=(SerialPort&&) noexcept = default;
 
 void SerialPort::SetCommPort(int number) { impl_->number = number; }
 int SerialPort::CommPort() const { return impl_->number; }

@@ -15,6 +15,8 @@ class SerialPort final {
  public:
   SerialPort();
   ~SerialPort();
+  SerialPort(SerialPort&&) noexcept;
+  SerialPort& operator=(SerialPort&&) noexcept;
 
   /// Points the port at another device; REQUIRES that it is closed. 0 is no device.
   void SetCommPort(int number);

@@ -1,0 +1,58 @@
+#include "support/fake_clock.h"
+
+#include <algorithm>
+#include <ctime>
+
+#include "platform/events.h"
+#include "platform/timers.h"
+
+namespace varek::test {
+
+namespace {
+
+int64_t ToSeconds(const platform::DateTime& moment) {
+  tm parts{};
+  parts.tm_year = moment.year - 1900;
+  parts.tm_mon = moment.month - 1;
+  parts.tm_mday = moment.day;
+  parts.tm_hour = moment.hour;
+  parts.tm_min = moment.minute;
+  parts.tm_sec = moment.second;
+  return timegm(&parts);
+}
+
+platform::DateTime FromSeconds(int64_t seconds) {
+  const time_t time = seconds;
+  tm parts{};
+  gmtime_r(&time, &parts);
+  return {parts.tm_year + 1900, parts.tm_mon + 1, parts.tm_mday,
+          parts.tm_hour,        parts.tm_min,     parts.tm_sec};
+}
+
+}  // namespace
+
+FakeClock::FakeClock(const platform::DateTime& start) {
+  SetNow(start);
+  platform::ReplaceClock(this);
+}
+
+FakeClock::~FakeClock() { platform::ReplaceClock(nullptr); }
+
+platform::DateTime FakeClock::Now() { return FromSeconds(secondsAtTickZero_ + ticks_ / 1000); }
+
+void FakeClock::SetNow(const platform::DateTime& now) {
+  secondsAtTickZero_ = ToSeconds(now) - ticks_ / 1000;
+}
+
+void FakeClock::Advance(int64_t milliseconds) {
+  const int64_t end = ticks_ + milliseconds;
+  while (ticks_ < end) {
+    const int64_t next = platform::NextDueTick().value_or(end);
+    ticks_ = std::max(ticks_, std::min(next, end));
+    platform::DoEvents();
+    // A handler that waits moves the clock itself; one whose timer is busy leaves nothing to run.
+    if (ticks_ < end && platform::NextDueTick().value_or(end) <= ticks_) ++ticks_;
+  }
+}
+
+}  // namespace varek::test

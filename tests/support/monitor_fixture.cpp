@@ -1,0 +1,110 @@
+#include "support/monitor_fixture.h"
+
+#include <stdlib.h>
+
+#include <filesystem>
+
+#include "core/data_center.h"
+#include "core/error_list.h"
+#include "core/forms.h"
+#include "core/link_record.h"
+#include "platform/application.h"
+#include "platform/database.h"
+#include "platform/guard.h"
+#include "platform/message_box.h"
+#include "platform/paths.h"
+#include "platform/process.h"
+#include "platform/runtime_error.h"
+#include "records/databases.h"
+#include "settings/language.h"
+
+namespace varek::test {
+
+namespace fs = std::filesystem;
+
+namespace {
+
+/// Windows need the toolkit's application; one serves all tests of a program.
+void StartToolkit() {
+  static int argc = 1;
+  static char name[] = "test";
+  static char* argv[] = {name, nullptr};
+  static platform::Application application(argc, argv);
+}
+
+std::string FileName(const std::string& program) {
+  return program.substr(program.find_last_of("\\/") + 1);
+}
+
+void ResetRooms() {
+  for (int form = 1; form <= 17; ++form) UnloadForm(form);
+  CloseDatabases();
+  DataCenter = DataCenterRecord();
+  Link = LinkRecord();
+  LangText = {};
+  language(0);
+  Form13::Clear();
+}
+
+}  // namespace
+
+TemporaryFolder::TemporaryFolder() {
+  std::string pattern = (fs::temp_directory_path() / "varek-test-XXXXXX").string();
+  path_ = mkdtemp(pattern.data());
+}
+
+TemporaryFolder::~TemporaryFolder() {
+  std::error_code error;
+  fs::remove_all(path_, error);
+}
+
+void InstallDatabases(const std::string& folder) {
+  fs::create_directories(folder + "/database");
+  fs::copy(INITIAL_DATABASES, folder + "/database", fs::copy_options::overwrite_existing);
+}
+
+MonitorTest::MonitorTest() {
+  StartToolkit();
+  InstallDatabases(Folder());
+  platform::SetProgramFolder(Folder());
+  ResetRooms();
+  platform::SetErrorSink([](const std::string& place, int number, const std::string&) {
+    Form13::AddError(place, number);
+  });
+  platform::ReplaceMessageBox(
+      [this](const std::string& text, const std::string&) { messages.push_back(text); });
+  platform::ReplaceEndProcess([](int status) { throw ProcessEnded{status}; });
+  platform::ReplaceProgramStarter(
+      [this](const std::string& program, const std::string& rest, platform::WindowStyle) {
+        if (programsMissing) throw platform::RuntimeError(53, "missing");
+        started.push_back({FileName(program), rest});
+      });
+}
+
+MonitorTest::~MonitorTest() {
+  ResetRooms();
+  platform::SetErrorSink(nullptr);
+  platform::ReplaceMessageBox(nullptr);
+  platform::ReplaceEndProcess(nullptr);
+  platform::ReplaceProgramStarter(nullptr);
+}
+
+std::vector<StartedProgram> MonitorTest::Started(const std::string& name) const {
+  std::vector<StartedProgram> found;
+  for (const StartedProgram& program : started) {
+    if (program.name == name) found.push_back(program);
+  }
+  return found;
+}
+
+std::vector<int> MonitorTest::EventRows() const {
+  platform::Database database(Folder() + "/database/Event.mdb");
+  const auto rows = database.OpenRecordset(kEventTable);
+  std::vector<int> types;
+  for (; !rows->Eof(); rows->MoveNext()) {
+    types.push_back(static_cast<int>(platform::ValueNumber(rows->Get("type"))));
+  }
+  return types;
+}
+
+}  // namespace varek::test

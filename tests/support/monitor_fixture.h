@@ -1,0 +1,64 @@
+// What tests of the rooms stand on: a program folder in a temporary place with the real initial
+// databases, start values everywhere, a clock that stands still, and nothing that could reach the
+// machine. Programs, message boxes and the end of the process are written down in its place.
+#pragma once
+
+#include <gtest/gtest.h>
+
+#include <string>
+#include <vector>
+
+#include "support/fake_clock.h"
+
+namespace varek::test {
+
+/// A folder below the system's temporary one; gone with the object.
+class TemporaryFolder final {
+ public:
+  TemporaryFolder();
+  ~TemporaryFolder();
+  TemporaryFolder(const TemporaryFolder&) = delete;
+  TemporaryFolder& operator=(const TemporaryFolder&) = delete;
+  const std::string& Path() const { return path_; }
+
+ private:
+  std::string path_;
+};
+
+/// Copies the initial databases into `folder`/database.
+void InstallDatabases(const std::string& folder);
+
+struct StartedProgram {
+  std::string name;  ///< without its folder, "alert.exe"
+  std::string rest;
+};
+
+/// What EndProcess throws in tests; no guard catches it.
+struct ProcessEnded {
+  int status;
+};
+
+class MonitorTest : public testing::Test {
+ protected:
+  MonitorTest();
+  ~MonitorTest() override;
+
+  const std::string& Folder() const { return folder_.Path(); }
+
+  /// The programs started so far that have this name.
+  std::vector<StartedProgram> Started(const std::string& name) const;
+
+  /// `type` of every row of allevent in order, read through a connection of its own.
+  std::vector<int> EventRows() const;
+
+  FakeClock clock{{2026, 3, 10, 12, 0, 0}};
+  std::vector<StartedProgram> started;
+  std::vector<std::string> messages;  ///< texts of the message boxes
+  /// While set, starting any program fails as if it were missing.
+  bool programsMissing = false;
+
+ private:
+  TemporaryFolder folder_;
+};
+
+}  // namespace varek::test
