@@ -15,6 +15,7 @@
 
 #include "platform/clock.h"
 #include "platform/guard.h"
+#include "platform/message_box.h"
 #include "platform/timers.h"
 
 namespace platform {
@@ -59,9 +60,19 @@ void ChoosePlatform() {
   setenv("QT_QPA_PLATFORM", (platforms + "offscreen").c_str(), 0);
 }
 
+/// What the toolkit says of a platform without a display is of no use to anyone.
+void LogToolkitMessage(QtMsgType, const QMessageLogContext&, const QString& text) {
+  const bool idle = text.startsWith(QStringLiteral("This plugin does not support")) ||
+                    text.contains(QStringLiteral("XDG_RUNTIME_DIR not set"));
+  if (!idle) LogLine(text.toStdString());
+}
+
 /// QApplication's constructor must already see the chosen platform.
 struct PlatformChosen {
-  PlatformChosen() { ChoosePlatform(); }
+  PlatformChosen() {
+    qInstallMessageHandler(LogToolkitMessage);
+    ChoosePlatform();
+  }
 };
 
 }  // namespace

@@ -93,6 +93,10 @@ void SerialPort::Output(const std::string& bytes) {
   port.flush();
 }
 
+size_t SerialPort::InBufferCount() const {
+  return PortOpen() ? static_cast<size_t>(impl_->port->bytesAvailable()) : 0;
+}
+
 std::string SerialPort::Input() {
   return PortOpen() ? impl_->port->readAll().toStdString() : std::string();
 }

@@ -31,6 +31,9 @@ class SerialPort final {
   /// its device has gone, and 57 when the device takes nothing any more.
   void Output(const std::string& bytes);
 
+  /// How many bytes Input would give now.
+  size_t InBufferCount() const;
+
   /// What has arrived since the last call, at most 4 KiB; empty when nothing has or the port is
   /// closed, so that a device that has gone counts as a silent one.
   std::string Input();

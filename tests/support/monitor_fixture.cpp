@@ -59,8 +59,8 @@ TemporaryFolder::~TemporaryFolder() {
 }
 
 void InstallDatabases(const std::string& folder) {
-  fs::create_directories(folder + "/database");
-  fs::copy(INITIAL_DATABASES, folder + "/database", fs::copy_options::overwrite_existing);
+  fs::remove_all(folder + "/database");
+  fs::copy(INITIAL_DATABASES, folder + "/database");
 }
 
 MonitorTest::MonitorTest() {

@@ -25,7 +25,7 @@ class TemporaryFolder final {
   std::string path_;
 };
 
-/// Copies the initial databases into `folder`/database.
+/// Gives `folder` the initial databases in place of those that it has.
 void InstallDatabases(const std::string& folder);
 
 struct StartedProgram {

@@ -1,0 +1,167 @@
+// The configuration file: 53 lines, read and written symmetrically.
+
+#include "core/configuration.h"
+
+#include <stdlib.h>
+#include <fstream>
+
+#include "core/data_center.h"
+#include "core/link_record.h"
+#include "platform/paths.h"
+#include "platform/runtime_error.h"
+#include "support/monitor_fixture.h"
+
+namespace varek {
+namespace {
+
+using Lines = std::vector<std::string>;
+
+/// A file in which every line differs from its start value.
+Lines FullFile() {
+  Lines lines{"F",
+              "5",
+              "7",
+              "9",
+              "C",
+              "2080",
+              "T",
+              "login",
+              "control",
+              "T",
+              "2",
+              "TFTFTFTFTFTF",
+              "mail.example",
+              "From",
+              "from@example",
+              "To",
+              "to@example",
+              "Subject 主旨"};
+  for (int i = 0; i < 12; ++i) lines.push_back("mail text " + std::to_string(i));
+  for (const char* line : {"FFFFFFFFFFFT", " 1 ", "account", "secret", "886900", "api"}) {
+    lines.push_back(line);
+  }
+  for (int i = 0; i < 12; ++i) lines.push_back("sms 簡訊 " + std::to_string(i));
+  for (const char* line : {"11", "12", "13", "14", "TFTFT"}) lines.push_back(line);
+  return lines;
+}
+
+std::string Joined(const Lines& lines) {
+  std::string text;
+  for (const std::string& line : lines) text += line + "\n";
+  return text;
+}
+
+class ConfigurationTest : public test::MonitorTest {
+ protected:
+  ConfigurationTest() { setenv("LC_ALL", "C", 1); }
+
+  std::string Path() const { return Folder() + "/config.qmz"; }
+  void Write(const std::string& text) const { std::ofstream(Path(), std::ios::binary) << text; }
+  std::string Written() const { return platform::ReadWholeFile(Path()); }
+};
+
+TEST_F(ConfigurationTest, EveryLineComesBackByteForByte) {
+  const std::string file = Joined(FullFile());
+  Write(file);
+  ReadConfig();
+  EXPECT_EQ(Link.LinkType, kSerialLink);
+  EXPECT_EQ(Link.MSComm1.CommPort(), 5);
+  EXPECT_EQ(DataCenter.UPSShutdownBuffer, 9);
+  EXPECT_EQ(GetWebLanguageFolder(), "httpGB232\\");
+  EXPECT_EQ(DataCenter.MailEventEnable[2], kSet);
+  EXPECT_EQ(DataCenter.MailEventEnable[3], kClear);
+  EXPECT_EQ(DataCenter.SmsEventEnable[11], kSet);
+  EXPECT_EQ(DataCenter.SmsGateway, 1);
+  EXPECT_EQ(DataCenter.SmsApiId, "api");
+  EXPECT_EQ(DataCenter.MailEventText[11], "mail text 11");
+  EXPECT_EQ(DataCenter.BatLowUPSDelay, 14);
+  EXPECT_TRUE(DataCenter.PowerFailSystemEnable && DataCenter.BatLowSystemEnable &&
+              DataCenter.EventPopup);
+  EXPECT_FALSE(DataCenter.PowerFailUPSEnable || DataCenter.BatLowUPSEnable);
+
+  ::unlink(Path().c_str());
+  WriteConfig();
+  EXPECT_EQ(Written(), file);
+}
+
+TEST_F(ConfigurationTest, OddLinesReadAsToldAndShortListsAsClear) {
+  Lines lines = FullFile();
+  lines[1] = "800";
+  lines[2] = "  4.5x";  // ties go to the even number
+  lines[3] = "many";
+  lines[4] = "c";
+  lines[6] = "true";
+  lines[11] = "TT";
+  lines[52] = "FT";
+  Write(Joined(lines));
+  ReadConfig();
+  EXPECT_EQ(Link.LinkType, kUsbLink);
+  EXPECT_EQ(Link.PortNumber, 800);
+  EXPECT_EQ(DataCenter.SystemShutdownBuffer, 4);
+  EXPECT_EQ(DataCenter.UPSShutdownBuffer, 0);
+  EXPECT_FALSE(DataCenter.UseCelsius || DataCenter.WebEnabled);
+  EXPECT_TRUE(DataCenter.MailEventEnable[1] && DataCenter.PowerFailUPSEnable);
+  EXPECT_FALSE(DataCenter.MailEventEnable[4] || DataCenter.EventPopup);
+}
+
+TEST_F(ConfigurationTest, LineEndsOfOtherSystemsAreNoPartOfTheText) {
+  std::string text;
+  for (const std::string& line : FullFile()) text += line + "\r\n";
+  Write(text);
+  ReadConfig();
+  EXPECT_EQ(DataCenter.MailServer, "mail.example");
+  EXPECT_EQ(DataCenter.EventPopup, kSet);
+}
+
+TEST_F(ConfigurationTest, AShortFileFailsAndKeepsWhatWasRead) {
+  Lines lines = FullFile();
+  lines.pop_back();
+  Write(Joined(lines));
+  try {
+    ReadConfig();
+    FAIL() << "a file of 52 lines was taken";
+  } catch (const platform::RuntimeError& error) {
+    EXPECT_EQ(error.Number(), 62);
+  }
+  EXPECT_EQ(DataCenter.BatLowUPSDelay, 14);
+}
+
+TEST_F(ConfigurationTest, ANumberThatDoesNotFitIsAnError) {
+  Lines lines = FullFile();
+  lines[5] = "40000";
+  Write(Joined(lines));
+  EXPECT_THROW(ReadConfig(), platform::RuntimeError);
+}
+
+TEST_F(ConfigurationTest, AMissingFileGivesTheDefaultsAndIsNotWritten) {
+  ReadConfig();
+  EXPECT_EQ(messages, std::vector<std::string>{"LOAD CONFIG ERROR"});
+  EXPECT_TRUE(DataCenter.AutoSearchPort && DataCenter.UseCelsius && DataCenter.WebEnabled);
+  EXPECT_EQ(DataCenter.SystemShutdownBuffer, 5);
+  EXPECT_EQ(DataCenter.UPSShutdownBuffer, 1);
+  EXPECT_EQ(DataCenter.WebPort, 1888);
+  EXPECT_EQ(Link.LinkType, kNoLink);
+  EXPECT_FALSE(platform::IsFile(Path()));
+}
+
+TEST_F(ConfigurationTest, AFirstStartFollowsTheSystemsLanguageAndALaterOneTheFile) {
+  struct Case {
+    const char* locale;
+    const char* search;
+    int language;
+  };
+  for (const Case& c : {Case{"zh_TW.UTF-8", "T", 1},
+                        {"zh_CN", "T", 2},
+                        {"ja_JP.UTF-8", "T", 0},
+                        {"zh_TW.UTF-8", "F", 2}}) {
+    setenv("LC_ALL", c.locale, 1);
+    Lines lines = FullFile();
+    lines[0] = c.search;
+    Write(Joined(lines));
+    ReadConfig();
+    EXPECT_EQ(DataCenter.LanguageIndex, c.language) << c.locale << " " << c.search;
+  }
+}
+
+}  // namespace
+}  // namespace varek

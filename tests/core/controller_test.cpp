@@ -1,0 +1,105 @@
+// The controller: start order, stop order, the close that it refuses.
+
+#include "core/controller.h"
+
+#include <filesystem>
+#include <fstream>
+#include <optional>
+
+#include "core/data_center.h"
+#include "core/forms.h"
+#include "core/link_record.h"
+#include "records/events.h"
+#include "records/shutdown.h"
+#include "records/system_countdown.h"
+#include "settings/language.h"
+#include "support/monitor_fixture.h"
+
+namespace varek {
+namespace {
+
+class ControllerTest : public test::MonitorTest {
+ protected:
+  /// The status that the start or the stop ended the process with, or nothing.
+  template <typename Action>
+  std::optional<int> StatusOf(Action action) {
+    try {
+      action();
+    } catch (const test::ProcessEnded& ended) {
+      return ended.status;
+    }
+    return {};
+  }
+
+  std::optional<int> Load() {
+    return StatusOf([this] { controller.Form_Load(); });
+  }
+
+  std::string Path(const std::string& name) const { return Folder() + "/" + name; }
+
+  Form12 controller;
+};
+
+TEST_F(ControllerTest, AFirstStartComesUpAndWritesItsConfiguration) {
+  EXPECT_EQ(Load(), std::nullopt);
+  EXPECT_EQ(messages, std::vector<std::string>{"LOAD CONFIG ERROR"});
+  EXPECT_EQ(EventRows(), std::vector<int>{1});
+  EXPECT_EQ(started.size(), 1U);
+  EXPECT_EQ(started[0].name, "ShowAutoSave.exe");
+  EXPECT_EQ(Link.PortNumber, 800);
+  EXPECT_EQ(DataCenter.FormOpen[12], kSet);
+  EXPECT_NE(EventText[0], "");
+  std::ifstream file(Path("config.qmz"));
+  std::string search, port;
+  file >> search >> port;
+  EXPECT_EQ(search + port, "F800");
+}
+
+TEST_F(ControllerTest, AStartWithoutStorageGoesOn) {
+  std::filesystem::remove_all(Path("database"));
+  EXPECT_EQ(Load(), std::nullopt);
+  EXPECT_EQ(messages.back(), "Init Database Error!");
+  EXPECT_EQ(started.size(), 1U);
+}
+
+TEST_F(ControllerTest, AnyErrorOnTheWayEndsTheStartInOrder) {
+  programsMissing = true;  // The save helper is the last thing that can fail.
+  EXPECT_EQ(Load(), 1);
+  EXPECT_EQ(messages.back(), "Initial Error!");
+  EXPECT_EQ(EventRows(), (std::vector<int>{1, 2}));
+  EXPECT_EQ(DataCenter.ExitInProgress, kSet);
+}
+
+TEST_F(ControllerTest, TheStopWritesItsEventBeforeStorageCloses) {
+  Load();
+  StartSystemShutdown(5);
+  EXPECT_EQ(StatusOf([this] { controller.Stop(); }), 0);
+  EXPECT_EQ(EventRows(), (std::vector<int>{1, 2}));
+  EXPECT_FALSE(SystemCountdown().IsLoaded());
+  EXPECT_FALSE(GetDatabaseReady());
+}
+
+TEST_F(ControllerTest, ACloseFromOutsideTakesTheWindowsButNotTheMonitor) {
+  Load();
+  StartSystemShutdown(5);
+  bool cancel = false;
+  controller.Form_Unload(cancel);
+  EXPECT_TRUE(cancel);
+  EXPECT_FALSE(SystemCountdown().IsLoaded());
+  EXPECT_TRUE(GetDatabaseReady());
+  controller.EndUPSEE();
+  cancel = false;
+  controller.Form_Unload(cancel);
+  EXPECT_FALSE(cancel);
+}
+
+TEST_F(ControllerTest, TheStatusIsEvaluatedWithoutALinkToo) {
+  Load();
+  DataCenter.Utility = kSet;
+  clock.Advance(1000);
+  EXPECT_EQ(EventRows(), (std::vector<int>{1, 6}));
+  EXPECT_EQ(DataCenter.UPSStageLast, 1);
+}
+
+}  // namespace
+}  // namespace varek

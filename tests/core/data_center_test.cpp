@@ -1,0 +1,144 @@
+// The live state: battery level, status code, temperature.
+
+#include "core/data_center.h"
+
+#include <gtest/gtest.h>
+
+namespace varek {
+namespace {
+
+class DataCenterTest : public testing::Test {
+ protected:
+  DataCenterTest() { DataCenter = DataCenterRecord(); }
+};
+
+TEST_F(DataCenterTest, BatteryPercentFollowsTheScaleOfTheUnit) {
+  struct Case {
+    Flag offLine;
+    float rating;
+    float voltage;
+    int percent;
+  };
+  const Case cases[] = {
+      // An on-line unit reports a cell: the top of the scale reads 90, only above it 100.
+      {kClear, 0, 2.21F, 90},
+      {kClear, 0, 2.2101F, 100},
+      {kClear, 0, 1.67F, 0},
+      {kClear, 0, 1.66F, 0},
+      {kClear, 0, 1.94F, 45},
+      {kClear, 0, 0, 0},
+      // An off-line unit reports the whole string, in blocks of 12 V: the top reads 91.
+      {kSet, 24, 27, 100},
+      {kSet, 24, 26.6F, 91},
+      {kSet, 24, 20, 0},
+      {kSet, 24, 19.9F, 0},
+      {kSet, 24, 23.3F, 45},
+      {kSet, 12, 13, 83},
+      {kSet, 35.4F, 26, 83},      // 35 V are two blocks
+      {kSet, 11.6F, 13.4F, 100},  // rounded to 12 V, one block
+      {kSet, 11.4F, 13, 0},       // below a block
+      {kSet, 0, 27, 0},           // rating not received yet
+  };
+  for (const Case& c : cases) {
+    DataCenter.UPStype = c.offLine;
+    DataCenter.RatingBatteryVoltage = c.rating;
+    EXPECT_EQ(BatteryPercent(c.voltage), c.percent)
+        << (c.offLine ? "off-line " : "on-line ") << c.rating << " V, " << c.voltage << " V";
+  }
+}
+
+TEST_F(DataCenterTest, LaterStagesOverrideEarlierOnes) {
+  struct Case {
+    const char* name;
+    int stage;
+    void (*change)();
+  };
+  const Case cases[] = {
+      {"normal", 0, [] {}},
+      {"charging", 2, [] { DataCenter.BatteryVoltage = 2; }},
+      {"test while charging", 3,
+       [] {
+         DataCenter.BatteryVoltage = 2;
+         DataCenter.TestProgress = kSet;
+       }},
+      {"exactly 60 degrees", 0, [] { DataCenter.Temperature = 60; }},
+      {"above 60 degrees", 4, [] { DataCenter.Temperature = 60.1F; }},
+      {"exactly 140 Fahrenheit", 0,
+       [] {
+         DataCenter.UseCelsius = kClear;
+         DataCenter.Temperature = 60;
+       }},
+      {"above 140 Fahrenheit", 4,
+       [] {
+         DataCenter.UseCelsius = kClear;
+         DataCenter.Temperature = 60.1F;
+       }},
+      {"fault while hot", 5,
+       [] {
+         DataCenter.Temperature = 70;
+         DataCenter.UPSFailed = kSet;
+       }},
+      {"on battery, no charging", 7,
+       [] {
+         DataCenter.BatteryVoltage = 2;
+         DataCenter.Utility = kSet;
+       }},
+      {"on battery and low", 8,
+       [] {
+         DataCenter.Utility = kSet;
+         DataCenter.BatLow = kSet;
+       }},
+      {"battery low on mains", 0, [] { DataCenter.BatLow = kSet; }},
+      {"load 100", 0, [] { DataCenter.LoadPercent = 100; }},
+      {"overload above all", 6,
+       [] {
+         DataCenter.Utility = kSet;
+         DataCenter.BatLow = kSet;
+         DataCenter.LoadPercent = 101;
+       }},
+      {"no link", 1,
+       [] {
+         DataCenter.LoadPercent = 101;
+         DataCenter.IsConnect = kClear;
+       }},
+  };
+  for (const Case& c : cases) {
+    DataCenter = DataCenterRecord();
+    DataCenter.IsConnect = kSet;
+    DataCenter.UseCelsius = kSet;
+    DataCenter.BatteryVoltage = 2.3F;
+    c.change();
+    EXPECT_EQ(GetUPSStage(), c.stage) << c.name;
+  }
+}
+
+TEST_F(DataCenterTest, FahrenheitIsCutAndCelsiusIsNot) {
+  DataCenter.Temperature = 30.15F;
+  EXPECT_FLOAT_EQ(GetTemperature(), 86.2F);
+  DataCenter.UseCelsius = kSet;
+  EXPECT_FLOAT_EQ(GetTemperature(), 30.15F);
+}
+
+TEST_F(DataCenterTest, AnUnknownLanguageKeepsTheFolder) {
+  SetLanguageIndex(1);
+  EXPECT_EQ(GetWebLanguageFolder(), "httpBig5\\");
+  SetLanguageIndex(2);
+  SetLanguageIndex(7);
+  EXPECT_EQ(GetWebLanguageFolder(), "httpGB232\\");
+  EXPECT_EQ(GetLanguageIndex(), "7");
+}
+
+TEST_F(DataCenterTest, ALostLinkClearsReadingsButNoFlags) {
+  DataCenter.InputVoltage = DataCenter.Frequency = DataCenter.RatingVoltage = 220;
+  DataCenter.LoadPercent = DataCenter.RatingCurrent = 5;
+  DataCenter.UPSVersion = "V1";
+  DataCenter.Utility = DataCenter.UPStype = DataCenter.HasLoad = kSet;
+  ClearLiveValues();
+  EXPECT_EQ(GetInputVoltage() + GetRatingVoltage() + GetLoadPercent() + GetRatingCurrent(), 0);
+  EXPECT_EQ(GetFrequency(), "0");
+  EXPECT_EQ(GetUPSVersion(), "");
+  EXPECT_TRUE(GetUtility() && GetUPStype() && GetHasLoad());
+}
+
+}  // namespace
+}  // namespace varek

@@ -1,0 +1,245 @@
+// The poll cycle over a real pseudo-terminal, tick by tick: what goes out in which half, when the
+// link comes and goes, and what broken input does.
+
+#include "link/poll_cycle.h"
+
+#include <fcntl.h>
+#include <poll.h>
+#include <stdlib.h>
+#include <termios.h>
+#include <unistd.h>
+
+#include <chrono>
+
+#include "core/data_center.h"
+#include "core/error_list.h"
+#include "core/link_record.h"
+#include "platform/events.h"
+#include "records/databases.h"
+#include "support/monitor_fixture.h"
+
+namespace varek {
+namespace {
+
+const std::string kStatus = "(208.4 140.0 208.4 034 59.9 2.05 35.0 00001000\r";
+const std::string kRating = "#220.0 047 024.0 50.0\r";
+const std::string kIdentity = "#ACME POWER LTD  UPS 1000   V01.25    \r";
+
+/// The unit's end of a pseudo-terminal that stands as com1 in the test's folder.
+class Unit final {
+ public:
+  explicit Unit(const std::string& folder) : link_(folder + "/com1") {
+    setenv("VAREK_COM_DIR", folder.c_str(), 1);
+    Plug();
+  }
+  ~Unit() { Unplug(); }
+
+  void Plug() {
+    master_ = posix_openpt(O_RDWR | O_NOCTTY | O_NONBLOCK);
+    grantpt(master_);
+    unlockpt(master_);
+    termios raw{};
+    tcgetattr(master_, &raw);
+    cfmakeraw(&raw);
+    tcsetattr(master_, TCSANOW, &raw);
+    ASSERT_EQ(symlink(ptsname(master_), link_.c_str()), 0);
+  }
+
+  void Unplug() {
+    unlink(link_.c_str());
+    close(master_);
+  }
+
+  void Say(const std::string& bytes) const {
+    ASSERT_EQ(write(master_, bytes.data(), bytes.size()), static_cast<ssize_t>(bytes.size()));
+  }
+
+  /// What the monitor has written since the last call.
+  std::string Heard() const {
+    pollfd ready{master_, POLLIN, 0};
+    ::poll(&ready, 1, 300);
+    char bytes[256];
+    const ssize_t count = read(master_, bytes, sizeof bytes);
+    return count > 0 ? std::string(bytes, static_cast<size_t>(count)) : std::string();
+  }
+
+ private:
+  std::string link_;
+  int master_ = -1;
+};
+
+class PollCycleTest : public test::MonitorTest {
+ protected:
+  PollCycleTest() : unit(Folder()) {
+    SelectSerial(1);
+    OpenDatabases();
+  }
+
+  /// One send step and one receive step; the unit answers in between. Returns what went out.
+  std::string Cycle(const std::string& reply = "") {
+    cycle.COMtime_Timer();
+    const std::string sent = unit.Heard();
+    Answer(reply);
+    cycle.COMtime_Timer();
+    return sent;
+  }
+
+  /// The unit's bytes are in the port's buffer when this returns.
+  void Answer(const std::string& reply) {
+    if (reply.empty()) return;
+    unit.Say(reply);
+    const auto end = std::chrono::steady_clock::now() + std::chrono::seconds(5);
+    while (Link.MSComm1.InBufferCount() < reply.size() && std::chrono::steady_clock::now() < end) {
+      platform::DoEvents();
+    }
+  }
+
+  /// The loss of a device is seen by the event loop.
+  static void LetDeviceGo() {
+    const auto end = std::chrono::steady_clock::now() + std::chrono::seconds(5);
+    while (Link.MSComm1.PortOpen() && std::chrono::steady_clock::now() < end) platform::DoEvents();
+  }
+
+  void BringUp() {
+    Cycle(kStatus);
+    Cycle(kStatus);
+    Cycle(kRating);
+    Cycle(kStatus);
+    Cycle(kIdentity);
+  }
+
+  Unit unit;
+  PollCycle cycle;
+};
+
+TEST_F(PollCycleTest, TheLinkComesUpAndAsksWhatItDoesNotKnow) {
+  EXPECT_EQ(Cycle(), "Q1\r");
+  EXPECT_EQ(Cycle(), "Q1\r");
+  EXPECT_FALSE(GetIsConnect());
+  EXPECT_EQ(Cycle(kStatus), "Q1\r");
+  EXPECT_TRUE(GetIsConnect());
+  EXPECT_EQ(Cycle(kStatus), "Q1\r");
+  EXPECT_EQ(Cycle(), "F\r");
+  EXPECT_EQ(Cycle(kStatus), "Q1\r");
+  EXPECT_EQ(Cycle(kRating), "F\r");
+  EXPECT_EQ(Cycle(kStatus), "Q1\r");
+  Link.PendingCommand = " TL ";
+  EXPECT_EQ(Cycle(), "TL\r");  // a command goes first
+  EXPECT_EQ(Link.PendingCommand, "");
+  EXPECT_EQ(Cycle(kStatus), "Q1\r");
+  EXPECT_EQ(Cycle(kIdentity), "I\r");
+  EXPECT_EQ(Cycle(kStatus), "Q1\r");
+  EXPECT_EQ(Cycle(), "");
+  EXPECT_EQ(GetUPSModel(), "UPS 1000");
+  EXPECT_FLOAT_EQ(GetRatingVoltage(), 220);
+  EXPECT_EQ(EventRows(), std::vector<int>{3});
+}
+
+TEST_F(PollCycleTest, ACommandWaitsForTheLink) {
+  Link.PendingCommand = "S05";
+  EXPECT_EQ(Cycle(), "Q1\r");
+  EXPECT_EQ(Cycle(kStatus), "Q1\r");
+  EXPECT_EQ(Cycle(kStatus), "Q1\r");
+  EXPECT_EQ(Cycle(), "S05\r");
+}
+
+TEST_F(PollCycleTest, FourSilentSecondsLoseTheLinkAndKeepTheFlags) {
+  BringUp();
+  ASSERT_TRUE(GetUPStype());
+  for (int second = 0; second < 3; ++second) Cycle();
+  EXPECT_TRUE(GetIsConnect());
+  Cycle();
+  EXPECT_FALSE(GetIsConnect());
+  EXPECT_EQ(GetRatingVoltage() + GetOutputVoltage() + GetLoadPercent(), 0);
+  EXPECT_EQ(GetUPSModel(), "");
+  EXPECT_TRUE(GetUPStype());
+  EXPECT_EQ(EventRows(), (std::vector<int>{3, 4}));
+  EXPECT_EQ(Cycle(), "Q1\r");
+  Cycle(kStatus);
+  EXPECT_TRUE(GetIsConnect());
+  std::string asked;
+  for (int second = 0; second < 4; ++second) asked += Cycle(second == 1 ? kRating : kStatus);
+  EXPECT_NE(asked.find("F\r"), std::string::npos);
+  EXPECT_NE(asked.find("I\r"), asked.find("F\r"));
+  EXPECT_EQ(EventRows(), (std::vector<int>{3, 4, 3}));
+}
+
+TEST_F(PollCycleTest, AnyLineIsASignOfLifeButOnlyAGoodOneChangesReadings) {
+  BringUp();
+  for (int second = 0; second < 8; ++second) Cycle("NAK\r");
+  EXPECT_TRUE(GetIsConnect());
+  EXPECT_FLOAT_EQ(GetInputVoltage(), 208.4F);
+}
+
+TEST_F(PollCycleTest, TornRepliesAreReadAndBlanksAtTheTearAreLost) {
+  BringUp();
+  std::string other = kStatus;
+  other.replace(1, 5, "230.1");
+  cycle.COMtime_Timer();
+  Answer(other.substr(0, 20));
+  cycle.COMtime_Timer();
+  Cycle(other.substr(20));
+  EXPECT_FLOAT_EQ(GetInputVoltage(), 230.1F);
+
+  other.replace(1, 5, "199.9");
+  Cycle(other.substr(0, 7));  // the blank behind the first field is cut off
+  Cycle(other.substr(7));
+  EXPECT_FLOAT_EQ(GetInputVoltage(), 230.1F);
+  EXPECT_TRUE(GetIsConnect());
+}
+
+TEST_F(PollCycleTest, WhatFollowsALineIsThrownAway) {
+  BringUp();
+  std::string other = kStatus;
+  other.replace(1, 5, "230.1");
+  Cycle(kStatus + other);
+  Cycle();
+  EXPECT_FLOAT_EQ(GetInputVoltage(), 208.4F);
+}
+
+TEST_F(PollCycleTest, ALineWithoutEndIsDroppedAndTheNextOneRead) {
+  BringUp();
+  Cycle(std::string(2000, '('));
+  Cycle(std::string(2090, '\0'));
+  Cycle(std::string(10, '\xff'));  // beyond the limit: all of it goes
+  EXPECT_TRUE(GetIsConnect());
+  std::string other = kStatus;
+  other.replace(1, 5, "230.1");
+  Cycle(other);
+  EXPECT_FLOAT_EQ(GetInputVoltage(), 230.1F);
+}
+
+TEST_F(PollCycleTest, AnAdapterThatGoesAndComesBackIsPolledAgain) {
+  BringUp();
+  unit.Unplug();
+  LetDeviceGo();
+  for (int second = 0; second < 5; ++second) Cycle();
+  EXPECT_FALSE(GetIsConnect());
+  const size_t before = Form13::List1().size();
+  Cycle();
+  Cycle();
+  EXPECT_EQ(Form13::List1().size(), before + 2);
+  EXPECT_NE(Form13::List1().back().find("form12傳送資料發生8002錯誤"), std::string::npos);
+  unit.Plug();
+  EXPECT_EQ(Cycle(kStatus), "Q1\r");
+  EXPECT_TRUE(GetIsConnect());
+}
+
+TEST_F(PollCycleTest, AnEventThatFailsIsListedUnderTheReceiveStep) {
+  BringUp();
+  CloseDatabases();
+  for (int second = 0; second < 5; ++second) Cycle();
+  EXPECT_FALSE(GetIsConnect());
+  EXPECT_NE(Form13::List1().back().find("form12 Comm RECEive DATA ERROR91錯誤"), std::string::npos);
+}
+
+TEST_F(PollCycleTest, WithoutAUsbDeviceTheLinkStaysDown) {
+  SelectUsb();
+  Link.PendingCommand = "S05R0030";
+  for (int second = 0; second < 6; ++second) Cycle();
+  EXPECT_FALSE(GetIsConnect());
+  EXPECT_TRUE(Form13::List1().empty());
+}
+
+}  // namespace
+}  // namespace varek

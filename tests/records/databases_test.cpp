@@ -1,0 +1,158 @@
+// Samples and the purge, with a replaced clock and real files.
+
+#include "records/databases.h"
+
+#include <filesystem>
+
+#include "core/data_center.h"
+#include "support/monitor_fixture.h"
+
+namespace varek {
+namespace {
+
+using platform::DateTime;
+
+class DatabasesTest : public test::MonitorTest {
+ protected:
+  std::string File(const std::string& name) const { return Folder() + "/database/" + name; }
+
+  std::vector<std::string> Tables() const {
+    return platform::Database(File("data.mdb")).TableNames();
+  }
+
+  std::vector<std::string> Column(const std::string& file, const std::string& table, int field) {
+    platform::Database database(File(file));
+    const auto rows = database.OpenRecordset(table);
+    std::vector<std::string> values;
+    for (; !rows->Eof(); rows->MoveNext()) values.push_back(platform::ValueText(rows->Get(field)));
+    return values;
+  }
+
+  void AddTable(const std::string& name) {
+    platform::Database(File("data.mdb")).AppendTable({name, {{"date", platform::FieldType::Date}}});
+  }
+
+  void AddRow(const std::string& table, const std::string& moment) {
+    platform::Database database(File("Event.mdb"));
+    const auto rows = database.OpenRecordset(table);
+    rows->AddNew();
+    rows->Set(0, moment);
+    rows->Update();
+  }
+};
+
+TEST_F(DatabasesTest, ASampleHasItsSevenColumns) {
+  ASSERT_TRUE(OpenDatabases());
+  DataCenter.InputVoltage = 220.5F;
+  DataCenter.OutputVoltage = 27.1F;
+  DataCenter.LoadPercent = 101;
+  DataCenter.Frequency = 49.9F;
+  DataCenter.BatteryVoltage = 2.21F;
+  DataCenter.Temperature = 30.25F;  // stays Celsius whatever is shown
+  AddSample();
+  platform::Database database(File("data.mdb"));
+  const auto rows = database.OpenRecordset("20260310");
+  const std::pair<const char*, const char*> expected[] = {
+      {"date", "12:00:00"},     {"Input voltage", "220.5"}, {"Output voltage", "27.1"},
+      {"Load", "101"},          {"Frequency", "49.9"},      {"Battery capacious", "90"},
+      {"Temperature", "30.25"},
+  };
+  ASSERT_EQ(rows->FieldCount(), 7);
+  ASSERT_EQ(rows->RecordCount(), 1);
+  for (int i = 0; i < 7; ++i) {
+    EXPECT_EQ(rows->FieldName(i), expected[i].first);
+    EXPECT_EQ(platform::ValueText(rows->Get(i)), expected[i].second);
+  }
+}
+
+TEST_F(DatabasesTest, MidnightStartsATableAtTheFirstSampleBehindIt) {
+  clock.SetNow({2026, 3, 10, 23, 59, 59});
+  ASSERT_TRUE(OpenDatabases());
+  AddSample();
+  clock.SetNow({2026, 3, 11, 0, 0, 1});
+  EXPECT_FALSE(TableExists("20260311"));
+  AddSample();
+  AddSample();
+  EXPECT_EQ(Column("data.mdb", "20260310", 0), std::vector<std::string>{"23:59:59"});
+  EXPECT_EQ(Column("data.mdb", "20260311", 0), (std::vector<std::string>{"00:00:01", "00:00:01"}));
+}
+
+TEST_F(DatabasesTest, AClockSetBackAppendsToTheOldTableAndPurgesNothing) {
+  ASSERT_TRUE(OpenDatabases());
+  AddSample();
+  clock.SetNow({2026, 3, 11, 8, 0, 0});
+  AddSample();
+  AddTable("20200101");
+  clock.SetNow({2026, 3, 10, 7, 0, 0});
+  AddSample();
+  EXPECT_EQ(Column("data.mdb", "20260310", 0), (std::vector<std::string>{"12:00:00", "07:00:00"}));
+  EXPECT_TRUE(TableExists("20200101"));
+  EXPECT_TRUE(TableExists("20260311"));
+}
+
+TEST_F(DatabasesTest, PurgeKeepsTheCutOffDayAcrossMonthsAndYears) {
+  struct Case {
+    DateTime today;
+    const char* kept;
+    const char* dropped;
+  };
+  const Case cases[] = {
+      {{2028, 3, 10, 1, 0, 0}, "20280225", "20280224"},  // leap year
+      {{2026, 3, 10, 1, 0, 0}, "20260224", "20260223"},
+      {{2100, 3, 1, 1, 0, 0}, "21000215", "21000214"},  // no leap year
+      {{2000, 3, 1, 1, 0, 0}, "20000216", "20000215"},
+      {{2026, 1, 3, 1, 0, 0}, "20251220", "20251219"},
+      {{2026, 5, 14, 1, 0, 0}, "20260430", "20260429"},
+      {{2026, 5, 15, 1, 0, 0}, "20260501", "20260430"},
+  };
+  for (const Case& c : cases) {
+    clock.SetNow(c.today);
+    test::InstallDatabases(Folder());
+    AddTable(c.kept);
+    AddTable(c.dropped);
+    ASSERT_TRUE(OpenDatabases());
+    EXPECT_TRUE(TableExists(c.kept)) << c.kept;
+    EXPECT_FALSE(TableExists(c.dropped)) << c.dropped;
+    CloseDatabases();
+  }
+}
+
+TEST_F(DatabasesTest, PurgeGoesByLeadingDigitsAndLeavesEverythingElse) {
+  for (const char* name : {"20260101backup", "a20200101", "1x", "20991231", "0"}) AddTable(name);
+  for (const char* moment : {"2026/2/23 23:59:59", "2026/2/24 00:00:00", "2026/3/9 1:2:3"}) {
+    AddRow("allevent", moment);
+    AddRow("HTTPLOG", moment);
+  }
+  ASSERT_TRUE(OpenDatabases());
+  EXPECT_EQ(Tables(), (std::vector<std::string>{"a20200101", "20991231", "0", "20260310"}));
+  const std::vector<std::string> kept{"2026-02-24 00:00:00", "2026-03-09 01:02:03"};
+  EXPECT_EQ(Column("Event.mdb", "allevent", 0), kept);
+  EXPECT_EQ(Column("Event.mdb", "HTTPLOG", 0), kept);
+}
+
+TEST_F(DatabasesTest, AFailedSampleCostsThatSampleOnly) {
+  ASSERT_TRUE(OpenDatabases());
+  DataCenter.LoadPercent = 300;  // does not fit the column
+  AddSample();
+  DataCenter.LoadPercent = 20;
+  AddSample();
+  EXPECT_EQ(Column("data.mdb", "20260310", 3), std::vector<std::string>{"20"});
+}
+
+TEST_F(DatabasesTest, AnyBrokenFileLeavesStorageOff) {
+  const auto broken = [&](auto breakIt) {
+    breakIt();
+    EXPECT_FALSE(OpenDatabases());
+    EXPECT_FALSE(GetDatabaseReady());
+    EXPECT_FALSE(TableExists("20260310"));
+    test::InstallDatabases(Folder());
+  };
+  broken([&] { std::filesystem::remove_all(Folder() + "/database"); });
+  broken([&] { std::filesystem::remove(File("Event.mdb")); });
+  broken([&] { std::filesystem::permissions(File("data.mdb"), std::filesystem::perms(0444)); });
+  broken([&] { std::filesystem::resize_file(File("Event.mdb"), 0); });
+  broken([&] { platform::Database(File("Event.mdb")).DeleteTable("schedule"); });
+}
+
+}  // namespace
+}  // namespace varek

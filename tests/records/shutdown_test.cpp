@@ -1,0 +1,245 @@
+// The two countdowns, second by second on a replaced clock.
+
+#include "records/shutdown.h"
+
+#include <stdlib.h>
+#include <unistd.h>
+
+#include <chrono>
+
+#include "core/data_center.h"
+#include "core/error_list.h"
+#include "core/link_record.h"
+#include "platform/events.h"
+#include "platform/paths.h"
+#include "platform/timers.h"
+#include "records/databases.h"
+#include "records/events.h"
+#include "records/system_countdown.h"
+#include "records/ups_countdown.h"
+#include "settings/language.h"
+#include "support/monitor_fixture.h"
+
+namespace varek {
+namespace {
+
+using Rows = std::vector<int>;
+
+class ShutdownTest : public test::MonitorTest {
+ protected:
+  ShutdownTest() {
+    Loadlanguage(0);
+    OpenDatabases();
+    DataCenter.OutputVoltage = 220;
+    setenv("VAREK_SHUTDOWN_COMMAND", ("echo down >> " + Folder() + "/down").c_str(), 1);
+  }
+  ~ShutdownTest() override { setenv("VAREK_SHUTDOWN_COMMAND", "true", 1); }
+
+  /// How often the shutdown command was started; waits for one that has just been.
+  long Shutdowns(long expected) const {
+    const auto end = std::chrono::steady_clock::now() + std::chrono::seconds(10);
+    long lines = 0;
+    while (std::chrono::steady_clock::now() < end) {
+      const std::string path = Folder() + "/down";
+      const std::string text = platform::IsFile(path) ? platform::ReadWholeFile(path) : "";
+      lines = std::count(text.begin(), text.end(), '\n');
+      if (lines >= expected) break;
+      usleep(2000);
+    }
+    return lines;
+  }
+
+  std::string SystemLabel() { return SystemCountdown().Get().Window().Label(); }
+  std::string UPSLabel() { return UPSCountdown().Get().Window().Label(); }
+
+  /// The poll cycle's part: takes what waits, every two seconds.
+  std::vector<std::string> sent;
+  platform::Timer poll{"poll",
+                       [this] {
+                         if (Link.PendingCommand.empty()) return;
+                         sent.push_back(Link.PendingCommand);
+                         Link.PendingCommand.clear();
+                       },
+                       2000};
+};
+
+TEST_F(ShutdownTest, SystemCountdownShowsItsTimeAndShutsDownOnce) {
+  StartSystemShutdown(11);
+  clock.Advance(1000);
+  EXPECT_EQ(SystemLabel(), "010:59");
+  clock.Advance(60'000);
+  EXPECT_EQ(SystemLabel(), "09:59");
+  clock.Advance(598'000);
+  EXPECT_EQ(SystemLabel(), "00:01");
+  EXPECT_EQ(EventRows(), Rows{});
+  clock.Advance(1000);
+  EXPECT_EQ(SystemLabel(), "00:00");
+  clock.Advance(10'000);
+  EXPECT_EQ(EventRows(), Rows{5});
+  EXPECT_EQ(Shutdowns(1), 1);
+}
+
+TEST_F(ShutdownTest, ASecondRequestCanOnlyShortenTheSystemCountdown) {
+  StartSystemShutdown(5);
+  clock.Advance(10'000);
+  StartSystemShutdown(6);
+  EXPECT_EQ(SystemCountdown().Get().Seconds(), 290);
+  StartSystemShutdown(1);
+  EXPECT_EQ(SystemCountdown().Get().Seconds(), 60);
+  SystemCountdown().Get().Window().PressCancel();
+  platform::DoEvents();
+  EXPECT_FALSE(SystemCountdown().IsLoaded());
+  EXPECT_EQ(DataCenter.FormOpen[10], kClear);
+  EXPECT_EQ(Link.PendingCommand, "");  // the unit's count is not touched
+  clock.Advance(120'000);
+  EXPECT_EQ(EventRows(), Rows{});
+}
+
+TEST_F(ShutdownTest, ZeroMinutesShutDownAtTheNextTick) {
+  StartSystemShutdown(0);
+  clock.Advance(1000);
+  EXPECT_EQ(SystemLabel(), "00:00");
+  EXPECT_EQ(Shutdowns(1), 1);
+}
+
+TEST_F(ShutdownTest, AutosaveGetsTheLastTwoMinutes) {
+  DataCenter.AutoSaveOnShutdown = kSet;
+  StartSystemShutdown(3);
+  clock.Advance(60'000);
+  EXPECT_TRUE(started.empty());
+  clock.Advance(1000);
+  EXPECT_EQ(Started("Autosave.exe").size(), 1U);
+  clock.Advance(10'000);
+  EXPECT_EQ(started.size(), 1U);
+}
+
+TEST_F(ShutdownTest, AFailingSaveProgramDoesNotKeepTheCountdownFromItsEnd) {
+  DataCenter.AutoSaveOnShutdown = kSet;
+  programsMissing = true;
+  CloseDatabases();
+  StartSystemShutdown(1);
+  clock.Advance(61'000);
+  EXPECT_EQ(Shutdowns(1), 1);
+}
+
+TEST_F(ShutdownTest, UPSCountdownCancelsThenSendsAndMirrorsTheCount) {
+  StartUPSShutdown(1, kNoRestart);  // two pump seconds pass in here
+  EXPECT_EQ(sent, std::vector<std::string>{"C"});
+  clock.Advance(2100);
+  EXPECT_EQ(sent, (std::vector<std::string>{"C", "S01"}));
+  EXPECT_EQ(UPSLabel(), "00:57");
+  clock.Advance(57'800);
+  EXPECT_TRUE(UPSCountdown().IsLoaded());
+  clock.Advance(200);
+  EXPECT_FALSE(UPSCountdown().IsLoaded());
+  EXPECT_EQ(DataCenter.FormOpen[11], kClear);
+  EXPECT_EQ(EventRows(), Rows{9});
+}
+
+TEST_F(ShutdownTest, CommandTextsAndHiddenHours) {
+  struct Case {
+    int minutes;
+    int restart;
+    const char* command;
+    const char* label;
+  };
+  for (const Case& c : {Case{5, 9999, "S05R9999", "04:57"},
+                        {90, 30, "S90R0030", "29:57"},
+                        {120, 0, "S120R0000", "59:57"},
+                        {1666, kNoRestart, "S1666", "45:57"}}) {
+    sent.clear();
+    StartUPSShutdown(c.minutes, c.restart);
+    clock.Advance(2100);
+    EXPECT_EQ(sent.back(), c.command);
+    EXPECT_EQ(UPSLabel(), c.label) << c.command;
+  }
+  StartUPSShutdown(1667, kNoRestart);  // too long to be counted: the running count goes on
+  clock.Advance(1000);
+  EXPECT_EQ(UPSLabel(), "45:56");
+}
+
+TEST_F(ShutdownTest, TheCommandWaitsForAFreeSlot) {
+  poll.SetInterval(0);  // the link is down
+  StartUPSShutdown(2, kNoRestart);
+  clock.Advance(5000);
+  EXPECT_EQ(Link.PendingCommand, "C");
+  Link.PendingCommand.clear();
+  clock.Advance(100);
+  EXPECT_EQ(Link.PendingCommand, "S02");
+  clock.Advance(120'000);
+  EXPECT_EQ(EventRows(), Rows{9});  // the local count runs all the same
+}
+
+TEST_F(ShutdownTest, WithoutOutputNothingIsShutDown) {
+  DataCenter.OutputVoltage = 0;
+  StartUPSShutdown(1, kNoRestart);
+  EXPECT_FALSE(UPSCountdown().IsLoaded());
+  CancelShutdowns();
+  EXPECT_EQ(Link.PendingCommand, "");
+}
+
+TEST_F(ShutdownTest, ANewRequestBeginsTheCountAnew) {
+  StartUPSShutdown(1, kNoRestart);
+  clock.Advance(58'500);  // the old count would end in the middle of the new request
+  StartUPSShutdown(5, kNoRestart);
+  clock.Advance(2100);
+  EXPECT_EQ(sent.back(), "S05");
+  EXPECT_EQ(UPSLabel(), "04:57");
+  EXPECT_EQ(EventRows(), Rows{});
+}
+
+TEST_F(ShutdownTest, ACancelInsideTheWaitsSendsNoShutdown) {
+  platform::Timer cancel(
+      "cancel", [] { CancelShutdowns(); }, 700);
+  StartUPSShutdown(1, kNoRestart);
+  cancel.SetInterval(0);
+  clock.Advance(70'000);
+  EXPECT_FALSE(UPSCountdown().IsLoaded());
+  EXPECT_EQ(sent, std::vector<std::string>{"C"});
+  EXPECT_EQ(EventRows(), Rows{});
+}
+
+TEST_F(ShutdownTest, ANewerRequestInsideTheWaitsWins) {
+  platform::Timer newer(
+      "newer",
+      [&] {
+        newer.SetInterval(0);
+        StartUPSShutdown(2, kNoRestart);
+      },
+      700);
+  StartUPSShutdown(30, 9999);
+  clock.Advance(4000);
+  EXPECT_EQ(sent.back(), "S02");
+  EXPECT_EQ(UPSLabel().substr(0, 2), "01");
+}
+
+TEST_F(ShutdownTest, MainsFailureRunsBothCountsToTheirEnds) {
+  DataCenter.PowerFailSystemEnable = DataCenter.PowerFailUPSEnable = kSet;
+  DataCenter.PowerFailSystemDelay = 1;
+  DataCenter.PowerFailUPSDelay = 3;
+  DataCenter.Utility = kSet;
+  CheckUPSEvents();
+  EXPECT_EQ(EventRows(), Rows{6});
+  clock.Advance(60'000);
+  EXPECT_EQ(sent, (std::vector<std::string>{"C", "S03"}));
+  // The system goes first and takes note that the unit will follow.
+  EXPECT_EQ(EventRows(), (Rows{6, 5, 9}));
+  EXPECT_EQ(Shutdowns(1), 1);
+}
+
+TEST_F(ShutdownTest, MainsBackCancelsBothAndTellsTheUnit) {
+  DataCenter.PowerFailSystemEnable = DataCenter.PowerFailUPSEnable = DataCenter.Utility = kSet;
+  DataCenter.PowerFailSystemDelay = DataCenter.PowerFailUPSDelay = 1;
+  CheckUPSEvents();
+  clock.Advance(30'000);
+  DataCenter.Utility = kClear;
+  CheckUPSEvents();
+  clock.Advance(120'000);
+  EXPECT_EQ(sent, (std::vector<std::string>{"C", "S01", "C"}));
+  EXPECT_EQ(EventRows(), (Rows{6, 8}));
+  EXPECT_FALSE(SystemCountdown().IsLoaded() || UPSCountdown().IsLoaded());
+  EXPECT_EQ(Shutdowns(0), 0);
+}
+
+}  // namespace
+}  // namespace varek

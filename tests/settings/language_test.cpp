@@ -1,0 +1,70 @@
+// The language table as the build makes it, and what becomes of a broken one.
+
+#include "settings/language.h"
+
+#include <filesystem>
+#include <set>
+
+#include "platform/database.h"
+#include "support/monitor_fixture.h"
+
+namespace varek {
+namespace {
+
+class LanguageTest : public test::MonitorTest {
+ protected:
+  platform::Database Table() const {
+    return platform::Database(Folder() + "/database/LangData.mdb");
+  }
+};
+
+TEST_F(LanguageTest, EveryLanguageFillsEveryTextAndArray) {
+  std::set<std::string> eventSets;
+  for (int language = 0; language < 3; ++language) {
+    Loadlanguage(language);
+    for (size_t i = 0; i < kTextCount; ++i) EXPECT_NE(LangText[i], "") << language << " " << i;
+    EXPECT_EQ(EventText[0], LangText[131]);
+    EXPECT_EQ(EventText[11], LangText[142]);
+    EXPECT_EQ(StageText[8], LangText[174]);
+    EXPECT_EQ(ActionName[2], LangText[3]);
+    EXPECT_EQ(DeleteButtonText[0], LangText[106]);
+    EXPECT_EQ(SettingsMessage[7], LangText[294]);
+    EXPECT_EQ(SettingsMessage[17], LangText[314]);
+    eventSets.insert(EventText[5]);
+    // Pieces that other code builds texts from.
+    EXPECT_EQ(LangText[120].find('0'), LangText[120].rfind('0')) << language;
+    EXPECT_NE(LangText[120].find('0'), std::string::npos) << language;
+    EXPECT_EQ(LangText[217][0], ' ') << language;
+  }
+  EXPECT_EQ(eventSets.size(), 3U);
+}
+
+TEST_F(LanguageTest, RowsBeyondTheLastTextAreNotRead) {
+  auto table = Table();
+  auto rows = table.OpenRecordset("LangData");
+  rows->AddNew();
+  rows->Set(1, std::string("one too many"));
+  rows->Update();
+  Loadlanguage(0);
+  EXPECT_EQ(LangText[315], "");
+}
+
+TEST_F(LanguageTest, AShortOrAbsentTableLeavesTextsEmptyAndGoesOn) {
+  auto table = Table();
+  auto rows = table.OpenRecordset("Select * From LangData Where [number] > 135");
+  while (!rows->Eof()) {
+    rows->MoveFirst();
+    rows->Delete();
+  }
+  Loadlanguage(0);
+  EXPECT_NE(EventText[0], "");
+  EXPECT_EQ(EventText[11], "");
+
+  LangText = {};
+  std::filesystem::remove(Folder() + "/database/LangData.mdb");
+  Loadlanguage(0);
+  EXPECT_EQ(EventText[0], "");
+}
+
+}  // namespace
+}  // namespace varek
