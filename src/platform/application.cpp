@@ -1,5 +1,6 @@
 #include "platform/application.h"
 
+#include <clocale>
 #include <csignal>
 #include <cstdio>
 #include <cstdlib>
@@ -115,6 +116,8 @@ struct Application::Impl {
 Application::Application(int& argc, char** argv) : impl_(std::make_unique<Impl>(argc, argv)) {
   QApplication::setApplicationName(QStringLiteral("Varek"));
   QApplication::setQuitOnLastWindowClosed(false);
+  // The toolkit takes on the user's locale, in which a number may have a comma for its point.
+  std::setlocale(LC_NUMERIC, "C");
   impl_->DriveTimers();
   CatchStopSignals();
   impl_->stopNotifier = std::make_unique<QSocketNotifier>(stopPipe[0], QSocketNotifier::Read);

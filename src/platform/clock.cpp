@@ -46,7 +46,9 @@ int SecondsSinceMidnight() {
 
 std::string FormatDayName(const DateTime& moment) { return Join("%04d%02d%02d", moment); }
 
-std::string FormatTime(const DateTime& moment) { return Join("%4$02d:%5$02d:%6$02d", moment); }
+std::string FormatTime(const DateTime& moment) {
+  return FormatStored(moment).substr(sizeof "yyyy-mm-dd");
+}
 
 std::string FormatStored(const DateTime& moment) {
   return Join("%04d-%02d-%02d %02d:%02d:%02d", moment);

@@ -70,6 +70,8 @@ Connection::Connection(const std::string& path)
   if (sqlite3_db_readonly(sqlite.getHandle(), "main") != 0) {
     throw RuntimeError(errors::kDatabaseReadOnly, path + ": read-only");
   }
+  // Without this a column that does not exist would pass for a text of its name.
+  sqlite3_db_config(sqlite.getHandle(), SQLITE_DBCONFIG_DQS_DML, 0, nullptr);
   sqlite.exec("PRAGMA journal_mode=WAL");
   sqlite.exec("PRAGMA synchronous=FULL");
 }

@@ -1,5 +1,6 @@
 #include "platform/query_dialect.h"
 
+#include <algorithm>
 #include <regex>
 
 #include "platform/calendar.h"
@@ -9,6 +10,8 @@
 namespace platform {
 
 namespace {
+
+constexpr std::string_view kWhite = " \t\r\n\f\v";
 
 [[noreturn]] void FailSyntax(const std::string& text) {
   throw RuntimeError(errors::kQuerySyntax, "syntax error in query: " + text);
@@ -35,6 +38,31 @@ std::optional<std::string> SortableTime(const std::string& text) {
   const int second = parts[3].matched ? std::stoi(parts[3]) : 0;
   if (hour > 23 || minute > 59 || second > 59) return {};
   return ZeroPadded(hour, 2) + ":" + ZeroPadded(minute, 2) + ":" + ZeroPadded(second, 2);
+}
+
+// The head of a query is read word by word: the library's patterns recurse once a character, and a
+// long text would overrun the stack.
+
+void SkipWhite(std::string_view& text) {
+  text.remove_prefix(std::min(text.find_first_not_of(kWhite), text.size()));
+}
+
+std::string_view TakeWord(std::string_view& text) {
+  SkipWhite(text);
+  const std::string_view word = text.substr(0, text.find_first_of(kWhite));
+  text.remove_prefix(word.size());
+  return word;
+}
+
+/// A name in brackets or a bare word.
+std::string TakeTable(std::string_view& text) {
+  SkipWhite(text);
+  if (!text.starts_with('[')) return std::string(TakeWord(text));
+  const size_t close = text.find(']');
+  if (close == std::string_view::npos) FailSyntax(std::string(text));
+  const std::string name(text.substr(1, close - 1));
+  text.remove_prefix(close + 1);
+  return name;
 }
 
 /// Walks through a condition once, replacing what the engine spells differently.
@@ -64,6 +92,7 @@ class ConditionTranslator {
         DropTrailingComma();
         break;
       case ';':
+      case '\0':  // The engine would take the text to end here.
         FailSyntax(source_);
       default:
         break;
@@ -129,13 +158,16 @@ std::string TranslateCondition(const std::string& condition) {
 }
 
 TranslatedQuery TranslateQuery(const std::string& query) {
-  static const std::regex form(
-      R"(^\s*select\s+\*\s+from\s+(?:\[([^\]]*)\]|([^\s;]+))(\s+where\s)?)", std::regex::icase);
-  std::smatch head;
-  if (!std::regex_search(query, head, form)) FailSyntax(query);
-  const std::string rest = head.suffix();
-  if (!head[3].matched && !Trim(rest).empty()) FailSyntax(query);
-  return {head[1].matched ? head[1].str() : head[2].str(), TranslateCondition(rest)};
+  std::string_view rest = query;
+  for (const char* word : {"select", "*", "from"}) {
+    if (!SameIgnoringCase(TakeWord(rest), word)) FailSyntax(query);
+  }
+  const std::string table = TakeTable(rest);
+  const std::string_view where = TakeWord(rest);
+  SkipWhite(rest);
+  const bool complete = where.empty() || (SameIgnoringCase(where, "where") && !rest.empty());
+  if (table.empty() || !complete) FailSyntax(query);
+  return {table, TranslateCondition(std::string(rest))};
 }
 
 }  // namespace platform

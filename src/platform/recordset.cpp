@@ -26,7 +26,7 @@ Value WholeNumber(const FieldDef& field, const Value& value, int64_t lowest, int
 
 /// A single is kept as the number that its text shows, so that a limit typed by a person meets it.
 Value SingleNumber(const Value& value) {
-  return std::stod(SingleText(static_cast<float>(ValueNumber(value))));
+  return SingleAsShown(static_cast<float>(ValueNumber(value)));
 }
 
 Value DateText(const FieldDef& field, const Value& value) {
@@ -150,7 +150,7 @@ struct Recordset::Impl {
     if (!select) {
       select.emplace(connection->sqlite, "SELECT * FROM " + QuoteName(table) + " WHERE rowid=?");
     }
-    select->reset();
+    select->tryReset();  // Its answer is the failure of the last run, which was told then.
     select->bind(1, row);
     if (!select->executeStep()) {
       throw RuntimeError(errors::kRecordDeleted, "record is deleted");
@@ -170,7 +170,7 @@ struct Recordset::Impl {
       insert.emplace(connection->sqlite,
                      "INSERT INTO " + QuoteName(table) + " VALUES (" + places + ")");
     }
-    insert->reset();
+    insert->tryReset();
     for (size_t i = 0; i < newValues.size(); ++i) {
       BindValue(*insert, static_cast<int>(i) + 1, newValues[i]);
     }
@@ -251,7 +251,9 @@ void Recordset::MoveLast() {
 }
 
 void Recordset::MoveNext() {
-  if (Eof()) throw RuntimeError(errors::kNoCurrentRecord, "no current record");
+  if (Eof() && !impl_->rowDeleted) {
+    throw RuntimeError(errors::kNoCurrentRecord, "no current record");
+  }
   impl_->GoTo(impl_->position + (impl_->rowDeleted ? 0 : 1));
 }
 
@@ -274,6 +276,7 @@ void Recordset::AddNew() {
 }
 
 void Recordset::Edit() {
+  impl_->visitedRow.reset();  // What others have written since must survive the change.
   Engine([&] { impl_->ReadRow(impl_->CurrentRow()); });
   impl_->newValues = impl_->visited;
   impl_->change = Impl::Change::Edit;

@@ -1,5 +1,7 @@
 #include "platform/serial_port.h"
 
+#include <poll.h>
+
 #include <cstdlib>
 #include <filesystem>
 
@@ -29,6 +31,20 @@ std::string FollowLink(const std::string& device) {
   std::error_code error;
   const fs::path target = fs::canonical(device, error);
   return error ? device : target.string();
+}
+
+/// A device that has gone counts as readable for ever; closed, it lets the event loop sleep again.
+void CloseOnError(QSerialPort& port) {
+  const auto close = [&port] {
+    if (port.error() != QSerialPort::NoError) port.close();
+  };
+  QObject::connect(&port, &QSerialPort::errorOccurred, &port, close, Qt::QueuedConnection);
+}
+
+/// Pressing bytes on a device that is full would count as the loss of the device.
+bool TakesBytes(const QSerialPort& port) {
+  pollfd device{port.handle(), POLLOUT, 0};
+  return poll(&device, 1, 0) > 0;
 }
 
 }  // namespace
@@ -77,6 +93,7 @@ void SerialPort::Open() {
     throw RuntimeError(errors::kPortOpenFailed, device + ": " + port->errorString().toStdString());
   }
   port->clearError();  // A pseudo-terminal refuses a setting or two that make no difference.
+  CloseOnError(*port);
   impl_->port = std::move(port);
 }
 
@@ -90,7 +107,7 @@ void SerialPort::Output(const std::string& bytes) {
     throw RuntimeError(errors::kDeviceIo, "device takes no data");
   }
   port.write(bytes.data(), static_cast<qint64>(bytes.size()));
-  port.flush();
+  if (TakesBytes(port)) port.flush();  // Else they leave from the event loop.
 }
 
 size_t SerialPort::InBufferCount() const {

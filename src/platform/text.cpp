@@ -1,14 +1,27 @@
 #include "platform/text.h"
 
 #include <algorithm>
+#include <charconv>
 #include <cmath>
 #include <cstdio>
-#include <cstdlib>
 #include <limits>
 
 #include "platform/runtime_error.h"
 
 namespace platform {
+
+namespace {
+
+constexpr int kSingleDigits = 7;
+
+/// The number that `text` begins with in plain notation; 0 when there is none.
+double ExactNumber(std::string_view text) {
+  double number = 0;
+  std::from_chars(text.data(), text.data() + text.size(), number);
+  return number;
+}
+
+}  // namespace
 
 std::string Trim(std::string_view text) {
   const size_t first = text.find_first_not_of(' ');
@@ -34,7 +47,7 @@ double LenientNumber(std::string_view text) {
     pointSeen = pointSeen || firstPoint;
     digits += c;
   }
-  return std::strtod(digits.c_str(), nullptr);
+  return ExactNumber(digits);
 }
 
 double RoundHalfEven(double value) {
@@ -53,9 +66,13 @@ int16_t RoundToInt16(double value) {
 
 std::string SingleText(float value) {
   char text[32];
-  std::snprintf(text, sizeof text, "%.7G", static_cast<double>(value));
-  return text;
+  const auto end =
+      std::to_chars(text, text + sizeof text, value, std::chars_format::general, kSingleDigits);
+  std::replace(text, end.ptr, 'e', 'E');
+  return std::string(text, end.ptr);
 }
+
+double SingleAsShown(float value) { return ExactNumber(SingleText(value)); }
 
 std::string ZeroPadded(int64_t value, int digits) {
   char text[32];

@@ -1,5 +1,6 @@
 // Text and number helpers. Every conversion between the two stands here once: the lenient reader,
-// rounding to nearest with ties to even, the default text of a single.
+// rounding to nearest with ties to even, the default text of a single. None of them depends on the
+// process's locale, which the toolkit sets to the user's.
 #pragma once
 
 #include <cstdint>
@@ -31,6 +32,9 @@ int16_t RoundToInt16(double value);
 
 /// The default text of a single: up to seven significant digits, no trailing zeros, a point.
 std::string SingleText(float value);
+
+/// The number that SingleText(value) shows: 27.1, where a plain widening gives 27.1000003815.
+double SingleAsShown(float value);
 
 /// A whole number with at least `digits` digits, zero-padded ("00", "0000").
 std::string ZeroPadded(int64_t value, int digits);

@@ -1,9 +1,11 @@
 #include "records/countdown_window.h"
 
 #include <QCloseEvent>
+#include <QGuiApplication>
 #include <QKeyEvent>
 #include <QLabel>
 #include <QPushButton>
+#include <QScreen>
 #include <QVBoxLayout>
 #include <QWidget>
 #include <utility>
@@ -16,6 +18,8 @@ namespace {
 
 constexpr int kMinimumWidth = 260;
 constexpr double kTimeFontFactor = 2.5;
+/// Room for a title bar between the two windows.
+constexpr int kGap = 24;
 
 class Frame final : public QWidget {
  public:
@@ -47,6 +51,13 @@ class Frame final : public QWidget {
   }
 };
 
+void MoveTo(Frame& frame, CountdownWindow::Place place) {
+  frame.adjustSize();
+  const QPoint middle = QGuiApplication::primaryScreen()->availableGeometry().center();
+  const int above = place == CountdownWindow::Place::AboveMiddle ? frame.height() + kGap : -kGap;
+  frame.move(middle - QPoint(frame.width() / 2, above));
+}
+
 }  // namespace
 
 struct CountdownWindow::Impl {
@@ -54,8 +65,10 @@ struct CountdownWindow::Impl {
   Frame frame;
 };
 
-CountdownWindow::CountdownWindow(std::function<void()> cancel)
-    : impl_(std::make_unique<Impl>(std::move(cancel))) {}
+CountdownWindow::CountdownWindow(Place place, std::function<void()> cancel)
+    : impl_(std::make_unique<Impl>(std::move(cancel))) {
+  MoveTo(impl_->frame, place);
+}
 CountdownWindow::~CountdownWindow() = default;
 
 void CountdownWindow::Show() {

@@ -11,8 +11,11 @@ namespace varek {
 
 class CountdownWindow final {
  public:
+  /// Both countdowns may run at a time: one stands above the middle of the screen, one below.
+  enum class Place { AboveMiddle, BelowMiddle };
+
   /// `cancel` runs from the event loop after the click, so it may destroy the window.
-  explicit CountdownWindow(std::function<void()> cancel);
+  CountdownWindow(Place place, std::function<void()> cancel);
   ~CountdownWindow();
 
   void Show();

@@ -26,7 +26,7 @@ FormSlot<Form10>& SystemCountdown() {
 }
 
 Form10::Form10()
-    : window_([] { SystemCountdown().Unload(); }),
+    : window_(CountdownWindow::Place::AboveMiddle, [] { SystemCountdown().Unload(); }),
       Timer1("form10 Timer1", [this] { Timer1_Timer(); }) {
   window_.SetCaption("關機倒數");
   ApplyLanguage();
