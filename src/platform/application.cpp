@@ -37,12 +37,20 @@ extern "C" void NoteStopSignal(int) {
   if (write(stopPipe[1], &byte, 1) < 0) return;  // A full pipe already holds a stop.
 }
 
+/// A program that was started to outlive its terminal keeps doing so.
+void CatchUnlessHangUpIsIgnored(int signal, const struct sigaction& action) {
+  struct sigaction present {};
+  sigaction(signal, nullptr, &present);
+  if (signal == SIGHUP && present.sa_handler == SIG_IGN) return;
+  sigaction(signal, &action, nullptr);
+}
+
 void CatchStopSignals() {
   if (socketpair(AF_UNIX, SOCK_STREAM | SOCK_CLOEXEC | SOCK_NONBLOCK, 0, stopPipe) != 0) return;
   struct sigaction action {};
   action.sa_handler = NoteStopSignal;
   action.sa_flags = SA_RESTART;
-  for (int signal : kStopSignals) sigaction(signal, &action, nullptr);
+  for (int signal : kStopSignals) CatchUnlessHangUpIsIgnored(signal, action);
   std::signal(SIGPIPE, SIG_IGN);
 }
 
