@@ -96,7 +96,8 @@ std::string ReadWholeFile(const std::string& path) {
   std::ifstream file(path, std::ios::binary);
   std::ostringstream bytes;
   if (file.peek() != std::ifstream::traits_type::eof()) bytes << file.rdbuf();
-  if (file.bad() || !file.is_open()) FailAccess(path);
+  // A read that fails on the way shows in the copy alone.
+  if (file.bad() || bytes.fail() || !file.is_open()) FailAccess(path);
   return bytes.str();
 }
 

@@ -15,7 +15,8 @@ enum class WindowStyle { NormalFocus, MinimizedFocus, NormalNoFocus };
 /// such program and 75 when it can't be started.
 void StartProgram(const std::string& program, const std::string& rest, WindowStyle style);
 
-/// Starts a whole command line, quoting and all, as a person would type it. The same errors.
+/// Starts a whole command line, quoting and all, as a person would type it. A program in it that
+/// is missing shows only on standard error.
 void StartCommandLine(const std::string& commandLine);
 
 /// Takes the place of StartProgram for tests; nullptr restores.

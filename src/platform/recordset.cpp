@@ -176,7 +176,17 @@ struct Recordset::Impl {
     }
     insert->exec();
     insert->reset();
-    rows.push_back(connection->sqlite.getLastInsertRowid());
+    AppendKey(connection->sqlite.getLastInsertRowid());
+  }
+
+  /// The engine gives the keys of deleted last rows anew. Whoever still has one here was deleted by
+  /// another connection, and would show the new row a second time.
+  void AppendKey(int64_t row) {
+    while (!rows.empty() && rows.back() >= row) {
+      rows.pop_back();
+      visitedRow.reset();
+    }
+    rows.push_back(row);
   }
 
   void UpdateRow(int64_t row) {

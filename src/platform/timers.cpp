@@ -67,6 +67,8 @@ void Fire(TimerState& state) {
     TimerState& state;
   } running(state);
   Guarded(state.place, state.handler);
+  const int64_t now = TickCount();
+  if (state.due <= now) ScheduleNextTick(state, now);  // It fell while the handler ran.
 }
 
 }  // namespace

@@ -51,63 +51,39 @@ TEST_F(DataCenterTest, LaterStagesOverrideEarlierOnes) {
   struct Case {
     const char* name;
     int stage;
-    void (*change)();
+    float battery;
+    float celsius;
+    int load;
+    std::string
+        set;  ///< flags: c Celsius, t test, f fault, u mains failed, l battery low, - no link
   };
   const Case cases[] = {
-      {"normal", 0, [] {}},
-      {"charging", 2, [] { DataCenter.BatteryVoltage = 2; }},
-      {"test while charging", 3,
-       [] {
-         DataCenter.BatteryVoltage = 2;
-         DataCenter.TestProgress = kSet;
-       }},
-      {"exactly 60 degrees", 0, [] { DataCenter.Temperature = 60; }},
-      {"above 60 degrees", 4, [] { DataCenter.Temperature = 60.1F; }},
-      {"exactly 140 Fahrenheit", 0,
-       [] {
-         DataCenter.UseCelsius = kClear;
-         DataCenter.Temperature = 60;
-       }},
-      {"above 140 Fahrenheit", 4,
-       [] {
-         DataCenter.UseCelsius = kClear;
-         DataCenter.Temperature = 60.1F;
-       }},
-      {"fault while hot", 5,
-       [] {
-         DataCenter.Temperature = 70;
-         DataCenter.UPSFailed = kSet;
-       }},
-      {"on battery, no charging", 7,
-       [] {
-         DataCenter.BatteryVoltage = 2;
-         DataCenter.Utility = kSet;
-       }},
-      {"on battery and low", 8,
-       [] {
-         DataCenter.Utility = kSet;
-         DataCenter.BatLow = kSet;
-       }},
-      {"battery low on mains", 0, [] { DataCenter.BatLow = kSet; }},
-      {"load 100", 0, [] { DataCenter.LoadPercent = 100; }},
-      {"overload above all", 6,
-       [] {
-         DataCenter.Utility = kSet;
-         DataCenter.BatLow = kSet;
-         DataCenter.LoadPercent = 101;
-       }},
-      {"no link", 1,
-       [] {
-         DataCenter.LoadPercent = 101;
-         DataCenter.IsConnect = kClear;
-       }},
+      {"normal", 0, 2.3F, 25, 10, "c"},
+      {"charging", 2, 2, 25, 10, "c"},
+      {"test while charging", 3, 2, 25, 10, "ct"},
+      {"exactly 60 degrees", 0, 2.3F, 60, 10, "c"},
+      {"above 60 degrees, in a test", 4, 2.3F, 60.1F, 10, "ct"},
+      {"exactly 140 Fahrenheit", 0, 2.3F, 60, 10, ""},
+      {"above 140 Fahrenheit", 4, 2.3F, 60.1F, 10, ""},
+      {"fault while hot", 5, 2.3F, 70, 10, "cf"},
+      {"on battery, no charging", 7, 2, 25, 10, "cu"},
+      {"on battery and low", 8, 2.3F, 25, 10, "cul"},
+      {"battery low on mains", 0, 2.3F, 25, 10, "cl"},
+      {"load 100", 0, 2.3F, 25, 100, "c"},
+      {"overload above all", 6, 2.3F, 25, 101, "cul"},
+      {"no link", 1, 2.3F, 25, 101, "cul-"},
   };
   for (const Case& c : cases) {
-    DataCenter = DataCenterRecord();
-    DataCenter.IsConnect = kSet;
-    DataCenter.UseCelsius = kSet;
-    DataCenter.BatteryVoltage = 2.3F;
-    c.change();
+    const auto flag = [&c](char letter) { return ToFlag(c.set.find(letter) != c.set.npos); };
+    DataCenter.BatteryVoltage = c.battery;
+    DataCenter.Temperature = c.celsius;
+    DataCenter.LoadPercent = static_cast<int16_t>(c.load);
+    DataCenter.UseCelsius = flag('c');
+    DataCenter.TestProgress = flag('t');
+    DataCenter.UPSFailed = flag('f');
+    DataCenter.Utility = flag('u');
+    DataCenter.BatLow = flag('l');
+    SetIsConnect(!flag('-'));
     EXPECT_EQ(GetUPSStage(), c.stage) << c.name;
   }
 }

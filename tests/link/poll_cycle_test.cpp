@@ -3,20 +3,16 @@
 
 #include "link/poll_cycle.h"
 
-#include <fcntl.h>
-#include <poll.h>
 #include <stdlib.h>
-#include <termios.h>
-#include <unistd.h>
 
-#include <chrono>
+#include <optional>
 
 #include "core/data_center.h"
 #include "core/error_list.h"
 #include "core/link_record.h"
-#include "platform/events.h"
 #include "records/databases.h"
 #include "support/monitor_fixture.h"
+#include "support/serial_line.h"
 
 namespace varek {
 namespace {
@@ -25,52 +21,13 @@ const std::string kStatus = "(208.4 140.0 208.4 034 59.9 2.05 35.0 00001000\r";
 const std::string kRating = "#220.0 047 024.0 50.0\r";
 const std::string kIdentity = "#ACME POWER LTD  UPS 1000   V01.25    \r";
 
-/// The unit's end of a pseudo-terminal that stands as com1 in the test's folder.
-class Unit final {
- public:
-  explicit Unit(const std::string& folder) : link_(folder + "/com1") {
-    setenv("VAREK_COM_DIR", folder.c_str(), 1);
-    Plug();
-  }
-  ~Unit() { Unplug(); }
-
-  void Plug() {
-    master_ = posix_openpt(O_RDWR | O_NOCTTY | O_NONBLOCK);
-    grantpt(master_);
-    unlockpt(master_);
-    termios raw{};
-    tcgetattr(master_, &raw);
-    cfmakeraw(&raw);
-    tcsetattr(master_, TCSANOW, &raw);
-    ASSERT_EQ(symlink(ptsname(master_), link_.c_str()), 0);
-  }
-
-  void Unplug() {
-    unlink(link_.c_str());
-    close(master_);
-  }
-
-  void Say(const std::string& bytes) const {
-    ASSERT_EQ(write(master_, bytes.data(), bytes.size()), static_cast<ssize_t>(bytes.size()));
-  }
-
-  /// What the monitor has written since the last call.
-  std::string Heard() const {
-    pollfd ready{master_, POLLIN, 0};
-    ::poll(&ready, 1, 300);
-    char bytes[256];
-    const ssize_t count = read(master_, bytes, sizeof bytes);
-    return count > 0 ? std::string(bytes, static_cast<size_t>(count)) : std::string();
-  }
-
- private:
-  std::string link_;
-  int master_ = -1;
-};
+/// Milliseconds after which a line on which nothing comes counts as silent.
+constexpr int kPatience = 300;
 
 class PollCycleTest : public test::MonitorTest {
  protected:
-  PollCycleTest() : unit(Folder()) {
+  PollCycleTest() {
+    setenv("VAREK_COM_DIR", Folder().c_str(), 1);
     SelectSerial(1);
     OpenDatabases();
   }
@@ -78,7 +35,7 @@ class PollCycleTest : public test::MonitorTest {
   /// One send step and one receive step; the unit answers in between. Returns what went out.
   std::string Cycle(const std::string& reply = "") {
     cycle.COMtime_Timer();
-    const std::string sent = unit.Heard();
+    const std::string sent = unit ? unit->Receive(kPatience) : "";
     Answer(reply);
     cycle.COMtime_Timer();
     return sent;
@@ -87,17 +44,8 @@ class PollCycleTest : public test::MonitorTest {
   /// The unit's bytes are in the port's buffer when this returns.
   void Answer(const std::string& reply) {
     if (reply.empty()) return;
-    unit.Say(reply);
-    const auto end = std::chrono::steady_clock::now() + std::chrono::seconds(5);
-    while (Link.MSComm1.InBufferCount() < reply.size() && std::chrono::steady_clock::now() < end) {
-      platform::DoEvents();
-    }
-  }
-
-  /// The loss of a device is seen by the event loop.
-  static void LetDeviceGo() {
-    const auto end = std::chrono::steady_clock::now() + std::chrono::seconds(5);
-    while (Link.MSComm1.PortOpen() && std::chrono::steady_clock::now() < end) platform::DoEvents();
+    unit->Send(reply);
+    test::PumpUntil([&] { return Link.MSComm1.InBufferCount() >= reply.size(); });
   }
 
   void BringUp() {
@@ -108,7 +56,8 @@ class PollCycleTest : public test::MonitorTest {
     Cycle(kIdentity);
   }
 
-  Unit unit;
+  std::string link = Folder() + "/com1";
+  std::optional<test::PseudoTerminal> unit{std::in_place, link};
   PollCycle cycle;
 };
 
@@ -211,8 +160,8 @@ TEST_F(PollCycleTest, ALineWithoutEndIsDroppedAndTheNextOneRead) {
 
 TEST_F(PollCycleTest, AnAdapterThatGoesAndComesBackIsPolledAgain) {
   BringUp();
-  unit.Unplug();
-  LetDeviceGo();
+  unit.reset();
+  test::PumpUntil([] { return !Link.MSComm1.PortOpen(); });
   for (int second = 0; second < 5; ++second) Cycle();
   EXPECT_FALSE(GetIsConnect());
   const size_t before = Form13::List1().size();
@@ -220,7 +169,7 @@ TEST_F(PollCycleTest, AnAdapterThatGoesAndComesBackIsPolledAgain) {
   Cycle();
   EXPECT_EQ(Form13::List1().size(), before + 2);
   EXPECT_NE(Form13::List1().back().find("form12傳送資料發生8002錯誤"), std::string::npos);
-  unit.Plug();
+  unit.emplace(link);
   EXPECT_EQ(Cycle(kStatus), "Q1\r");
   EXPECT_TRUE(GetIsConnect());
 }

@@ -17,20 +17,13 @@
 #include "platform/runtime_error.h"
 #include "records/databases.h"
 #include "settings/language.h"
+#include "support/serial_line.h"
 
 namespace varek::test {
 
 namespace fs = std::filesystem;
 
 namespace {
-
-/// Windows need the toolkit's application; one serves all tests of a program.
-void StartToolkit() {
-  static int argc = 1;
-  static char name[] = "test";
-  static char* argv[] = {name, nullptr};
-  static platform::Application application(argc, argv);
-}
 
 std::string FileName(const std::string& program) {
   return program.substr(program.find_last_of("\\/") + 1);

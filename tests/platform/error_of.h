@@ -1,0 +1,20 @@
+// How the tests of this room ask for an error's number.
+#pragma once
+
+#include <functional>
+
+#include "platform/runtime_error.h"
+
+namespace platform {
+
+/// Number of the error that `operation` ends with, 0 when it comes to its end.
+inline int ErrorOf(const std::function<void()>& operation) {
+  try {
+    operation();
+    return 0;
+  } catch (const RuntimeError& error) {
+    return error.Number();
+  }
+}
+
+}  // namespace platform
