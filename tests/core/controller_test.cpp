@@ -2,17 +2,11 @@
 
 #include "core/controller.h"
 
-#include <filesystem>
-#include <fstream>
 #include <optional>
 
 #include "core/data_center.h"
-#include "core/forms.h"
-#include "core/link_record.h"
-#include "records/events.h"
 #include "records/shutdown.h"
 #include "records/system_countdown.h"
-#include "settings/language.h"
 #include "support/monitor_fixture.h"
 
 namespace varek {
@@ -39,28 +33,6 @@ class ControllerTest : public test::MonitorTest {
 
   Form12 controller;
 };
-
-TEST_F(ControllerTest, AFirstStartComesUpAndWritesItsConfiguration) {
-  EXPECT_EQ(Load(), std::nullopt);
-  EXPECT_EQ(messages, std::vector<std::string>{"LOAD CONFIG ERROR"});
-  EXPECT_EQ(EventRows(), std::vector<int>{1});
-  EXPECT_EQ(started.size(), 1U);
-  EXPECT_EQ(started[0].name, "ShowAutoSave.exe");
-  EXPECT_EQ(Link.PortNumber, 800);
-  EXPECT_EQ(DataCenter.FormOpen[12], kSet);
-  EXPECT_NE(EventText[0], "");
-  std::ifstream file(Path("config.qmz"));
-  std::string search, port;
-  file >> search >> port;
-  EXPECT_EQ(search + port, "F800");
-}
-
-TEST_F(ControllerTest, AStartWithoutStorageGoesOn) {
-  std::filesystem::remove_all(Path("database"));
-  EXPECT_EQ(Load(), std::nullopt);
-  EXPECT_EQ(messages.back(), "Init Database Error!");
-  EXPECT_EQ(started.size(), 1U);
-}
 
 TEST_F(ControllerTest, AnyErrorOnTheWayEndsTheStartInOrder) {
   programsMissing = true;  // The save helper is the last thing that can fail.

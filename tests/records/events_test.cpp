@@ -1,17 +1,11 @@
-// The twelve events: latches, order, what a failure stops and what it does not, and the command
-// lines of the senders.
+// The twelve events: latches, order, what a failure stops and what it does not.
 
 #include "records/events.h"
 
 #include "core/data_center.h"
-#include "core/error_list.h"
 #include "core/link_record.h"
-#include "platform/guard.h"
-#include "platform/system.h"
 #include "records/databases.h"
-#include "records/shutdown.h"
 #include "records/system_countdown.h"
-#include "records/ups_countdown.h"
 #include "settings/language.h"
 #include "support/monitor_fixture.h"
 
@@ -98,55 +92,6 @@ TEST_F(EventsTest, BatteryLowThatEndsOnMainsCancels) {
   EXPECT_EQ(Link.PendingCommand, "C");
 }
 
-TEST_F(EventsTest, PopupsComeForFourEventsOnly) {
-  DataCenter.EventPopup = kSet;
-  DataCenter.Utility = DataCenter.BatLow = DataCenter.TestProgress = DataCenter.UPSFailed = kSet;
-  DataCenter.LoadPercent = 120;
-  CheckUPSEvents();
-  EventProgramStart();
-  EventLinkLost();
-  std::vector<std::string> texts;
-  for (const auto& program : Started("alert.exe")) texts.push_back(program.rest);
-  EXPECT_EQ(texts, (std::vector<std::string>{"UPS" + EventText[5], "UPS" + EventText[6],
-                                             "UPS" + EventText[10], "UPS" + EventText[9]}));
-}
-
-TEST_F(EventsTest, SenderLinesByteForByte) {
-  DataCenter.MailEventEnable.fill(kSet);
-  DataCenter.SmsEventEnable[1] = kSet;
-  DataCenter.MailServer = "mail.example";
-  DataCenter.MailSenderName = "UPS";
-  DataCenter.MailSenderAddress = "ups@example";
-  DataCenter.MailRecipientName = "";
-  DataCenter.MailRecipientAddress = "me@example";
-  DataCenter.MailSubject = "unused";
-  DataCenter.MailEventText[1] = "stopped ]";
-  DataCenter.SmsEventText[1] = "簡訊";
-  DataCenter.SmsGateway = 1;
-  DataCenter.SmsAccount = "account";
-  DataCenter.SmsPassword = "pass word";
-  DataCenter.SmsNumber = "886900";
-  DataCenter.SmsApiId = "api";
-  DataCenter.WebPort = 1888;
-  SetLanguageIndex(2);
-  Loadlanguage(2);
-  EventProgramEnd();
-  DataCenter.WebEnabled = kSet;
-  EventProgramEnd();
-  EventProgramStart();
-
-  const auto mails = Started("mailto.exe");
-  ASSERT_EQ(mails.size(), 3U);
-  const std::string settings = "[mail.example][UPS][ups@example][][me@example][";
-  const std::string link = "\r\n\r\n http://" + platform::LocalAddress() + ":1888/index.htm";
-  EXPECT_EQ(mails[0].rest, settings + LangText[132] + "][stopped ]][F][2]");
-  EXPECT_EQ(mails[1].rest, settings + LangText[132] + "][stopped ]" + link + "][F][2]");
-  EXPECT_EQ(mails[2].rest, settings + LangText[131] + "][" + link + "][F][2]");
-  const auto messagesSent = Started("SMSTO.exe");
-  ASSERT_EQ(messagesSent.size(), 2U);
-  EXPECT_EQ(messagesSent[0].rest, "[1][account][pass word][886900][簡訊][api][F][2]");
-}
-
 TEST_F(EventsTest, AFailedRowStopsNothingButEventsFourAndSix) {
   DataCenter.MailEventEnable.fill(kSet);
   DataCenter.EventPopup = DataCenter.PowerFailSystemEnable = kSet;
@@ -180,16 +125,6 @@ TEST_F(EventsTest, AMissingPopupProgramLosesTheRowOfSixButNotTheCountdown) {
   EXPECT_TRUE(SystemCountdown().IsLoaded());
   CheckUPSEvents();
   EXPECT_EQ(EventRows(), Rows{11});  // a fault is written although its pop-up failed
-}
-
-TEST_F(EventsTest, StaleFlagsRaiseNothingWhileTheLinkIsDown) {
-  DataCenter.Utility = kSet;
-  CheckUPSEvents();
-  EventLinkLost();
-  CheckUPSEvents();
-  EventLinkUp();
-  CheckUPSEvents();
-  EXPECT_EQ(EventRows(), (Rows{6, 4, 3}));
 }
 
 }  // namespace

@@ -95,13 +95,6 @@ TEST_F(ShutdownTest, ASecondRequestCanOnlyShortenTheSystemCountdown) {
   EXPECT_EQ(EventRows(), Rows{});
 }
 
-TEST_F(ShutdownTest, ZeroMinutesShutDownAtTheNextTick) {
-  StartSystemShutdown(0);
-  clock.Advance(1000);
-  EXPECT_EQ(SystemLabel(), "00:00");
-  EXPECT_EQ(Shutdowns(1), 1);
-}
-
 TEST_F(ShutdownTest, AutosaveGetsTheLastTwoMinutes) {
   DataCenter.AutoSaveOnShutdown = kSet;
   StartSystemShutdown(3);
