@@ -17,5 +17,6 @@ int main(int argc, char** argv) {
     controller.Form_Unload(cancel);
   });
   controller.Form_Load();
-  return application.Run();
+  application.Run();
+  controller.Stop();  // The desktop has asked the program to quit.
 }

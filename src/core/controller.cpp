@@ -8,6 +8,7 @@
 #include "core/tray.h"
 #include "link/port_search.h"
 #include "platform/application.h"
+#include "platform/guard.h"
 #include "platform/message_box.h"
 #include "platform/paths.h"
 #include "platform/process.h"
@@ -65,8 +66,7 @@ void Form12::Form_Load() {
     LoadSteps();
   } catch (const std::exception& error) {
     TellNoStart(error);
-    EndUPSEE();
-    platform::EndProcess(1);
+    End(1);
   }
 }
 
@@ -79,9 +79,11 @@ void Form12::LoadSteps() {
   Loadlanguage(DataCenter.LanguageIndex);
   if (AnotherInstanceRuns()) HandOverToRunningCopy();
   DataCenter.FormOpen[kNumber] = kSet;
-  OpenStorage();
+  // The poll cycle runs while the message about the databases is open: no link may be lost behind
+  // it.
   Link.LinkUp = 0;
   Link.UsbOpen = 0;
+  OpenStorage();
   LoadTrayPicture();
   if (DataCenter.WebEnabled) StartWebConsole();
   NewKey();
@@ -93,8 +95,7 @@ void Form12::LoadSteps() {
 
 void Form12::HandOverToRunningCopy() {
   SendShow();
-  EndUPSEE();
-  platform::EndProcess(0);
+  End(0);
 }
 
 void Form12::OpenStorage() {
@@ -142,9 +143,12 @@ void Form12::EndUPSEE() {
   UnloadForm(kDashboard);
 }
 
-void Form12::Stop() {
-  EndUPSEE();
-  platform::EndProcess(0);
+void Form12::Stop() { End(0); }
+
+/// A step of the stop that fails must not leave half a process behind.
+void Form12::End(int status) {
+  platform::Guarded("form12 EndUPSEE", [this] { EndUPSEE(); });
+  platform::EndProcess(status);
 }
 
 void Form12::Form_Unload(bool& cancel) {

@@ -36,6 +36,7 @@ class Form12 final {
   void ENDPROG_Click();
 
  private:
+  void End(int status);
   void LoadSteps();
   void HandOverToRunningCopy();
   void OpenStorage();

@@ -5,6 +5,7 @@ namespace varek {
 LinkRecord Link;
 
 void SelectUsb() {
+  Link.MSComm1.Close();
   Link.LinkType = kUsbLink;
   Link.PortNumber = kUsbPort;
 }
@@ -12,6 +13,7 @@ void SelectUsb() {
 void SelectSerial(int16_t port) {
   Link.LinkType = kSerialLink;
   Link.PortNumber = port;
+  Link.MSComm1.Close();
   Link.MSComm1.SetCommPort(port);
 }
 

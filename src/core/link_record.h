@@ -31,9 +31,9 @@ struct LinkRecord {
 
 extern LinkRecord Link;
 
-/// Chooses USB: the link type and the port number.
+/// Chooses USB: the link type and the port number. The poll port is given back.
 void SelectUsb();
-/// Chooses the serial link on COM port `port` and points the poll port at it.
+/// Chooses the serial link on COM port `port` and points the poll port at it, closed.
 void SelectSerial(int16_t port);
 
 }  // namespace varek

@@ -112,8 +112,8 @@ void PollCycle::DeclareLinkLost() {
   if (MissCount <= kMissLimit || Link.LinkUp != 1) return;
   Link.LinkUp = 0;
   SetIsConnect(false);
+  MissCount = 0;  // Before the event, whose failure would declare the next link lost at once.
   EventLinkLost();
-  MissCount = 0;
 }
 
 void PollCycle::BringLinkUp() {
@@ -153,7 +153,7 @@ void PollCycle::ReceiveUsb() {
     ReceiveUsbStatus();
     Phase = 1;
   } else {
-    ReceiveUsbSpare();
+    if (Link.LinkUp == 1) ReceiveUsbSpare();  // A command waits for the link.
     Phase = 0;
   }
 }

@@ -143,7 +143,7 @@ void Application::OnSessionEnd(std::function<void()> ending) {
   impl_->sessionEnding = std::move(ending);
 }
 
-int Application::Run() { return QApplication::exec(); }
+void Application::Run() { QApplication::exec(); }
 
 bool HasDisplay() {
   return QCoreApplication::instance() &&

@@ -21,8 +21,8 @@ class Application final {
   /// the stop signal may follow, or the session may go on.
   void OnSessionEnd(std::function<void()> ending);
 
-  /// Runs until the process is ended by EndProcess.
-  int Run();
+  /// Runs until the process is ended by EndProcess, or returns when the desktop asks it to quit.
+  void Run();
 
  private:
   struct Impl;

@@ -14,12 +14,13 @@ namespace {
 constexpr int kBusyMilliseconds = 100;
 
 /// A file that nobody may write is read-only for every account, the administrator's included.
-void RequireWritableFile(const std::string& path) {
+void RequireFile(const std::string& path, Access access) {
   struct stat info {};
   if (stat(path.c_str(), &info) != 0 || !S_ISREG(info.st_mode)) {
     throw RuntimeError(errors::kDatabaseNotFound, path + ": no such database");
   }
-  if ((info.st_mode & (S_IWUSR | S_IWGRP | S_IWOTH)) == 0) {
+  const bool writable = (info.st_mode & (S_IWUSR | S_IWGRP | S_IWOTH)) != 0;
+  if (access == Access::ReadWrite && !writable) {
     throw RuntimeError(errors::kDatabaseReadOnly, path + ": read-only");
   }
 }
@@ -65,13 +66,18 @@ double ValueNumber(const Value& value) {
   return text ? LenientNumber(*text) : 0;
 }
 
-Connection::Connection(const std::string& path)
-    : sqlite(path, SQLite::OPEN_READWRITE, kBusyMilliseconds) {
+Connection::Connection(const std::string& path, Access access)
+    : sqlite(path, access == Access::ReadOnly ? SQLite::OPEN_READONLY : SQLite::OPEN_READWRITE,
+             kBusyMilliseconds) {
+  // Without this a column that does not exist would pass for a text of its name.
+  sqlite3_db_config(sqlite.getHandle(), SQLITE_DBCONFIG_DQS_DML, 0, nullptr);
+  if (access == Access::ReadWrite) PrepareForWriting(path);
+}
+
+void Connection::PrepareForWriting(const std::string& path) {
   if (sqlite3_db_readonly(sqlite.getHandle(), "main") != 0) {
     throw RuntimeError(errors::kDatabaseReadOnly, path + ": read-only");
   }
-  // Without this a column that does not exist would pass for a text of its name.
-  sqlite3_db_config(sqlite.getHandle(), SQLITE_DBCONFIG_DQS_DML, 0, nullptr);
   sqlite.exec("PRAGMA journal_mode=WAL");
   sqlite.exec("PRAGMA synchronous=FULL");
 }
@@ -86,9 +92,9 @@ void Connection::RequireTable(const std::string& name) {
   if (!HasTable(name)) throw RuntimeError(errors::kTableNotFound, "no table " + name);
 }
 
-Database::Database(const std::string& path) {
-  RequireWritableFile(path);
-  connection_ = Engine([&] { return std::make_shared<Connection>(path); });
+Database::Database(const std::string& path, Access access) {
+  RequireFile(path, access);
+  connection_ = Engine([&] { return std::make_shared<Connection>(path, access); });
 }
 
 Database::~Database() = default;

@@ -36,12 +36,14 @@ struct TableDef {
 struct Connection;
 class Recordset;
 
+enum class Access { ReadWrite, ReadOnly };
+
 /// One connection to one file; closed when it and its recordsets are gone.
 class Database final {
  public:
-  /// Opens an existing file for reading and writing; never makes one. Throws RuntimeError 3024
-  /// (missing), 3051 (read-only) or 3343 (no database).
-  explicit Database(const std::string& path);
+  /// Opens an existing file; never makes one. Throws RuntimeError 3024 (missing), 3051 (to be
+  /// written, but read-only) or 3343 (no database).
+  explicit Database(const std::string& path, Access access = Access::ReadWrite);
   ~Database();
   Database(Database&&) noexcept;
   Database& operator=(Database&&) noexcept;

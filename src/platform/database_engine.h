@@ -30,12 +30,15 @@ FieldType TypeFromDeclaration(const std::string& declared);
 
 struct Connection {
   /// Opens an existing file; throws as Database does, wrapped in Engine by the caller.
-  explicit Connection(const std::string& path);
+  Connection(const std::string& path, Access access);
 
   bool HasTable(const std::string& name);
   void RequireTable(const std::string& name);
 
   SQLite::Database sqlite;
+
+ private:
+  void PrepareForWriting(const std::string& path);
 };
 
 }  // namespace platform

@@ -35,6 +35,8 @@ class Frame final : public QWidget {
     layout->addWidget(&label);
     layout->addWidget(&button);
     setMinimumWidth(kMinimumWidth);
+    // Whoever is typing must not press the button by accident.
+    setAttribute(Qt::WA_ShowWithoutActivating);
     connect(&button, &QPushButton::clicked, this, [this] { PressCancel(); });
   }
 

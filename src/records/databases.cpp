@@ -76,6 +76,15 @@ void DeleteRowsBefore(const platform::DateTime& cutOff) {
   database.CommitTransaction();
 }
 
+/// Old rows that stay a day longer are worth less than the samples of a day.
+void PurgeIfPossible() {
+  try {
+    PurgeOldRecords();
+  } catch (const std::exception& error) {
+    platform::LogLine(std::string("purge: ") + error.what());
+  }
+}
+
 void OpenAll() {
   Records.data.emplace(platform::ProgramPath(kDataFile));
   OpenTodayTable();
@@ -126,7 +135,7 @@ void OpenTodayTable() {
   }
   Records.data->AppendTable(DayTable(Records.todayTable));
   Records.samples = Records.data->OpenRecordset(Records.todayTable);
-  PurgeOldRecords();
+  PurgeIfPossible();
 }
 
 void AddSample() {

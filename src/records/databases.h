@@ -38,7 +38,7 @@ extern OpenRecords Records;
 bool OpenDatabases();
 
 /// Makes today's table the one that samples go to; a table that has to be made first also brings
-/// the purge. Throws RuntimeError.
+/// the purge, whose failure is reported and waits for the next day. Throws RuntimeError.
 void OpenTodayTable();
 
 /// Writes one row for this second. A failure costs that sample only; the next call tries again.

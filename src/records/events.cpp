@@ -120,16 +120,16 @@ void FollowStage() {
   SetStageIcon(DataCenter.UPSStage);
 }
 
-/// Sets a latch however the steps before it end.
-class LatchOnExit {
+/// Does what must be done however the steps of its block end.
+class OnExit {
  public:
-  explicit LatchOnExit(Flag& latch) : latch_(latch) {}
-  ~LatchOnExit() { latch_ = kSet; }
-  LatchOnExit(const LatchOnExit&) = delete;
-  LatchOnExit& operator=(const LatchOnExit&) = delete;
+  explicit OnExit(void (*action)()) : action_(action) {}
+  ~OnExit() { action_(); }
+  OnExit(const OnExit&) = delete;
+  OnExit& operator=(const OnExit&) = delete;
 
  private:
-  Flag& latch_;
+  void (*action_)();
 };
 
 }  // namespace
@@ -148,8 +148,11 @@ void EventProgramEnd() { RecordEvent(kProgramEnd); }
 void EventLinkUp() { RecordEvent(kLinkUp); }
 
 void EventLinkLost() {
-  WriteRow(kLinkLost);
-  ClearLiveValues();
+  {
+    // A unit that is gone has no readings, whether or not its going could be recorded.
+    const OnExit clear(ClearLiveValues);
+    WriteRow(kLinkLost);
+  }
   Notify(kLinkLost);
 }
 
@@ -161,7 +164,7 @@ void EventPowerFail() {
   {
     // A row or a pop-up that fails must not bring the countdowns back to their beginning at the
     // next tick.
-    const LatchOnExit latch(DataCenter.PowerFailLatched);
+    const OnExit latch([] { DataCenter.PowerFailLatched = kSet; });
     if (DataCenter.PowerFailSystemEnable) StartSystemShutdown(DataCenter.PowerFailSystemDelay);
     if (DataCenter.PowerFailUPSEnable) StartUPSShutdown(DataCenter.PowerFailUPSDelay, kNoRestart);
     ShowPopup(kPowerFail);

@@ -19,7 +19,7 @@ void CheckUPSEvents();
 void EventProgramStart();
 void EventProgramEnd();
 void EventLinkUp();
-/// Also clears the live values.
+/// Also clears the live values, even when its row can't be written.
 void EventLinkLost();
 void EventSystemShutdown();
 void EventUPSShutdown();

@@ -42,7 +42,7 @@ void CopySharedTexts() {
 }
 
 void ReadTexts(int languageIndex) {
-  platform::Database database(platform::ProgramPath(kFile));
+  platform::Database database(platform::ProgramPath(kFile), platform::Access::ReadOnly);
   const auto rows = database.OpenRecordset("SELECT  *  FROM LangData");
   rows->MoveFirst();
   for (size_t row = 0; row < kTextCount; ++row) {
@@ -54,7 +54,7 @@ void ReadTexts(int languageIndex) {
 }  // namespace
 
 void Loadlanguage(int languageIndex) {
-  platform::IgnoreErrors([&] { ReadTexts(languageIndex); });
+  platform::Guarded("language", [&] { ReadTexts(languageIndex); });
   language(0);
   language(12);
   UnloadForm(kLanguageForm);

@@ -20,7 +20,8 @@ extern std::array<std::string, 4> DeleteButtonText;  ///< schedule delete button
 extern std::array<std::string, 18> SettingsMessage;  ///< messages of the settings dialog
 
 /// Fills LangText with the column of `languageIndex` (0 to 2), then the shared arrays and the
-/// controller. Errors are passed over: what can't be read stays as it was, empty at start.
+/// controller. An error becomes a line of the error list: what can't be read stays as it was, empty
+/// at start.
 void Loadlanguage(int languageIndex);
 
 /// Fills the shared arrays from LangText, and for a view number from 1 to 17 puts that window's

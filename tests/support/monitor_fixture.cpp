@@ -11,6 +11,7 @@
 #include "platform/application.h"
 #include "platform/database.h"
 #include "platform/guard.h"
+#include "platform/hid.h"
 #include "platform/message_box.h"
 #include "platform/paths.h"
 #include "platform/process.h"
@@ -28,6 +29,13 @@ namespace {
 std::string FileName(const std::string& program) {
   return program.substr(program.find_last_of("\\/") + 1);
 }
+
+/// A machine on which nothing is plugged in, whatever the real one has.
+class NoHid final : public platform::HidDriver {
+ public:
+  std::vector<platform::HidDeviceInfo> List() override { return {}; }
+  std::unique_ptr<platform::HidDevice> Open(const std::string&) override { return nullptr; }
+};
 
 void ResetRooms() {
   for (int form = 1; form <= 17; ++form) UnloadForm(form);
@@ -61,6 +69,8 @@ MonitorTest::MonitorTest() {
   InstallDatabases(Folder());
   platform::SetProgramFolder(Folder());
   ResetRooms();
+  static NoHid noHid;
+  platform::ReplaceHidDriver(&noHid);
   platform::SetErrorSink([](const std::string& place, int number, const std::string&) {
     Form13::AddError(place, number);
   });
