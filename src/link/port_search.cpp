@@ -1,11 +1,139 @@
 #include "link/port_search.h"
 
+#include <utility>
+
+#include "core/link_record.h"
+#include "link/protocol.h"
+#include "link/usb_link.h"
+#include "platform/clock.h"
+#include "platform/events.h"
+#include "platform/guard.h"
+
 namespace varek {
 
-// Empty entries: the search is still to be built. Until then nothing is found.
+namespace {
 
-void findport(int16_t&) {}
+constexpr int64_t kUsbMilliseconds = 7000;
+constexpr int64_t kUsbAskInterval = 500;
+constexpr double kUsbShare = 50;  ///< percent of the bar
+constexpr int kComMilliseconds = 1000;
+constexpr int kPumpMilliseconds = 10;
 
-void RequestSearchExit() {}
+SearchDisplay& Display() {
+  static SearchDisplay display;
+  return display;
+}
+
+template <typename Call, typename... Arguments>
+void Show(const Call& call, Arguments&&... arguments) {
+  if (call) call(std::forward<Arguments>(arguments)...);
+}
+
+bool IsStatus(const std::string& reply) { return reply.starts_with('('); }
+
+/// A device that is not open yet can't answer.
+void OpenUsb() {
+  platform::Guarded("form12 USB連接", [] {
+    if (Link.UsbOpen == 0) Action();
+  });
+}
+
+/// Asks only when the clock lands on a multiple of the interval, hence seldom and unevenly: bad
+/// replies count towards the failures of a link that may be working beside the search.
+std::string AskUsb() {
+  std::string reply;
+  const int64_t start = platform::TickCount();
+  int64_t elapsed = 0;
+  while (!IsStatus(reply) && elapsed <= kUsbMilliseconds && !Link.ExitRequested) {
+    if (elapsed % kUsbAskInterval == 0) reply = SentCommand("Q1");
+    Show(Display().progress, static_cast<double>(elapsed) / kUsbMilliseconds * kUsbShare);
+    platform::SpinEvents();
+    elapsed = platform::TickCount() - start;
+  }
+  return reply;
+}
+
+bool SearchUsb() {
+  Show(Display().label, "USB");
+  OpenUsb();
+  const std::string reply = AskUsb();
+  return IsStatus(reply) && reply.size() == kStatusLength;
+}
+
+void OpenSearchPort(int number) {
+  platform::SerialPort& port = Link.MSComm2;
+  port.Close();
+  port.SetCommPort(number);
+  platform::Guarded("form12 com開啟", [&port] {
+    port.Open();
+    port.Output("Q1\r");
+  });
+}
+
+bool AnswersOnCom(int number) {
+  Show(Display().label, "COM" + std::to_string(number));
+  OpenSearchPort(number);
+  // A port that can't be opened has nothing to wait for.
+  const bool answers =
+      Link.MSComm2.PortOpen() && IsStatus(WaitReply(Link.MSComm2, '\r', kComMilliseconds));
+  platform::Guarded("form12 com關閉", [] { Link.MSComm2.Close(); });
+  return answers;
+}
+
+/// The bar goes on from about half to full.
+double ComProgress(int number) { return (number + 17) / 34.0 * 100; }
+
+void SearchCom(int16_t& port) {
+  for (int number = kFirstComPort; number <= kLastComPort && !Link.ExitRequested; ++number) {
+    if (AnswersOnCom(number)) {
+      Show(Display().progress, 100.0);
+      port = static_cast<int16_t>(number);
+      Link.MSComm1.Close();
+      Link.MSComm1.SetCommPort(number);
+      return;
+    }
+    platform::DoEvents();
+    Show(Display().progress, ComProgress(number));
+  }
+}
+
+}  // namespace
+
+void SetSearchDisplay(SearchDisplay display) { Display() = std::move(display); }
+
+void findport(int16_t& port) {
+  Show(Display().open);
+  if (SearchUsb()) {
+    port = kUsbPort;
+  } else {
+    SearchCom(port);
+  }
+  Show(Display().close);
+}
+
+void SetPort(int16_t port) {
+  if (port == Link.PortNumber) return;
+  if (Link.UsbOpen == 1) Usb.UsbHandle.reset();  // UsbOpen follows when no reply comes any more.
+  Link.MSComm1.Close();
+  if (port == kUsbPort) {
+    SelectUsb();
+    if (Link.UsbOpen == 0) Action();
+  } else if (port != 0) {
+    SelectSerial(port);
+    platform::IgnoreErrors([] { Link.MSComm1.Open(); });
+  }
+}
+
+std::string WaitReply(platform::SerialPort& port, char terminator, int timeoutMs) {
+  std::string text;
+  const int64_t start = platform::TickCount();
+  do {
+    platform::WaitForEvents(kPumpMilliseconds);
+    text += port.Input();
+  } while (text.find(terminator) == std::string::npos && platform::TickCount() - start < timeoutMs);
+  return text.find(terminator) == std::string::npos ? std::string() : text;
+}
+
+void RequestSearchExit() { Link.ExitRequested = true; }
 
 }  // namespace varek

@@ -1,13 +1,41 @@
-// The search for the unit over all ports.
+// Which port the unit is on: the search over USB and the COM ports, and the change of the working
+// link. The search uses a port of its own, so that it can run beside a working link; the poll ticks
+// and everything else go on while it waits.
 #pragma once
 
 #include <cstdint>
+#include <functional>
+#include <string>
+
+#include "platform/serial_port.h"
 
 namespace varek {
 
-/// Looks for the unit on USB, then on COM ports 1 to 16; `port` becomes the number found (800 for
-/// USB) and stays as it is when nothing answers or the search is broken off.
+constexpr int kFirstComPort = 1;
+constexpr int kLastComPort = 16;
+
+/// How a search shows itself; the dashboard fills it in. Any of them may be empty.
+struct SearchDisplay {
+  std::function<void()> open;  ///< makes the progress box visible, opening its window if need be
+  std::function<void(const std::string& name)> label;  ///< what is being tried: "USB", "COM1"
+  std::function<void(double percent)> progress;        ///< 0 to 100
+  std::function<void()> close;
+};
+
+void SetSearchDisplay(SearchDisplay display);
+
+/// Looks for the unit on USB for seven seconds, then on COM ports 1 to 16 for a second each.
+/// `port` becomes the number found (800 for USB) and stays as it is when nothing answers or the
+/// search is broken off. A COM port that is found becomes that of the poll port.
 void findport(int16_t& port);
+
+/// Switches the working link to COM port 1 to 16 or to USB (800). 0 and the present number change
+/// nothing. A port that can't be opened is tried again by the poll cycle.
+void SetPort(int16_t port);
+
+/// Reads until `terminator` has come or `timeoutMs` have passed; all that was read, or nothing
+/// without the terminator. Other handlers run meanwhile.
+std::string WaitReply(platform::SerialPort& port, char terminator, int timeoutMs);
 
 /// Breaks off a running search.
 void RequestSearchExit();

@@ -29,6 +29,11 @@ void WaitForEvents(int milliseconds) {
   QCoreApplication::processEvents(QEventLoop::AllEvents | QEventLoop::WaitForMoreEvents);
 }
 
+void SpinEvents() {
+  if (Clock* clock = ReplacedClock()) clock->Wait(1);
+  DoEvents();
+}
+
 void Post(const char* place, std::function<void()> action) {
   QMetaObject::invokeMethod(
       QCoreApplication::instance(), [place, action = std::move(action)] { Guarded(place, action); },

@@ -12,6 +12,10 @@ void DoEvents();
 /// loops that wait on the clock, so that waiting costs no processor time.
 void WaitForEvents(int milliseconds);
 
+/// DoEvents for a loop that must see every millisecond and so never sleeps. A replaced clock moves
+/// on by one.
+void SpinEvents();
+
 /// Runs `action` from the event loop, after the present handler has ended; guarded as `place`.
 void Post(const char* place, std::function<void()> action);
 
