@@ -7,11 +7,15 @@
 #include "core/start_up.h"
 #include "core/tray.h"
 #include "link/port_search.h"
+#include "link/usb_link.h"
 #include "platform/application.h"
 #include "platform/guard.h"
 #include "platform/message_box.h"
 #include "platform/paths.h"
 #include "platform/process.h"
+#include "platform/runtime_error.h"
+#include "platform/service.h"
+#include "platform/single_copy.h"
 #include "records/databases.h"
 #include "records/events.h"
 #include "scheduler/schedule_runner.h"
@@ -61,23 +65,24 @@ Form12::Form12()
 
 Form12::~Form12() = default;
 
-void Form12::Form_Load() {
+void Form12::Form_Load(const std::string& commandLine) {
   try {
-    LoadSteps();
+    LoadSteps(commandLine);
   } catch (const std::exception& error) {
     TellNoStart(error);
     End(1);
   }
 }
 
-void Form12::LoadSteps() {
+void Form12::LoadSteps(const std::string& commandLine) {
   DataCenter.ExitInProgress = kClear;
   ReadConfig();
   TipText = kProgramName;
   TitleText = kProgramName;
-  HandleCommandLine();
+  Usb.Failures = 0;
+  if (HandleCommandLine(commandLine, platform::OperatingSystemKind()) == StartUp::End) End(0);
   Loadlanguage(DataCenter.LanguageIndex);
-  if (AnotherInstanceRuns()) HandOverToRunningCopy();
+  YieldToRunningCopy();
   DataCenter.FormOpen[kNumber] = kSet;
   // The poll cycle runs while the message about the databases is open: no link may be lost behind
   // it.
@@ -93,9 +98,13 @@ void Form12::LoadSteps() {
   SearchPortOnce();
 }
 
-void Form12::HandOverToRunningCopy() {
-  SendShow();
-  End(0);
+/// One running copy: a later one wakes it and ends.
+void Form12::YieldToRunningCopy() {
+  if (AnotherInstanceRuns()) {
+    SendShow();
+    End(0);
+  }
+  platform::ListenToCopies([this](const std::string& text) { Form_LinkExecute(text); });
 }
 
 void Form12::OpenStorage() {
@@ -147,7 +156,14 @@ void Form12::Stop() { End(0); }
 
 /// A step of the stop that fails must not leave half a process behind.
 void Form12::End(int status) {
-  platform::Guarded("form12 EndUPSEE", [this] { EndUPSEE(); });
+  platform::Guarded("form12 EndUPSEE", [this] {
+    try {
+      EndUPSEE();
+    } catch (const platform::RuntimeError& error) {
+      if (platform::RunsAsService()) LogServiceError(error.Number(), error.what());
+      throw;
+    }
+  });
   platform::EndProcess(status);
 }
 
@@ -160,8 +176,17 @@ void Form12::Form_Unload(bool& cancel) {
   cancel = true;
 }
 
+void Form12::Form_LinkExecute(const std::string& text) {
+  if (text == "Show") SHOWPROGRAM_Click();
+}
+
+void Form12::SHOWPROGRAM_Click() {
+  ShowDashboard();
+  WindowShown = true;
+}
+
 void Form12::ENDPROG_Click() {
-  if (RunsAsService()) return StopService();
+  if (platform::RunsAsService()) return platform::StopService();
   Stop();
 }
 

@@ -17,9 +17,10 @@ class Form12 final {
   Form12();
   ~Form12();
 
-  /// The start of the process, step by step. An error at any step is told to the person, stops
-  /// everything and ends the process with status 1.
-  void Form_Load();
+  /// The start of the process, step by step. `commandLine` is all that stands behind the program's
+  /// name. An error at any step is told to the person, stops everything and ends the process with
+  /// status 1.
+  void Form_Load(const std::string& commandLine = "");
 
   /// Stops everything but the process itself; the caller ends the process right after.
   void EndUPSEE();
@@ -32,13 +33,20 @@ class Form12 final {
   /// every other window goes, and the monitor goes on with a new tray icon.
   void Form_Unload(bool& cancel);
 
+  /// A text from a later copy: "Show" brings up the dashboard, any other is ignored.
+  void Form_LinkExecute(const std::string& text);
+
+  /// The tray menu's first item.
+  void SHOWPROGRAM_Click();
+  bool IsWindowShown() const { return WindowShown; }
+
   /// The tray menu's last item. A service is stopped through its manager, which then stops it.
   void ENDPROG_Click();
 
  private:
   void End(int status);
-  void LoadSteps();
-  void HandOverToRunningCopy();
+  void LoadSteps(const std::string& commandLine);
+  void YieldToRunningCopy();
   void OpenStorage();
   void SearchPortOnce();
 
@@ -46,8 +54,9 @@ class Form12 final {
   void Timer1_Timer();
 
   PollCycle poll_;
-  std::string TipText;    ///< the word in front of the tray's tip
-  std::string TitleText;  ///< the window's caption
+  bool WindowShown = false;  ///< the dashboard was shown through the tray
+  std::string TipText;       ///< the word in front of the tray's tip
+  std::string TitleText;     ///< the window's caption
   platform::Timer COMtime;
   platform::Timer AddDataTimer;
   platform::Timer ScheduleTimer;

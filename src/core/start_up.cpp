@@ -1,18 +1,137 @@
 #include "core/start_up.h"
 
+#include "core/data_center.h"
+#include "platform/process.h"
+#include "platform/runtime_error.h"
+#include "platform/service.h"
+#include "platform/single_copy.h"
+
 namespace varek {
 
-// Empty entries: the kinds of start are still to be built. Until then every start is an ordinary
-// program that finds no other copy.
+namespace {
 
-void HandleCommandLine() {}
+constexpr char kEntryName[] = "Varek";
+/// Tells a start by the system from one by a person.
+constexpr char kStartedBySystem[] = "\\M";
+constexpr char kShow[] = "Show";
 
-bool AnotherInstanceRuns() { return false; }
+// Numbers of the service's log entries.
+constexpr int kErrorEntry = 109;
+constexpr int kInformationEntry = 110;
 
-void SendShow() {}
+constexpr int kWindows95Kind = 1;
+constexpr int kServiceKind = 2;
 
-bool RunsAsService() { return false; }
+StartUp EndWhenAnotherRuns() { return AnotherInstanceRuns() ? StartUp::End : StartUp::GoOn; }
 
-void StopService() {}
+StartUp ShowRunningCopy() {
+  SendShow();
+  return StartUp::End;
+}
+
+/// The autostart entry is all that there is to install.
+StartUp InstallEntry() {
+  bool ok = false;
+  SetStartProgram(kEntryName, kStartedBySystem, ok);
+  return ok ? StartUp::End : StartUp::GoOn;
+}
+
+StartUp InstallBothEntries() {
+  bool ok = false;
+  SetStartProgram(kEntryName, kStartedBySystem, ok);
+  SetStartProgram98(kEntryName, "", ok);
+  return StartUp::GoOn;
+}
+
+StartUp WithoutService(const std::string& argument, bool oldSystem) {
+  if (argument == "\\install") return oldSystem ? InstallBothEntries() : InstallEntry();
+  if (argument == "\\start") return AnotherInstanceRuns() ? ShowRunningCopy() : StartUp::GoOn;
+  if (argument == "\\close" || argument == "\\uninstall") return StartUp::End;
+  if (argument == kStartedBySystem) return EndWhenAnotherRuns();
+  return StartUp::GoOn;
+}
+
+StartUp InstallServiceOrEntry() {
+  try {
+    platform::InstallService();
+  } catch (const platform::RuntimeError&) {
+    bool ok = false;
+    SetStartProgram(kEntryName, kStartedBySystem, ok);
+  }
+  return StartUp::End;
+}
+
+StartUp StartThroughService() {
+  if (AnotherInstanceRuns()) return ShowRunningCopy();
+  platform::StartService();
+  return StartUp::End;
+}
+
+StartUp StopThroughService() {
+  platform::StopService();
+  return StartUp::End;
+}
+
+StartUp Uninstall() {
+  platform::UninstallService();
+  return StartUp::End;
+}
+
+/// A process that the manager has not started simply goes on as a tray application.
+StartUp BecomeService() {
+  try {
+    platform::StartServiceControl();
+  } catch (const platform::RuntimeError& error) {
+    LogServiceError(error.Number(), error.what());
+  }
+  return StartUp::GoOn;
+}
+
+StartUp WithService(const std::string& argument) {
+  if (argument == "\\install") return InstallServiceOrEntry();
+  if (argument == "\\start") return StartThroughService();
+  if (argument == "\\close") return StopThroughService();
+  if (argument == "\\uninstall") return Uninstall();
+  if (argument == kStartedBySystem && AnotherInstanceRuns()) return StartUp::End;
+  return BecomeService();
+}
+
+}  // namespace
+
+StartUp HandleCommandLine(const std::string& argument, int osKind) {
+  DataCenter.OSKind = static_cast<int16_t>(osKind);
+  if (osKind == kServiceKind) return WithService(argument);
+  return WithoutService(argument, osKind == kWindows95Kind);
+}
+
+bool AnotherInstanceRuns() { return platform::AnotherCopyRuns(); }
+
+void SendShow() {
+  platform::StopListening();
+  platform::SendToCopy(kShow);
+}
+
+void SetStartProgram(const std::string& name, const std::string& arguments, bool& ok) {
+  ok = platform::SetAutostart(platform::Autostart::Run, name, arguments);
+}
+
+void SetStartProgram98(const std::string& name, const std::string& arguments, bool& ok) {
+  ok = platform::SetAutostart(platform::Autostart::RunServices, name, arguments);
+}
+
+void NTService_Continue(bool& success) {
+  success = true;
+  platform::LogServiceEntry(platform::LogType::Information, kInformationEntry, "Service Continued");
+}
+
+void NTService_Pause(bool& success) {
+  platform::LogServiceEntry(platform::LogType::Error, kErrorEntry, "Service Paused");
+  success = true;
+}
+
+void LogServiceError(int number, const std::string& description) {
+  platform::LogServiceEntry(platform::LogType::Error, kErrorEntry,
+                            "[" + std::to_string(number) + "] " + description);
+}
 
 }  // namespace varek

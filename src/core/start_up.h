@@ -1,22 +1,34 @@
 // What a start is to become: the monitor, a message to a running copy, or a job for the service
-// manager.
+// manager. It depends on the kind of operating system and on one argument.
 #pragma once
+
+#include <string>
 
 namespace varek {
 
-/// Acts on the command line; may end the process.
-void HandleCommandLine();
+/// What the start goes on with after its command line has been looked at.
+enum class StartUp { GoOn, End };
+
+/// Sets OSKind and acts on the whole command line behind the program's name, by the table of
+/// `osKind` (0 to 3). Arguments are compared exactly; any other text is the default.
+StartUp HandleCommandLine(const std::string& argument, int osKind);
 
 /// True when another copy with the same program folder is running.
 bool AnotherInstanceRuns();
 
-/// Asks the running copy to show its dashboard.
+/// Asks the running copy to show its dashboard. Quiet whatever comes of it.
 void SendShow();
 
-/// True when the process was started by the service manager.
-bool RunsAsService();
+/// Writes the entry that starts the program with `arguments` when a person logs in.
+void SetStartProgram(const std::string& name, const std::string& arguments, bool& ok);
+/// The same for a start before anybody logs in, which only the oldest systems have.
+void SetStartProgram98(const std::string& name, const std::string& arguments, bool& ok);
 
-/// Asks the service manager to stop the service, which is this process.
-void StopService();
+// What the service manager delivers. Polling goes on through a pause.
+void NTService_Continue(bool& success);
+void NTService_Pause(bool& success);
+
+/// Logs an error of the service: "[", its number, "] ", its description.
+void LogServiceError(int number, const std::string& description);
 
 }  // namespace varek

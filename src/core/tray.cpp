@@ -15,4 +15,6 @@ void TrayDelete() {}
 
 void ForgetTrayIcon() {}
 
+void ShowDashboard() {}
+
 }  // namespace varek

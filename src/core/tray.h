@@ -20,4 +20,7 @@ void TrayDelete();
 /// Forgets the icon without removing it, after the desktop has taken it away.
 void ForgetTrayIcon();
 
+/// Shows the dashboard, or raises it.
+void ShowDashboard();
+
 }  // namespace varek

@@ -23,18 +23,18 @@ namespace platform {
 
 namespace {
 
-constexpr int kStopSignals[] = {SIGTERM, SIGINT, SIGHUP};
+constexpr int kSignals[] = {SIGTERM, SIGINT, SIGHUP, SIGUSR1, SIGUSR2};
 
-int stopPipe[2] = {-1, -1};
+int signalPipe[2] = {-1, -1};
 
 std::function<void(int)>& EndReplacement() {
   static std::function<void(int)> end;
   return end;
 }
 
-extern "C" void NoteStopSignal(int) {
-  const char byte = 1;
-  if (write(stopPipe[1], &byte, 1) < 0) return;  // A full pipe already holds a stop.
+extern "C" void NoteSignal(int signal) {
+  const auto byte = static_cast<char>(signal);
+  if (write(signalPipe[1], &byte, 1) < 0) return;  // A full pipe already holds enough of them.
 }
 
 /// A program that was started to outlive its terminal keeps doing so.
@@ -45,12 +45,12 @@ void CatchUnlessHangUpIsIgnored(int signal, const struct sigaction& action) {
   sigaction(signal, &action, nullptr);
 }
 
-void CatchStopSignals() {
-  if (socketpair(AF_UNIX, SOCK_STREAM | SOCK_CLOEXEC | SOCK_NONBLOCK, 0, stopPipe) != 0) return;
+void CatchSignals() {
+  if (socketpair(AF_UNIX, SOCK_STREAM | SOCK_CLOEXEC | SOCK_NONBLOCK, 0, signalPipe) != 0) return;
   struct sigaction action {};
-  action.sa_handler = NoteStopSignal;
+  action.sa_handler = NoteSignal;
   action.sa_flags = SA_RESTART;
-  for (int signal : kStopSignals) CatchUnlessHangUpIsIgnored(signal, action);
+  for (int signal : kSignals) CatchUnlessHangUpIsIgnored(signal, action);
   std::signal(SIGPIPE, SIG_IGN);
 }
 
@@ -92,8 +92,9 @@ struct Application::Impl {
   PlatformChosen chosen;
   QApplication qt;
   QTimer wakeUp;
-  std::unique_ptr<QSocketNotifier> stopNotifier;
+  std::unique_ptr<QSocketNotifier> signalNotifier;
   std::function<void()> stop;
+  std::function<void(bool)> pause;
   std::function<void()> sessionEnding;
 
   void ArmWakeUp() {
@@ -109,11 +110,20 @@ struct Application::Impl {
     SetTimerDriver([this] { ArmWakeUp(); });
   }
 
-  void HandleStopSignal() {
+  void HandleSignals() {
     char bytes[16];
-    while (read(stopPipe[0], bytes, sizeof bytes) > 0) {
+    ssize_t count = 0;
+    while ((count = read(signalPipe[0], bytes, sizeof bytes)) > 0) {
+      for (ssize_t i = 0; i < count; ++i) HandleSignal(bytes[i]);
     }
-    if (stop) Guarded("application stop", stop);
+  }
+
+  void HandleSignal(int signal) {
+    if (signal == SIGUSR1 || signal == SIGUSR2) {
+      if (pause) Guarded("application pause", [&] { pause(signal == SIGUSR1); });
+    } else if (stop) {
+      Guarded("application stop", stop);
+    }
   }
 
   void HandleSessionEnd() {
@@ -127,10 +137,10 @@ Application::Application(int& argc, char** argv) : impl_(std::make_unique<Impl>(
   // The toolkit takes on the user's locale, in which a number may have a comma for its point.
   std::setlocale(LC_NUMERIC, "C");
   impl_->DriveTimers();
-  CatchStopSignals();
-  impl_->stopNotifier = std::make_unique<QSocketNotifier>(stopPipe[0], QSocketNotifier::Read);
-  QObject::connect(impl_->stopNotifier.get(), &QSocketNotifier::activated, &impl_->qt,
-                   [this] { impl_->HandleStopSignal(); });
+  CatchSignals();
+  impl_->signalNotifier = std::make_unique<QSocketNotifier>(signalPipe[0], QSocketNotifier::Read);
+  QObject::connect(impl_->signalNotifier.get(), &QSocketNotifier::activated, &impl_->qt,
+                   [this] { impl_->HandleSignals(); });
   QObject::connect(&impl_->qt, &QGuiApplication::commitDataRequest, &impl_->qt,
                    [this] { impl_->HandleSessionEnd(); });
 }
@@ -138,6 +148,10 @@ Application::Application(int& argc, char** argv) : impl_(std::make_unique<Impl>(
 Application::~Application() { SetTimerDriver(nullptr); }
 
 void Application::OnStopSignal(std::function<void()> stop) { impl_->stop = std::move(stop); }
+
+void Application::OnPauseSignals(std::function<void(bool)> changed) {
+  impl_->pause = std::move(changed);
+}
 
 void Application::OnSessionEnd(std::function<void()> ending) {
   impl_->sessionEnding = std::move(ending);

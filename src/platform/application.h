@@ -17,6 +17,10 @@ class Application final {
   /// SIGINT or SIGHUP arrives.
   void OnStopSignal(std::function<void()> stop);
 
+  /// `changed` is called with true when SIGUSR1 (pause) arrives and with false for SIGUSR2
+  /// (continue): the service manager has no other way to say so.
+  void OnPauseSignals(std::function<void(bool pause)> changed);
+
   /// `ending` is called when the desktop announces the end of the session. It can't be refused:
   /// the stop signal may follow, or the session may go on.
   void OnSessionEnd(std::function<void()> ending);

@@ -38,6 +38,7 @@ constexpr int kDatabaseFailure = 3146;
 constexpr int kRecordDeleted = 3167;
 constexpr int kItemNotFound = 3265;
 constexpr int kNotADatabase = 3343;
+constexpr int kNotAService = 1063;
 constexpr int kNoEdit = 3020;
 constexpr int kDataConversion = 3421;
 constexpr int kPortOpenFailed = 8002;

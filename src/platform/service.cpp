@@ -1,0 +1,165 @@
+#include "platform/service.h"
+
+#include <systemd/sd-daemon.h>
+#include <systemd/sd-journal.h>
+#include <unistd.h>
+
+#include <cstdlib>
+#include <filesystem>
+
+#include "platform/message_box.h"
+#include "platform/paths.h"
+#include "platform/process.h"
+#include "platform/runtime_error.h"
+
+namespace platform {
+
+namespace fs = std::filesystem;
+
+namespace {
+
+constexpr char kUnit[] = "varekservice.service";
+constexpr char kUnitFolder[] = "/etc/systemd/system";
+constexpr char kWantsFolder[] = "/etc/systemd/system/multi-user.target.wants";
+constexpr char kAutostartFolder[] = "/etc/xdg/autostart";
+constexpr char kManagerSign[] = "/run/systemd/system";
+constexpr char kJournalSocket[] = "/run/systemd/journal/socket";
+
+constexpr int kErrorPriority = 3;
+constexpr int kInformationPriority = 6;
+
+bool runsAsService = false;
+
+std::string Root() {
+  const char* root = std::getenv("VAREK_ROOT");
+  return root ? root : "";
+}
+
+std::string UnitPath() { return Root() + kUnitFolder + "/" + kUnit; }
+std::string WantsPath() { return Root() + kWantsFolder + "/" + kUnit; }
+
+/// Doubles every one of `characters` with the sign `before` it.
+std::string Escaped(const std::string& text, const std::string& characters, char before) {
+  std::string result;
+  for (char c : text) {
+    if (characters.find(c) != std::string::npos) result += before;
+    result += c;
+  }
+  return result;
+}
+
+/// The program's path as the manager's files want it: quoted, its specifiers and escapes doubled.
+std::string UnitCommand() {
+  std::string path = Escaped(ProgramFolder() + "/Varek", "\"\\", '\\');
+  return "\"" + Escaped(path, "%", '%') + "\"";
+}
+
+std::string UnitText() {
+  return "[Unit]\n"
+         "Description=Varek\n"
+         "After=local-fs.target network.target\n"
+         "\n"
+         "[Service]\n"
+         "Type=notify\n"
+         "ExecStart=" +
+         UnitCommand() +
+         "\n"
+         // A message that is on its way when the service stops must still arrive.
+         "KillMode=process\n"
+         "Restart=on-failure\n"
+         "\n"
+         "[Install]\n"
+         "WantedBy=multi-user.target\n";
+}
+
+/// Files of the system are for everyone to read.
+void WriteSystemFile(const std::string& path, const std::string& text) {
+  std::error_code error;
+  fs::create_directories(fs::path(path).parent_path(), error);
+  ReplaceFile(path, text);
+  fs::permissions(path, fs::perms(0644), error);
+}
+
+void EnableUnit() {
+  std::error_code error;
+  fs::create_directories(Root() + kWantsFolder, error);
+  fs::remove(WantsPath(), error);
+  fs::create_symlink(std::string("../") + kUnit, WantsPath(), error);
+  if (error) throw RuntimeError(errors::kPathAccess, WantsPath() + ": " + error.message());
+}
+
+void RemoveFile(const std::string& path) {
+  std::error_code error;
+  fs::remove(path, error);
+  if (error) throw RuntimeError(errors::kPathAccess, path + ": " + error.message());
+}
+
+void AskManager(const std::string& request) { StartCommandLine("systemctl " + request); }
+
+/// One quoted word of a desktop entry's command. The entry takes one level of backslashes away, the
+/// command's quoting another.
+std::string DesktopWord(const std::string& word) {
+  const std::string quoted = "\"" + Escaped(word, "\"\\`$", '\\') + "\"";
+  return Escaped(Escaped(quoted, "\\", '\\'), "%", '%');
+}
+
+std::string DesktopText(const std::string& name, const std::string& arguments) {
+  std::string command = DesktopWord(ProgramFolder() + "/Varek");
+  if (!arguments.empty()) command += " " + DesktopWord(arguments);
+  return "[Desktop Entry]\nType=Application\nName=" + name + "\nExec=" + command + "\n";
+}
+
+}  // namespace
+
+int OperatingSystemKind() {
+  std::error_code error;
+  return fs::is_directory(Root() + kManagerSign, error) ? 2 : 0;
+}
+
+void InstallService() {
+  WriteSystemFile(UnitPath(), UnitText());
+  EnableUnit();
+  AskManager("daemon-reload");
+}
+
+void UninstallService() {
+  RemoveFile(WantsPath());
+  RemoveFile(UnitPath());
+  AskManager("daemon-reload");
+}
+
+void StartService() { AskManager(std::string("start ") + kUnit); }
+
+void StopService() { AskManager(std::string("stop ") + kUnit); }
+
+void StartServiceControl() {
+  // Programs that are started from here are not the service: they get no way to speak for it.
+  if (sd_notify(1, "READY=1") <= 0) {
+    throw RuntimeError(errors::kNotAService, "the process was not started as a service");
+  }
+  runsAsService = true;
+}
+
+bool RunsAsService() { return runsAsService; }
+
+void LogServiceEntry(LogType type, int number, const std::string& text) {
+  if (access(kJournalSocket, W_OK) != 0) {
+    return LogLine(std::to_string(static_cast<int>(type)) + " " + std::to_string(number) + " " +
+                   text);
+  }
+  sd_journal_send("MESSAGE=%s", text.c_str(), "PRIORITY=%i",
+                  type == LogType::Error ? kErrorPriority : kInformationPriority, "VAREK_TYPE=%d",
+                  static_cast<int>(type), "VAREK_NUMBER=%d", number, nullptr);
+}
+
+bool SetAutostart(Autostart place, const std::string& name, const std::string& arguments) {
+  const std::string suffix = place == Autostart::Run ? ".desktop" : "-services.desktop";
+  try {
+    WriteSystemFile(Root() + kAutostartFolder + "/" + name + suffix, DesktopText(name, arguments));
+    return true;
+  } catch (const RuntimeError&) {
+    return false;
+  }
+}
+
+}  // namespace platform

@@ -1,0 +1,44 @@
+// The system's service manager and its autostart entries. All paths lie below VAREK_ROOT, so that
+// a test can give the program a system of its own.
+#pragma once
+
+#include <string>
+
+namespace platform {
+
+/// 2 on a host run by systemd, 0 on any other.
+int OperatingSystemKind();
+
+/// Writes the unit varekservice.service for this program folder, enabled, and lets the manager read
+/// it. Throws RuntimeError 75.
+void InstallService();
+
+/// Removes the unit; nothing happens when there is none. Throws RuntimeError 75.
+void UninstallService();
+
+/// Ask the manager to start or to stop the service; nobody waits for it.
+void StartService();
+void StopService();
+
+/// Hands the process to the manager: reports that it is ready. Throws RuntimeError 1063 when the
+/// process was not started by the unit.
+void StartServiceControl();
+
+/// True once StartServiceControl has succeeded.
+bool RunsAsService();
+
+/// The kinds of a service's log entries.
+enum class LogType { Error = 1, Information = 4 };
+
+/// Leaves an entry with its type and number in the system journal, or on standard error where there
+/// is no journal.
+void LogServiceEntry(LogType type, int number, const std::string& text);
+
+/// The two places from which the system starts programs by itself.
+enum class Autostart { Run, RunServices };
+
+/// Writes the autostart entry `name` with `arguments` (may be empty) behind the quoted path of the
+/// program; false when it can't be written.
+bool SetAutostart(Autostart place, const std::string& name, const std::string& arguments);
+
+}  // namespace platform
