@@ -1,0 +1,397 @@
+// What the monitor does for its user, seen on the UPS, in the databases and at the sidecars.
+
+#include "end_to_end/monitor_process.h"
+
+#include <arpa/inet.h>
+#include <ifaddrs.h>
+#include <net/if.h>
+#include <sys/stat.h>
+#include <unistd.h>
+
+#include <algorithm>
+#include <chrono>
+#include <filesystem>
+#include <random>
+#include <utility>
+
+namespace varek::test {
+
+namespace {
+
+namespace fs = std::filesystem;
+using namespace std::chrono_literals;
+using Clock = std::chrono::steady_clock;
+using Types = std::vector<int>;
+
+/// The longest test, therefore the first: a countdown that is seen to run takes a minute. The
+/// countdowns that are cancelled begin first, so the others' end proves theirs has passed by.
+TEST_F(EndToEnd, CountdownsRunToTheEndUnlessTheMainsReturn) {
+  const Settings settings{{10, "T"}, {49, "1"}, {50, "1"}, {53, "TTTTT"}};
+  Monitor& cancelled = Install(settings);
+  Monitor& counting = Install(settings);
+  for (Monitor* monitor : {&cancelled, &counting}) {
+    monitor->Start();
+    monitor->AwaitEvents({1, 3});
+    monitor->Order("mains off");
+    monitor->AwaitOrders({"C", "S01"});
+  }
+  cancelled.Order("mains on");
+  cancelled.AwaitOrders({"C", "S01", "C"});
+
+  counting.AwaitEvents({1, 3, 6, 5, 9, 9});
+  const Texts moments = counting.Query(
+      "Event.mdb", "SELECT strftime('%s', DateANDTime) FROM allevent ORDER BY rowid");
+  const int counted = std::stoi(moments[3]) - std::stoi(moments[2]);
+  EXPECT_TRUE(counted >= 57 && counted <= 70) << counted << " seconds from event 6 to event 5";
+  counting.Await("the output's end", [&] {
+    return counting.Order("state").find(R"("shutdowns":1,)") != std::string::npos;
+  });
+  EXPECT_NE(cancelled.Order("state").find(R"("shutdowns":0,)"), std::string::npos);
+
+  // A second failure finds no countdown that it could only shorten.
+  cancelled.AwaitEvents({1, 3, 6, 8});
+  cancelled.Order("mains off");
+  cancelled.AwaitOrders({"C", "S01", "C", "C", "S01"});
+  for (Monitor* monitor : {&cancelled, &counting}) EXPECT_EQ(monitor->Stop(), 0);
+  EXPECT_EQ(cancelled.Events(), (Types{1, 3, 6, 8, 6, 2}));
+  EXPECT_EQ(counting.Events(), (Types{1, 3, 6, 5, 9, 9, 2}));
+  EXPECT_EQ(cancelled.Shutdowns(), 0u);
+  EXPECT_EQ(counting.Shutdowns(), 1u);
+  EXPECT_EQ(std::ranges::count(cancelled.Calls(), Texts{"Autosave"}), 2) << "once a countdown";
+  EXPECT_EQ(std::ranges::count(counting.Calls(), Texts{"Autosave"}), 1);
+}
+
+/// With no delay the system's end comes within the two seconds in which the UPS is prepared, hence
+/// before the row of the cause; event 9 comes with it and once more with the end of the UPS.
+TEST_F(EndToEnd, ProtectsAsFarAsEnabled) {
+  const struct {
+    const char* order;
+    Settings settings;
+    Types events;
+    Texts commands;
+    size_t shutdowns;
+  } cases[] = {
+      {"mains off", {{51, "9"}, {52, "9"}, {53, "TTFFF"}}, {5, 9, 6, 9}, {"C", "S00"}, 1},
+      {"mains off", {{53, "TFTTT"}}, {6, 5}, {}, 1},
+      {"mains off", {{53, "FTTTT"}}, {6, 9}, {"C", "S00"}, 0},
+      {"batlow on", {{49, "9"}, {50, "9"}, {53, "FFTTF"}}, {5, 9, 7, 9}, {"C", "S00"}, 1},
+      {"batlow on", {{53, "TTTFF"}}, {7, 5}, {}, 1},
+  };
+  for (const auto& c : cases) Install(c.settings).Start();
+  for (size_t i = 0; i < std::size(cases); ++i) {
+    monitors[i].AwaitEvents({1, 3});
+    monitors[i].Order(cases[i].order);
+  }
+  for (size_t i = 0; i < std::size(cases); ++i) {
+    SCOPED_TRACE(i);
+    Types events{1, 3};
+    events.insert(events.end(), cases[i].events.begin(), cases[i].events.end());
+    monitors[i].AwaitEvents(events);
+    monitors[i].AwaitOrders(cases[i].commands);
+    monitors[i].Await("shutdown", [&] { return monitors[i].Shutdowns() >= cases[i].shutdowns; });
+    EXPECT_EQ(monitors[i].Stop(), 0);
+    EXPECT_EQ(monitors[i].Shutdowns(), cases[i].shutdowns);
+    events.push_back(2);
+    EXPECT_EQ(monitors[i].Events(), events);
+  }
+}
+
+TEST_F(EndToEnd, ProtectsWithoutItsRecords) {
+  using Spoil = void (*)(const std::string& path);
+  constexpr Spoil kSpoils[] = {
+      [](const std::string& path) { fs::remove(path); },
+      [](const std::string& path) { fs::permissions(path, fs::perms::owner_read); },
+      [](const std::string& path) { WriteFile(path, std::string(8192, '?')); },
+  };
+  Texts paths, bytes;
+  for (const Spoil spoil : kSpoils) {
+    for (const char* file : {"data.mdb", "Event.mdb"}) {
+      Monitor& monitor = Install({{53, "TTTTT"}});
+      paths.push_back(monitor.Path("database/" + std::string(file)));
+      spoil(paths.back());
+      bytes.push_back(ReadFile(paths.back()));
+      monitor.Start();
+      EXPECT_TRUE(monitor.Says("Init Database Error!"));
+    }
+  }
+  for (Monitor& monitor : monitors) {
+    monitor.AwaitCommand("F", 1);
+    monitor.Order("mains off");
+  }
+  std::vector<long> polls;
+  for (Monitor& monitor : monitors) {
+    monitor.Await("shutdown", [&] { return monitor.Shutdowns() > 0; });
+    monitor.AwaitOrders({"C", "S00"});
+    polls.push_back(monitor.CommandCount("Q1"));
+  }
+  for (size_t i = 0; i < monitors.size(); ++i) {
+    SCOPED_TRACE(i);
+    monitors[i].AwaitCommand("Q1",
+                             polls[i] + 3);  // Time enough to begin anew, were it not latched.
+    monitors[i].AwaitOrders({"C", "S00"});
+    EXPECT_EQ(monitors[i].Calls(),
+              (std::vector<Texts>{{"ShowAutoSave"}, {"alert", "UPSMains power failed"}}));
+    EXPECT_EQ(monitors[i].Stop(), 0);
+    EXPECT_EQ(monitors[i].Shutdowns(), 1u);
+    EXPECT_EQ(ReadFile(paths[i]), bytes[i]) << "left as it is";
+  }
+}
+
+TEST_F(EndToEnd, EndsInOrderWhileTheUPSIsPrepared) {
+  Monitor& monitor = Install({{50, "1"}, {53, "FTFFF"}});
+  monitor.Start();
+  monitor.AwaitEvents({1, 3});
+  monitor.Order("mains off");
+  monitor.AwaitOrders({"C"});  // More than a second of the wait is still to come.
+  const auto before = Clock::now();
+  EXPECT_EQ(monitor.Stop(), 0);
+  EXPECT_LT(Clock::now() - before, 1s);
+  EXPECT_EQ(monitor.Events(), (Types{1, 3, 2})) << "nothing behind the wait runs";
+}
+
+std::string LocalAddress() {
+  ifaddrs* list = nullptr;
+  std::string found = "127.0.0.1";
+  if (getifaddrs(&list) != 0) return found;
+  for (const ifaddrs* entry = list; entry; entry = entry->ifa_next) {
+    const bool ipv4 = entry->ifa_addr && entry->ifa_addr->sa_family == AF_INET;
+    if (!ipv4 || (entry->ifa_flags & (IFF_UP | IFF_LOOPBACK)) != IFF_UP) continue;
+    found = inet_ntoa(reinterpret_cast<const sockaddr_in*>(entry->ifa_addr)->sin_addr);
+    break;
+  }
+  freeifaddrs(list);
+  return found;
+}
+
+/// The name of an event in a language.
+std::string EventName(int type, int language) {
+  constexpr int kTextOfNoEvent = 130;
+  const std::string number = std::to_string(kTextOfNoEvent + type) + "\t";
+  for (const auto& line : Split(ReadFile(ASSETS "/language/texts.tsv"), '\n')) {
+    if (line.starts_with(number)) return Split(line + "\t", '\t').at(1 + language);
+  }
+  return "";
+}
+
+/// What the settings hold in a text line: whatever a shell or a careless hand would change.
+std::string Field(size_t line) { return " " + std::to_string(line) + " \"$HOME\" `id` *\\é管 "; }
+
+Settings MessageSettings(int language, bool web, const std::string& port) {
+  Settings settings{{6, port},
+                    {7, web ? "T" : "F"},
+                    {11, std::to_string(language)},
+                    {12, "TTFTFTFTFFTF"},
+                    {31, "FTTFFTTFFTFF"},
+                    {32, " 1 "},
+                    {53, "FFFFT"}};
+  for (size_t line = 13; line <= 48; ++line) settings.emplace(line, Field(line));
+  settings[19] = "";
+  return settings;
+}
+
+std::string Bracketed(const Texts& fields) {
+  std::string text;
+  for (const std::string& field : fields) text += "[" + field + "]";
+  return text;
+}
+
+/// One event of each kind but 5, 9 and 12; in alphabetical order.
+std::vector<Texts> ExpectedCalls(int language, bool web, const std::string& port) {
+  const std::string link = "\r\n\r\n http://" + LocalAddress() + ":" + port + "/index.htm";
+  const std::string number = std::to_string(language);
+  std::vector<Texts> calls{{"ShowAutoSave"}};
+  for (int type : {6, 7, 10, 11}) calls.push_back({"alert", "UPS" + EventName(type, language)});
+  for (int type : {1, 2, 4, 6, 8, 11}) {
+    const std::string body = (type == 1 ? "" : Field(18 + type)) + (web ? link : "");
+    calls.push_back({"mailto", Bracketed({Field(13), Field(14), Field(15), Field(16), Field(17),
+                                          EventName(type, language), body, "F", number})});
+  }
+  for (int type : {2, 3, 6, 7, 10}) {
+    calls.push_back({"SMSTO", Bracketed({"1", Field(33), Field(34), Field(35), Field(36 + type),
+                                         Field(36), "F", number})});
+  }
+  std::ranges::sort(calls);
+  return calls;
+}
+
+TEST_F(EndToEnd, MessagesReachTheSidecarsByteForByte) {
+  const auto language = [](size_t i) { return static_cast<int>(i / 2); };
+  const auto web = [](size_t i) { return i % 2 == 1; };
+  const auto port = [](size_t i) { return std::to_string(10000 + (getpid() * 6 + i) % 20000); };
+  for (size_t i = 0; i < 6; ++i) Install(MessageSettings(language(i), web(i), port(i))).Start();
+  for (Monitor& monitor : monitors) {
+    monitor.AwaitEvents({1, 3});
+    for (const char* order : {"load 101", "fault on", "batlow on", "mains off"}) {
+      monitor.Order(order);
+    }
+  }
+  for (Monitor& monitor : monitors) {
+    monitor.AwaitEventCount(6);
+    monitor.Order("mains on");
+  }
+  for (Monitor& monitor : monitors) {
+    monitor.AwaitEventCount(7);
+    monitor.Order("silent on");
+  }
+  for (size_t i = 0; i < monitors.size(); ++i) {
+    monitors[i].AwaitEventCount(8);
+    EXPECT_EQ(monitors[i].Stop(), 0);
+    const auto expected = ExpectedCalls(language(i), web(i), port(i));
+    const auto arrived = [&] { return monitors[i].Calls().size() >= expected.size(); };
+    monitors[i].Await("the messages", arrived);
+    std::vector<Texts> calls = monitors[i].Calls();
+    std::ranges::sort(calls);
+    EXPECT_EQ(calls, expected);
+  }
+}
+
+TEST_F(EndToEnd, LeavesItsEventsAndASampleASecond) {
+  Monitor& monitor = Install();
+  const auto today = [&] {
+    return monitor.Query("data.mdb", "SELECT strftime('%Y%m%d', 'now', 'localtime')")[0];
+  };
+  const std::string firstDay = today();
+  monitor.Start();
+  monitor.AwaitEvents({1, 3});
+  monitor.Await("samples", [&] { return monitor.Samples().size() >= 6; });
+  EXPECT_EQ(monitor.Stop(), 0);
+  EXPECT_EQ(monitor.Events(), (Types{1, 3, 2}));
+
+  for (const std::string& table : monitor.SampleTables()) {  // Two when midnight has passed.
+    EXPECT_TRUE(table == firstDay || table == today()) << table;
+    EXPECT_EQ(monitor.Query("data.mdb", "SELECT name FROM pragma_table_info('" + table + "')"),
+              (Texts{"date", "Input voltage", "Output voltage", "Load", "Frequency",
+                     "Battery capacious", "Temperature"}));
+  }
+  for (const std::string& row : monitor.Samples()) {
+    EXPECT_EQ(row.substr(8), "|220.5|220.0|35|50.0|100|28.5") << row;
+  }
+  const Texts seconds = monitor.Samples("strftime('%s', \"date\")");
+  constexpr int kDay = 24 * 60 * 60;
+  const int span = (std::stoi(seconds.back()) - std::stoi(seconds.front()) + kDay) % kDay;
+  const int intervals = static_cast<int>(seconds.size()) - 1;
+  EXPECT_TRUE(span >= intervals - 1 && span <= intervals + 3)
+      << intervals << " intervals in " << span << " seconds";
+}
+
+TEST_F(EndToEnd, LosesNoRowWhenKilled) {
+  const unsigned seed = std::random_device()();
+  SCOPED_TRACE("seed " + std::to_string(seed));
+  std::mt19937 random(seed);
+  const auto upTo = [&](int most) { return std::uniform_int_distribution(0, most)(random); };
+  Monitor& monitor = Install();
+  Texts events, samples;
+  const auto look = [&] {
+    const Texts eventsBefore =
+        std::exchange(events, monitor.Query("Event.mdb", "SELECT * FROM allevent ORDER BY rowid"));
+    const Texts samplesBefore = std::exchange(samples, monitor.Samples());
+    EXPECT_EQ(std::ranges::mismatch(eventsBefore, events).in1, eventsBefore.end());
+    EXPECT_EQ(std::ranges::mismatch(samplesBefore, samples).in1, samplesBefore.end());
+  };
+  for (int round = 0; round < 4; ++round) {
+    monitor.Launch();
+    usleep(static_cast<useconds_t>(upTo(500'000)));
+    monitor.Stop(SIGKILL);  // somewhere on its way up
+    look();
+
+    monitor.Start();
+    const size_t known = samples.size();
+    monitor.Await("a sample", [&] { return monitor.Samples().size() > known; });
+    const auto end = Clock::now() + std::chrono::milliseconds(upTo(2000));
+    for (; Clock::now() < end; usleep(10'000)) look();
+    monitor.Stop(SIGKILL);
+    look();
+  }
+  monitor.Start();
+  EXPECT_FALSE(monitor.Says("Init Database Error!"));
+  EXPECT_EQ(monitor.Stop(), 0);
+  for (const char* file : {"Event.mdb", "data.mdb"}) {
+    EXPECT_EQ(monitor.Query(file, "PRAGMA integrity_check"), Texts{"ok"}) << file;
+  }
+}
+
+TEST_F(EndToEnd, SilenceEndsTheLinkAndTheNextReplyRestoresIt) {
+  Monitor& monitor = Install();
+  monitor.Start();
+  monitor.AwaitEvents({1, 3});
+  monitor.AwaitCommand("I", 1);
+  monitor.AwaitCommand("Q1", monitor.CommandCount("Q1") + 1);
+  const auto answered = Clock::now();
+  monitor.Order("silent on");
+  monitor.AwaitEvents({1, 3, 4});
+  const auto silence = Clock::now() - answered;
+  EXPECT_TRUE(silence > 3800ms && silence < 8s) << silence / 1ms << " ms";
+
+  const auto samples = monitor.Samples().size();
+  monitor.AwaitCommand("Q1", monitor.CommandCount("Q1") + 2);
+  EXPECT_EQ(monitor.Samples().size(), samples) << "a sample without a link";
+  monitor.Order("silent off");
+  monitor.AwaitEvents({1, 3, 4, 3});
+  monitor.AwaitCommand("I", 2);
+  Texts asked = monitor.Commands();
+  std::erase(asked, "Q1");
+  EXPECT_EQ(asked, (Texts{"F", "I", "F", "I"}));
+  EXPECT_EQ(monitor.Stop(), 0);
+}
+
+TEST_F(EndToEnd, SpoiltRepliesEndNothingAndChangeNoReading) {
+  Monitor& monitor = Install();
+  monitor.Start();
+  monitor.AwaitEvents({1, 3});
+  int load = 40;
+  for (const char* fault : {"garble", "split 1", "split 23", "split 46", "split 0"}) {
+    monitor.Order(fault);
+    monitor.Order("load " + std::to_string(++load));
+    const auto seen = [&] {
+      return std::ranges::count(monitor.Samples("\"Load\""), std::to_string(load)) > 0;
+    };
+    monitor.Await("the load after " + std::string(fault), seen);
+  }
+  EXPECT_EQ(monitor.Stop(), 0);
+  EXPECT_EQ(monitor.Events(), (Types{1, 3, 2}));
+  constexpr char kSteady[] =
+      "\"Input voltage\",\"Output voltage\",\"Frequency\",\"Battery capacious\",\"Temperature\"";
+  for (const std::string& row : monitor.Samples(kSteady)) {
+    EXPECT_EQ(row, "220.5|220.0|50.0|100|28.5");
+  }
+}
+
+TEST_F(EndToEnd, RefusesAFileOf52Lines) {
+  Monitor& monitor = Install();
+  const std::string config = ConfigBytes({});
+  WriteFile(monitor.Path("config.qmz"), config.substr(0, config.size() - sizeof "FFFFF"));
+  monitor.Launch();
+  EXPECT_GT(monitor.AwaitEnd(), 0);
+  EXPECT_TRUE(monitor.Says("Initial Error!"));
+  EXPECT_EQ(monitor.SampleTables(), Texts{});
+  EXPECT_EQ(monitor.Commands(), Texts{});
+}
+
+TEST_F(EndToEnd, WritesTheMissingFileForTheNextStart) {
+  Monitor& monitor = Install();
+  const std::string config = monitor.Path("config.qmz");
+  monitor.Order("quit");  // With no UPS on a port the search ends at USB.
+  monitor.Await("a free port", [&] { return !fs::is_symlink(monitor.Path("dev/com1")); });
+  fs::remove(config);
+  monitor.Start();
+  monitor.Await("the file", [&] { return fs::exists(config); });
+  EXPECT_TRUE(monitor.Says("LOAD CONFIG ERROR"));
+  EXPECT_EQ(monitor.Stop(), 0);
+
+  const Texts lines = Split(ReadFile(config), '\n');
+  ASSERT_EQ(lines.size(), 53u);
+  EXPECT_EQ(Texts(lines.begin(), lines.begin() + 7),
+            (Texts{"F", "800", "5", "1", "C", "1888", "T"}));
+  struct stat info {};
+  stat(config.c_str(), &info);
+  EXPECT_EQ(info.st_mode & 07777, 0600u);
+
+  monitor.Start();
+  EXPECT_FALSE(monitor.Says("ERROR"));
+  EXPECT_EQ(monitor.Stop(), 0);
+  EXPECT_EQ(monitor.Events(), (Types{1, 2, 1, 2}));
+}
+
+}  // namespace
+
+}  // namespace varek::test

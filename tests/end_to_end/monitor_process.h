@@ -1,0 +1,113 @@
+// The monitor from outside: an installation of its own in a temporary place, with a simulated UPS
+// on its COM1 and stand-ins for its sidecars. Nothing in it can reach the machine.
+#pragma once
+
+#include <gtest/gtest.h>
+#include <sys/types.h>
+
+#include <csignal>
+#include <deque>
+#include <functional>
+#include <map>
+#include <optional>
+#include <string>
+#include <vector>
+
+#include "support/monitor_fixture.h"
+
+namespace varek::test {
+
+using Texts = std::vector<std::string>;
+
+/// What differs from the initial settings, by the number of the line.
+using Settings = std::map<size_t, std::string>;
+
+/// A started program; killed with the object, and with the test program however that ends.
+class Process final {
+ public:
+  explicit Process(const std::string& shellLine);
+  ~Process();
+  Process(const Process&) = delete;
+  Process& operator=(const Process&) = delete;
+
+  void Signal(int signal) const { kill(process_, signal); }
+  /// Nothing while it runs; -1 when a signal ended it.
+  std::optional<int> Status();
+
+ private:
+  pid_t process_;
+  std::optional<int> status_;
+};
+
+/// One installation, on serial port 1 and without web console unless told otherwise, and its UPS.
+/// What is awaited in vain ends the test with an exception that tells how things stand.
+class Monitor final {
+ public:
+  explicit Monitor(const Settings& settings);
+  ~Monitor();
+  Monitor(const Monitor&) = delete;
+  Monitor& operator=(const Monitor&) = delete;
+
+  /// Starts the program and waits for nothing.
+  void Launch();
+  /// Starts the program and waits until its databases are open and its first event is written.
+  void Start();
+  int AwaitEnd();
+  int Stop(int signal = SIGTERM);
+  /// Kills the program and the UPS.
+  void KillAll();
+  /// Gives the UPS a control command; the answer.
+  std::string Order(const std::string& command) const;
+
+  /// In vain also when the program ends.
+  void Await(const std::string& what, const std::function<bool()>& condition);
+  void AwaitEventCount(size_t count);
+  /// Waits until there are as many and fails when they are others.
+  void AwaitEvents(const std::vector<int>& types);
+  /// The same for the commands to the UPS that are no questions.
+  void AwaitOrders(const Texts& commands);
+  void AwaitCommand(const std::string& command, long count);
+
+  std::string Path(const std::string& name) const { return folder_.Path() + "/" + name; }
+  /// Whether the last start wrote the text to standard error.
+  bool Says(const std::string& text) const;
+  /// All commands that the UPS was given.
+  Texts Commands() const;
+  long CommandCount(const std::string& command) const;
+  /// Each call of a sidecar: its name, then its arguments.
+  std::vector<Texts> Calls() const;
+  /// How often the system was shut down.
+  size_t Shutdowns() const;
+  std::vector<int> Events() const;
+  Texts SampleTables() const;
+  /// The samples of all days in their order.
+  Texts Samples(const std::string& columns = "*") const;
+  /// What a query gives on a connection of its own, fields parted by "|".
+  Texts Query(const std::string& database, const std::string& query) const;
+
+ private:
+  void ConnectControl();
+  std::string Account() const;
+
+  TemporaryFolder folder_;
+  std::optional<Process> simulator_;
+  std::optional<Process> program_;
+  int control_ = -1;
+};
+
+class EndToEnd : public testing::Test {
+ protected:
+  EndToEnd();
+  ~EndToEnd() override;
+  Monitor& Install(const Settings& settings = {}) { return monitors.emplace_back(settings); }
+
+  std::deque<Monitor> monitors;
+};
+
+std::string ReadFile(const std::string& path);
+void WriteFile(const std::string& path, const std::string& bytes);
+/// The parts of `text` that `end` ends.
+Texts Split(const std::string& text, char end);
+std::string ConfigBytes(const Settings& settings);
+
+}  // namespace varek::test
