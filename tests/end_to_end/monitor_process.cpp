@@ -36,14 +36,16 @@ constexpr char kSimulator[] =
 constexpr char kProgram[] =
     "exec env -u DISPLAY -u WAYLAND_DISPLAY -u QT_QPA_PLATFORM -u JOURNAL_STREAM LC_ALL=C.UTF-8 "
     "VAREK_COM_DIR=$PWD/dev VAREK_ROOT=$PWD/root XDG_RUNTIME_DIR=$PWD/run "
-    "VAREK_SHUTDOWN_COMMAND=\"echo down >> $PWD/shutdowns\" $PWD/Varek </dev/null 2>errors";
+    "PATH=$PWD/bin:$PATH VAREK_SHUTDOWN_COMMAND=\"echo down >> $PWD/shutdowns\" "
+    "$PWD/Varek </dev/null ";
 
 void InstallProgram(const std::string& folder) {
   fs::copy_file(PROGRAM_FOLDER "/Varek", folder + "/Varek");
   for (const char* name : {"/alert", "/mailto", "/SMSTO", "/Autosave", "/ShowAutoSave"}) {
     fs::create_symlink(SIDECAR_STAND_IN, folder + name);
   }
-  for (const char* name : {"/dev", "/root", "/run"}) fs::create_directory(folder + name);
+  for (const char* name : {"/dev", "/root", "/run", "/bin"}) fs::create_directory(folder + name);
+  fs::create_symlink(SIDECAR_STAND_IN, folder + "/bin/systemctl");
   fs::permissions(folder + "/run", fs::perms::owner_all);
 }
 
@@ -104,7 +106,19 @@ void Monitor::ConnectControl() {
   });
 }
 
-void Monitor::Launch() { program_.emplace("cd " + folder_.Path() + " && " + kProgram); }
+std::string Monitor::ShellLine(const std::string& rest) const {
+  return "cd " + folder_.Path() + " && " + kProgram + rest;
+}
+
+void Monitor::Launch(const std::string& arguments) {
+  program_.emplace(ShellLine("2>errors " + arguments));
+}
+
+int Monitor::LaunchAnother(const std::string& arguments) {
+  Process another(ShellLine("2>another " + arguments));
+  Await("the end of the other copy", [&] { return another.Status().has_value(); });
+  return *another.Status();
+}
 
 void Monitor::Start() {
   const auto starts = [this] { return std::ranges::count(Calls(), Texts{kUpSign}); };

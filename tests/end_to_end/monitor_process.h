@@ -49,7 +49,9 @@ class Monitor final {
   Monitor& operator=(const Monitor&) = delete;
 
   /// Starts the program and waits for nothing.
-  void Launch();
+  void Launch(const std::string& arguments = "");
+  /// Runs a second copy to its end; its exit status.
+  int LaunchAnother(const std::string& arguments = "");
   /// Starts the program and waits until its databases are open and its first event is written.
   void Start();
   int AwaitEnd();
@@ -74,7 +76,7 @@ class Monitor final {
   /// All commands that the UPS was given.
   Texts Commands() const;
   long CommandCount(const std::string& command) const;
-  /// Each call of a sidecar: its name, then its arguments.
+  /// Each call of a sidecar or of the service manager's command: its name, then its arguments.
   std::vector<Texts> Calls() const;
   /// How often the system was shut down.
   size_t Shutdowns() const;
@@ -86,6 +88,7 @@ class Monitor final {
   Texts Query(const std::string& database, const std::string& query) const;
 
  private:
+  std::string ShellLine(const std::string& rest) const;
   void ConnectControl();
   std::string Account() const;
 

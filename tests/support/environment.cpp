@@ -1,17 +1,32 @@
 // Set before main of every test program, however it is started: no display of its own, and nothing
-// that could reach the machine's shutdown, ports or service files. A test that needs one of these
-// sets it to a place of its own.
+// that could reach the machine's shutdown, ports, service files or running copies. A test that
+// needs one of these sets it to a place of its own.
 
-#include <cstdlib>
+#include <stdlib.h>
+
+#include <filesystem>
 
 namespace {
 
-[[maybe_unused]] const bool environmentSet = [] {
-  setenv("QT_QPA_PLATFORM", "offscreen", 1);
-  setenv("VAREK_SHUTDOWN_COMMAND", "true", 1);
-  setenv("VAREK_COM_DIR", "/nonexistent", 1);
-  setenv("VAREK_ROOT", "/nonexistent", 1);
-  return true;
-}();
+class Environment {
+ public:
+  Environment() {
+    setenv("QT_QPA_PLATFORM", "offscreen", 1);
+    setenv("VAREK_SHUTDOWN_COMMAND", "true", 1);
+    setenv("VAREK_COM_DIR", "/nonexistent", 1);
+    setenv("VAREK_ROOT", "/nonexistent", 1);
+    unsetenv("NOTIFY_SOCKET");
+    if (mkdtemp(runtime_)) setenv("XDG_RUNTIME_DIR", runtime_, 1);
+  }
+  ~Environment() {
+    std::error_code error;
+    std::filesystem::remove_all(runtime_, error);
+  }
+
+ private:
+  char runtime_[32] = "/tmp/varek-runtime-XXXXXX";
+};
+
+[[maybe_unused]] const Environment environment;
 
 }  // namespace
