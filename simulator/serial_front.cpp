@@ -10,7 +10,7 @@ using namespace std::chrono_literals;
 using namespace std::string_view_literals;
 
 constexpr size_t kLongestCommand = 1024;
-constexpr std::chrono::milliseconds kSplitPause = 100ms;
+constexpr std::chrono::milliseconds kSplitPause = 600ms;
 
 /// Holds what a careless reader trips over: the end of a C string, bytes that are no text, the
 /// first characters of good lines in the wrong place.

@@ -339,7 +339,7 @@ TEST_F(EndToEnd, SpoiltRepliesEndNothingAndChangeNoReading) {
   monitor.Start();
   monitor.AwaitEvents({1, 3});
   int load = 40;
-  for (const char* fault : {"garble", "split 1", "split 23", "split 46", "split 0"}) {
+  for (const char* fault : {"garble", "split 1", "split 21", "split 46", "split 0"}) {
     monitor.Order(fault);
     monitor.Order("load " + std::to_string(++load));
     const auto seen = [&] {

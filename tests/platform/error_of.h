@@ -11,10 +11,10 @@ namespace platform {
 inline int ErrorOf(const std::function<void()>& operation) {
   try {
     operation();
-    return 0;
   } catch (const RuntimeError& error) {
     return error.Number();
   }
+  return 0;
 }
 
 }  // namespace platform
