@@ -50,7 +50,8 @@ void CheckText(const std::vector<std::string>& columns, size_t expectedNumber,
   bool good = columns.size() == kColumns && columns[0] == std::to_string(expectedNumber);
   for (const std::string& column : columns) good = good && !column.empty();
   if (!good) {
-    throw std::runtime_error("text " + std::to_string(expectedNumber) + " expected, found: " + line);
+    throw std::runtime_error("text " + std::to_string(expectedNumber) +
+                             " expected, found: " + line);
   }
 }
 

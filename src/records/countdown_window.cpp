@@ -11,11 +11,13 @@
 #include <utility>
 
 #include "platform/events.h"
+#include "settings/language.h"
 
 namespace varek {
 
 namespace {
 
+constexpr size_t kCancelText = 83;
 constexpr int kMinimumWidth = 260;
 constexpr double kTimeFontFactor = 2.5;
 /// Room for a title bar between the two windows.
@@ -82,12 +84,14 @@ void CountdownWindow::SetCaption(const std::string& text) {
   impl_->frame.setWindowTitle(QString::fromStdString(text));
 }
 
-void CountdownWindow::SetLabel(const std::string& text) {
-  impl_->frame.label.setText(QString::fromStdString(text));
+void CountdownWindow::ApplyLanguage(size_t number) {
+  if (LangText[number].empty()) return;
+  SetCaption(LangText[number]);
+  impl_->frame.button.setText(QString::fromStdString(LangText[kCancelText]));
 }
 
-void CountdownWindow::SetButton(const std::string& text) {
-  impl_->frame.button.setText(QString::fromStdString(text));
+void CountdownWindow::SetLabel(const std::string& text) {
+  impl_->frame.label.setText(QString::fromStdString(text));
 }
 
 std::string CountdownWindow::Label() const { return impl_->frame.label.text().toStdString(); }

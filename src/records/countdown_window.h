@@ -19,9 +19,11 @@ class CountdownWindow final {
   ~CountdownWindow();
 
   void Show();
+  /// The caption until there is a language.
   void SetCaption(const std::string& text);
+  /// Caption `number` and the button in the present language; nothing changes without one.
+  void ApplyLanguage(size_t number);
   void SetLabel(const std::string& text);
-  void SetButton(const std::string& text);
   std::string Label() const;
   /// What a click on the button does.
   void PressCancel();

@@ -9,7 +9,6 @@
 #include "platform/text.h"
 #include "records/events.h"
 #include "records/ups_countdown.h"
-#include "settings/language.h"
 
 namespace varek {
 
@@ -17,7 +16,6 @@ namespace {
 constexpr int kTick = 1000;
 constexpr int kAutosaveSeconds = 120;
 constexpr size_t kCaptionText = 213;
-constexpr size_t kCancelText = 83;
 }  // namespace
 
 FormSlot<Form10>& SystemCountdown() {
@@ -35,11 +33,7 @@ Form10::Form10()
 
 Form10::~Form10() { DataCenter.FormOpen[kNumber] = kClear; }
 
-void Form10::ApplyLanguage() {
-  if (LangText[kCaptionText].empty()) return;
-  window_.SetCaption(LangText[kCaptionText]);
-  window_.SetButton(LangText[kCancelText]);
-}
+void Form10::ApplyLanguage() { window_.ApplyLanguage(kCaptionText); }
 
 void Form10::SysShuntDown(int minutes) {
   Timer1.SetInterval(kTick);

@@ -7,7 +7,6 @@
 #include "platform/text.h"
 #include "records/events.h"
 #include "records/shutdown.h"
-#include "settings/language.h"
 
 namespace varek {
 
@@ -16,7 +15,6 @@ constexpr int kTick = 100;
 constexpr int32_t kNothingCounted = 99999;
 constexpr int kPumpMilliseconds = 10;
 constexpr size_t kCaptionText = 214;
-constexpr size_t kCancelText = 83;
 }  // namespace
 
 FormSlot<Form11>& UPSCountdown() {
@@ -35,11 +33,7 @@ Form11::Form11()
 
 Form11::~Form11() { DataCenter.FormOpen[kNumber] = kClear; }
 
-void Form11::ApplyLanguage() {
-  if (LangText[kCaptionText].empty()) return;
-  window_.SetCaption(LangText[kCaptionText]);
-  window_.SetButton(LangText[kCancelText]);
-}
+void Form11::ApplyLanguage() { window_.ApplyLanguage(kCaptionText); }
 
 void SetUPSShuntDown(int minutes, int restartMinutes) {
   static int32_t requests = 0;
