@@ -36,7 +36,8 @@ std::unique_ptr<QLocalServer>& Server() {
 /// A folder that only this user can use: that of the session, else one of our own.
 std::string RuntimeFolder() {
   if (const char* folder = std::getenv("XDG_RUNTIME_DIR"); folder && *folder) return folder;
-  const std::string folder = "/tmp/varek-" + std::to_string(getuid());
+  const uid_t user = getuid();
+  const std::string folder = user == 0 ? "/run/varek" : "/tmp/varek-" + std::to_string(user);
   mkdir(folder.c_str(), 0700);
   return folder;
 }
@@ -78,7 +79,8 @@ void Serve(QLocalServer& server, const Execute& execute) {
 
 bool AnotherCopyRuns() {
   if (lockFile >= 0) return false;
-  const int file = open(RuntimePath(".lock").c_str(), O_RDWR | O_CREAT | O_CLOEXEC, 0600);
+  const int file =
+      open(RuntimePath(".lock").c_str(), O_RDWR | O_CREAT | O_CLOEXEC | O_NOFOLLOW, 0600);
   if (file < 0) return false;  // Without a place for the lock the monitor must run all the same.
   if (flock(file, LOCK_EX | LOCK_NB) != 0) {
     close(file);
