@@ -26,6 +26,8 @@ TEST(UpsModel, RepliesInFixedColumns) {
   EXPECT_FALSE(usual.Handle("\"\\\x01\xff"));
   EXPECT_TRUE(usual.StateAsJson().ends_with(R"("lastCommand":"\"\\\u0001\u00ff"})"));
   EXPECT_EQ(offLine.Handle("Q1"), "(220.5 220.5 220.5 035 50.0 27.3 28.5 00001000\r");
+  offLine.SetMains(false);
+  EXPECT_EQ(offLine.Handle("Q1"), "(000.0 000.0 220.0 035 50.0 27.3 28.5 10001000\r");
   high.SetFault(true), high.SetLoad(5000), high.SetTemperature(200);
   EXPECT_EQ(high.Handle("Q1"), "(220.5 220.5 220.0 999 50.0 2.27 99.9 00010000\r");
   low.SetLoad(-1), low.SetTemperature(-5), low.SetCharge(-1);
