@@ -115,9 +115,12 @@ void Form12::OpenStorage() {
 /// The search runs only on the first start after it was asked for.
 void Form12::SearchPortOnce() {
   if (!DataCenter.AutoSearchPort) return;
+  const int16_t before = Link.PortNumber;
   int16_t port = 0;
   findport(port);
-  if (port == kUsbPort || port == 0) {
+  if (Link.PortNumber != before) {
+    // A person has chosen a port meanwhile.
+  } else if (port == kUsbPort || port == 0) {
     SelectUsb();
   } else if (port >= 1 && port <= kHighestComPort) {
     SelectSerial(port);

@@ -13,8 +13,13 @@ void SelectUsb() {
 void SelectSerial(int16_t port) {
   Link.LinkType = kSerialLink;
   Link.PortNumber = port;
+  PointPollPort(port);
+}
+
+void PointPollPort(int number) {
+  if (Link.MSComm1.CommPort() == number) return;
   Link.MSComm1.Close();
-  Link.MSComm1.SetCommPort(port);
+  Link.MSComm1.SetCommPort(number);
 }
 
 }  // namespace varek

@@ -34,7 +34,10 @@ extern LinkRecord Link;
 
 /// Chooses USB: the link type and the port number. The poll port is given back.
 void SelectUsb();
-/// Chooses the serial link on COM port `port` and points the poll port at it, closed.
+/// Points the poll port at a COM port; closed, unless it is there already.
+void PointPollPort(int number);
+
+/// Chooses the serial link on COM port `port` and points the poll port at it.
 void SelectSerial(int16_t port);
 
 }  // namespace varek

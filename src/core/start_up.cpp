@@ -51,39 +51,42 @@ StartUp WithoutService(const std::string& argument, bool oldSystem) {
   return StartUp::GoOn;
 }
 
-StartUp InstallServiceOrEntry() {
+/// Runs a job for the service manager; a failure is logged. False when it failed.
+bool TryService(void (*job)()) {
   try {
-    platform::InstallService();
-  } catch (const platform::RuntimeError&) {
-    bool ok = false;
-    SetStartProgram(kEntryName, kStartedBySystem, ok);
+    job();
+    return true;
+  } catch (const platform::RuntimeError& error) {
+    LogServiceError(error.Number(), error.what());
+    return false;
   }
+}
+
+StartUp InstallServiceOrEntry() {
+  if (!TryService(platform::InstallService)) InstallEntry();
   return StartUp::End;
 }
 
 StartUp StartThroughService() {
   if (AnotherInstanceRuns()) return ShowRunningCopy();
-  platform::StartService();
+  platform::ReleaseCopyLock();  // The service must not take this process for the running copy.
+  TryService(platform::StartService);
   return StartUp::End;
 }
 
 StartUp StopThroughService() {
-  platform::StopService();
+  TryService(platform::StopService);
   return StartUp::End;
 }
 
 StartUp Uninstall() {
-  platform::UninstallService();
+  TryService(platform::UninstallService);
   return StartUp::End;
 }
 
 /// A process that the manager has not started simply goes on as a tray application.
 StartUp BecomeService() {
-  try {
-    platform::StartServiceControl();
-  } catch (const platform::RuntimeError& error) {
-    LogServiceError(error.Number(), error.what());
-  }
+  TryService(platform::StartServiceControl);
   return StartUp::GoOn;
 }
 

@@ -31,7 +31,7 @@ void Show(const Call& call, Arguments&&... arguments) {
 
 bool IsStatus(const std::string& reply) { return reply.starts_with('('); }
 
-/// A device that is not open yet can't answer.
+/// A device that is not open, or has been taken down meanwhile, can't answer.
 void OpenUsb() {
   platform::Guarded("form12 USB連接", [] {
     if (Link.UsbOpen == 0) Action();
@@ -45,7 +45,10 @@ std::string AskUsb() {
   const int64_t start = platform::TickCount();
   int64_t elapsed = 0;
   while (!IsStatus(reply) && elapsed <= kUsbMilliseconds && !Link.ExitRequested) {
-    if (elapsed % kUsbAskInterval == 0) reply = SentCommand("Q1");
+    if (elapsed % kUsbAskInterval == 0) {
+      OpenUsb();
+      reply = SentCommand("Q1");
+    }
     Show(Display().progress, static_cast<double>(elapsed) / kUsbMilliseconds * kUsbShare);
     platform::SpinEvents();
     elapsed = platform::TickCount() - start;
@@ -55,7 +58,6 @@ std::string AskUsb() {
 
 bool SearchUsb() {
   Show(Display().label, "USB");
-  OpenUsb();
   const std::string reply = AskUsb();
   return IsStatus(reply) && reply.size() == kStatusLength;
 }
@@ -63,6 +65,8 @@ bool SearchUsb() {
 void OpenSearchPort(int number) {
   platform::SerialPort& port = Link.MSComm2;
   port.Close();
+  // The poll cycle may be waiting in vain on this very port, and holds it.
+  if (Link.MSComm1.CommPort() == number) Link.MSComm1.Close();
   port.SetCommPort(number);
   platform::Guarded("form12 com開啟", [&port] {
     port.Open();
@@ -70,8 +74,14 @@ void OpenSearchPort(int number) {
   });
 }
 
+/// A unit that is being polled need not be asked, nor could it be: its port is taken.
+bool IsWorkingLink(int number) {
+  return Link.LinkType == kSerialLink && Link.LinkUp == 1 && Link.MSComm1.CommPort() == number;
+}
+
 bool AnswersOnCom(int number) {
   Show(Display().label, "COM" + std::to_string(number));
+  if (IsWorkingLink(number)) return true;
   OpenSearchPort(number);
   // A port that can't be opened has nothing to wait for.
   const bool answers =
@@ -88,8 +98,7 @@ void SearchCom(int16_t& port) {
     if (AnswersOnCom(number)) {
       Show(Display().progress, 100.0);
       port = static_cast<int16_t>(number);
-      Link.MSComm1.Close();
-      Link.MSComm1.SetCommPort(number);
+      PointPollPort(number);
       return;
     }
     platform::DoEvents();
@@ -97,11 +106,23 @@ void SearchCom(int16_t& port) {
   }
 }
 
+bool searching = false;
+
+/// Marks the one search that may run, however it ends.
+struct SearchRunning {
+  SearchRunning() { searching = true; }
+  ~SearchRunning() { searching = false; }
+  SearchRunning(const SearchRunning&) = delete;
+  SearchRunning& operator=(const SearchRunning&) = delete;
+};
+
 }  // namespace
 
 void SetSearchDisplay(SearchDisplay display) { Display() = std::move(display); }
 
 void findport(int16_t& port) {
+  if (searching) return;
+  const SearchRunning running;
   Show(Display().open);
   if (SearchUsb()) {
     port = kUsbPort;

@@ -48,9 +48,13 @@ std::string Escaped(const std::string& text, const std::string& characters, char
   return result;
 }
 
-/// The program's path as the manager's files want it: quoted, its specifiers and escapes doubled.
+/// The program's path as the manager's files want it: quoted, its specifiers doubled. The manager
+/// takes no program whose path has quotes or backslashes, however they are written.
 std::string UnitCommand() {
-  std::string path = Escaped(ProgramFolder() + "/Varek", "\"\\", '\\');
+  const std::string path = ProgramFolder() + "/Varek";
+  if (path.find_first_of("'\"\\") != std::string::npos) {
+    throw RuntimeError(errors::kPathAccess, path + ": the service manager takes no such path");
+  }
   return "\"" + Escaped(path, "%", '%') + "\"";
 }
 
@@ -85,7 +89,10 @@ void EnableUnit() {
   fs::create_directories(Root() + kWantsFolder, error);
   fs::remove(WantsPath(), error);
   fs::create_symlink(std::string("../") + kUnit, WantsPath(), error);
-  if (error) throw RuntimeError(errors::kPathAccess, WantsPath() + ": " + error.message());
+  if (!error) return;
+  std::error_code ignored;
+  fs::remove(UnitPath(), ignored);  // Nothing is installed by halves.
+  throw RuntimeError(errors::kPathAccess, WantsPath() + ": " + error.message());
 }
 
 void RemoveFile(const std::string& path) {
@@ -133,8 +140,11 @@ void StartService() { AskManager(std::string("start ") + kUnit); }
 void StopService() { AskManager(std::string("stop ") + kUnit); }
 
 void StartServiceControl() {
-  // Programs that are started from here are not the service: they get no way to speak for it.
-  if (sd_notify(1, "READY=1") <= 0) {
+  // A program that the service has started inherits its surroundings but is not the service; so
+  // the manager's own note of whom it started counts, and the way to speak for it is taken away.
+  const char* started = std::getenv("SYSTEMD_EXEC_PID");
+  const bool byManager = started && started == std::to_string(getpid());
+  if (!byManager || sd_notify(1, "READY=1") <= 0) {
     throw RuntimeError(errors::kNotAService, "the process was not started as a service");
   }
   runsAsService = true;

@@ -7,6 +7,7 @@
 
 #include <QLocalServer>
 #include <QLocalSocket>
+#include <cerrno>
 #include <cstdint>
 #include <cstdio>
 #include <cstdlib>
@@ -34,12 +35,16 @@ std::unique_ptr<QLocalServer>& Server() {
 }
 
 /// A folder that only this user can use: that of the session, else one of our own.
+/// Empty when there is none that can be trusted.
 std::string RuntimeFolder() {
   if (const char* folder = std::getenv("XDG_RUNTIME_DIR"); folder && *folder) return folder;
   const uid_t user = getuid();
   const std::string folder = user == 0 ? "/run/varek" : "/tmp/varek-" + std::to_string(user);
   mkdir(folder.c_str(), 0700);
-  return folder;
+  struct stat info {};
+  const bool ours = lstat(folder.c_str(), &info) == 0 && S_ISDIR(info.st_mode) &&
+                    info.st_uid == user && (info.st_mode & (S_IRWXG | S_IRWXO)) == 0;
+  return ours ? folder : "";
 }
 
 /// FNV-1a: a short name that any two folders are most unlikely to share.
@@ -54,8 +59,10 @@ std::string FolderKey() {
   return text;
 }
 
+/// Without a folder an empty path, which nothing can be opened under.
 std::string RuntimePath(const std::string& suffix) {
-  return RuntimeFolder() + "/varek-" + FolderKey() + suffix;
+  const std::string folder = RuntimeFolder();
+  return folder.empty() ? "" : folder + "/varek-" + FolderKey() + suffix;
 }
 
 QString SocketName() { return QString::fromStdString(RuntimePath(".sock")); }
@@ -83,11 +90,17 @@ bool AnotherCopyRuns() {
       open(RuntimePath(".lock").c_str(), O_RDWR | O_CREAT | O_CLOEXEC | O_NOFOLLOW, 0600);
   if (file < 0) return false;  // Without a place for the lock the monitor must run all the same.
   if (flock(file, LOCK_EX | LOCK_NB) != 0) {
+    const bool taken = errno == EWOULDBLOCK;
     close(file);
-    return true;
+    return taken;
   }
   lockFile = file;
   return false;
+}
+
+void ReleaseCopyLock() {
+  if (lockFile >= 0) close(lockFile);
+  lockFile = -1;
 }
 
 void ListenToCopies(std::function<void(const std::string&)> execute) {

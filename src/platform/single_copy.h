@@ -12,6 +12,9 @@ namespace platform {
 /// is given back when the process ends, in whatever way.
 bool AnotherCopyRuns();
 
+/// Gives the lock back, for the copy that is to run in the place of this one.
+void ReleaseCopyLock();
+
 /// Listens for texts from later copies. REQUIRES the lock. `execute` is called from the event loop
 /// with each text, at most 64 bytes long. Without a socket it stays silent.
 void ListenToCopies(std::function<void(const std::string& text)> execute);

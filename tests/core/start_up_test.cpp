@@ -38,6 +38,7 @@ TEST_F(StartUpTest, AnEntryThatCannotBeWrittenLetsTheNewestSystemsGoOn) {
   setenv("VAREK_ROOT", "/proc/nonexistent", 1);
   EXPECT_EQ(HandleCommandLine("\\install", 3), StartUp::GoOn);
   EXPECT_EQ(HandleCommandLine("\\install", 2), StartUp::End);
+  EXPECT_EQ(HandleCommandLine("\\uninstall", 2), StartUp::End);
 }
 
 TEST_F(StartUpTest, AServiceTellsItsManagerThatItIsReady) {
@@ -48,6 +49,10 @@ TEST_F(StartUpTest, AServiceTellsItsManagerThatItIsReady) {
   path.copy(address.sun_path, sizeof address.sun_path - 1);
   ASSERT_EQ(bind(manager, reinterpret_cast<sockaddr*>(&address), sizeof address), 0);
   setenv("NOTIFY_SOCKET", path.c_str(), 1);
+  setenv("SYSTEMD_EXEC_PID", "1", 1);  // a program that the service has started
+  EXPECT_EQ(HandleCommandLine("", 2), StartUp::GoOn);
+  EXPECT_FALSE(platform::RunsAsService());
+  setenv("SYSTEMD_EXEC_PID", std::to_string(getpid()).c_str(), 1);
   EXPECT_EQ(HandleCommandLine("\\M", 2), StartUp::GoOn);
   char text[64] = "";
   EXPECT_GT(read(manager, text, sizeof text - 1), 0);

@@ -98,6 +98,15 @@ TEST_F(PortSearchTest, TheFirstComPortThatAnswersWithABracketWins) {
   EXPECT_EQ(labels.back(), "COM4");
 }
 
+TEST_F(PortSearchTest, AWorkingLinkCountsAsFoundAndStaysOpen) {
+  const test::PseudoTerminal unit(Link16(3));
+  SelectSerial(3);
+  Link.MSComm1.Open();
+  Link.LinkUp = 1;
+  EXPECT_EQ(Search(), 3);
+  EXPECT_TRUE(Link.MSComm1.PortOpen());
+}
+
 TEST_F(PortSearchTest, AnExitBreaksOffBothLoops) {
   for (int milliseconds : {3000, 7500}) {
     const test::PseudoTerminal silent(Link16(1)), unit(Link16(2));
