@@ -32,8 +32,6 @@ constexpr int kScheduleInterval = 60000;
 constexpr int kTrayInterval = 1000;
 constexpr char kProgramName[] = "Varek";
 
-constexpr int kHighestComPort = 16;
-
 /// The windows that the stop unloads before the databases close; the dashboard goes last.
 constexpr int kFormsBeforeDatabases[] = {2, 3, 4, 5, 6, 7, 8, 9, 10, 11};
 constexpr int kDashboard = 1;
@@ -45,6 +43,12 @@ constexpr int kFormsOfTheSession[] = {1, 2, 3, 4, 5, 6, 7, 9, 10, 11, 13, 14, 15
 template <size_t N>
 void UnloadForms(const int (&numbers)[N]) {
   for (int number : numbers) UnloadForm(number);
+}
+
+/// USB also stands for a search that has found nothing: the poll cycle goes on looking there.
+void AdoptPort(int16_t port) {
+  if (port == kUsbPort || port == 0) return SelectUsb();
+  if (port >= kFirstComPort && port <= kLastComPort) SelectSerial(port);
 }
 
 void TellNoStart(const std::exception& error) {
@@ -118,13 +122,8 @@ void Form12::SearchPortOnce() {
   const int16_t before = Link.PortNumber;
   int16_t port = 0;
   findport(port);
-  if (Link.PortNumber != before) {
-    // A person has chosen a port meanwhile.
-  } else if (port == kUsbPort || port == 0) {
-    SelectUsb();
-  } else if (port >= 1 && port <= kHighestComPort) {
-    SelectSerial(port);
-  }
+  const bool chosenMeanwhile = Link.PortNumber != before;
+  if (!chosenMeanwhile) AdoptPort(port);
   DataCenter.AutoSearchPort = kClear;
   WriteConfig();
 }

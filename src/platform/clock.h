@@ -39,9 +39,6 @@ Clock* ReplacedClock();
 DateTime Now();
 int64_t TickCount();
 
-/// Seconds since local midnight, with no fraction.
-int SecondsSinceMidnight();
-
 std::string FormatDayName(const DateTime& moment);  ///< "yyyymmdd", the name of a day's table
 std::string FormatTime(const DateTime& moment);     ///< "hh:mm:ss"
 std::string FormatStored(const DateTime& moment);   ///< "yyyy-mm-dd hh:mm:ss", as databases keep it

@@ -20,8 +20,6 @@ class RuntimeError final : public std::runtime_error {
 
 namespace errors {
 constexpr int kOverflow = 6;
-constexpr int kSubscript = 9;
-constexpr int kDivisionByZero = 11;
 constexpr int kInternal = 51;
 constexpr int kFileNotFound = 53;
 constexpr int kDeviceIo = 57;

@@ -65,14 +65,18 @@ void DeleteAll(Database& database, const std::string& query) {
   }
 }
 
+std::string RowsWhere(const std::string& table, const std::string& column) {
+  return "Select * From [" + table + "] Where [" + column;
+}
+
 /// One transaction, so that thousands of old rows cost one wait for the disk.
 void DeleteRowsBefore(const platform::DateTime& cutOff) {
-  const std::string date = "#" + ZeroPadded(cutOff.year, 4) + "/" + ZeroPadded(cutOff.month, 2) +
-                           "/" + ZeroPadded(cutOff.day, 2) + "#";
+  const std::string bound = "] < #" + ZeroPadded(cutOff.year, 4) + "/" +
+                            ZeroPadded(cutOff.month, 2) + "/" + ZeroPadded(cutOff.day, 2) + "#";
   Database database(platform::ProgramPath(kEventFile));
   database.BeginTransaction();
-  DeleteAll(database, "Select * From [allevent] Where [DateANDTime] < " + date);
-  DeleteAll(database, "Select * From [HTTPLOG] Where [Time] < " + date);
+  DeleteAll(database, RowsWhere(kEventTable, kEventTime) + bound);
+  DeleteAll(database, RowsWhere(kWebLogTable, kWebLogTime) + bound);
   database.CommitTransaction();
 }
 

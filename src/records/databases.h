@@ -18,6 +18,8 @@ inline constexpr char kDataFile[] = "\\database\\data.mdb";
 inline constexpr char kEventTable[] = "allevent";
 inline constexpr char kScheduleTable[] = "schedule";
 inline constexpr char kWebLogTable[] = "HTTPLOG";
+inline constexpr char kEventTime[] = "DateANDTime";
+inline constexpr char kWebLogTime[] = "Time";
 
 /// The handles that stay open from start to end.
 struct OpenRecords {

@@ -133,17 +133,6 @@ TEST_F(ConfigurationTest, ANumberThatDoesNotFitIsAnError) {
   EXPECT_THROW(ReadConfig(), platform::RuntimeError);
 }
 
-TEST_F(ConfigurationTest, AMissingFileGivesTheDefaultsAndIsNotWritten) {
-  ReadConfig();
-  EXPECT_EQ(messages, std::vector<std::string>{"LOAD CONFIG ERROR"});
-  EXPECT_TRUE(DataCenter.AutoSearchPort && DataCenter.UseCelsius && DataCenter.WebEnabled);
-  EXPECT_EQ(DataCenter.SystemShutdownBuffer, 5);
-  EXPECT_EQ(DataCenter.UPSShutdownBuffer, 1);
-  EXPECT_EQ(DataCenter.WebPort, 1888);
-  EXPECT_EQ(Link.LinkType, kNoLink);
-  EXPECT_FALSE(platform::IsFile(Path()));
-}
-
 TEST_F(ConfigurationTest, AFirstStartFollowsTheSystemsLanguageAndALaterOneTheFile) {
   struct Case {
     const char* locale;

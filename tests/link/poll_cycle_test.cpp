@@ -182,13 +182,5 @@ TEST_F(PollCycleTest, AnEventThatFailsIsListedUnderTheReceiveStep) {
   EXPECT_NE(Form13::List1().back().find("form12 Comm RECEive DATA ERROR91錯誤"), std::string::npos);
 }
 
-TEST_F(PollCycleTest, WithoutAUsbDeviceTheLinkStaysDown) {
-  SelectUsb();
-  Link.PendingCommand = "S05R0030";
-  for (int second = 0; second < 6; ++second) Cycle();
-  EXPECT_FALSE(GetIsConnect());
-  EXPECT_TRUE(Form13::List1().empty());
-}
-
 }  // namespace
 }  // namespace varek

@@ -220,19 +220,5 @@ TEST_F(ShutdownTest, MainsFailureRunsBothCountsToTheirEnds) {
   EXPECT_EQ(Shutdowns(1), 1);
 }
 
-TEST_F(ShutdownTest, MainsBackCancelsBothAndTellsTheUnit) {
-  DataCenter.PowerFailSystemEnable = DataCenter.PowerFailUPSEnable = DataCenter.Utility = kSet;
-  DataCenter.PowerFailSystemDelay = DataCenter.PowerFailUPSDelay = 1;
-  CheckUPSEvents();
-  clock.Advance(30'000);
-  DataCenter.Utility = kClear;
-  CheckUPSEvents();
-  clock.Advance(120'000);
-  EXPECT_EQ(sent, (std::vector<std::string>{"C", "S01", "C"}));
-  EXPECT_EQ(EventRows(), (Rows{6, 8}));
-  EXPECT_FALSE(SystemCountdown().IsLoaded() || UPSCountdown().IsLoaded());
-  EXPECT_EQ(Shutdowns(0), 0);
-}
-
 }  // namespace
 }  // namespace varek
