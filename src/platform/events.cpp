@@ -34,9 +34,10 @@ void SpinEvents() {
   DoEvents();
 }
 
-void Post(const char* place, std::function<void()> action) {
+void Post(std::string place, std::function<void()> action) {
   QMetaObject::invokeMethod(
-      QCoreApplication::instance(), [place, action = std::move(action)] { Guarded(place, action); },
+      QCoreApplication::instance(),
+      [place = std::move(place), action = std::move(action)] { Guarded(place, action); },
       Qt::QueuedConnection);
 }
 

@@ -2,6 +2,7 @@
 #pragma once
 
 #include <functional>
+#include <string>
 
 namespace platform {
 
@@ -17,6 +18,6 @@ void WaitForEvents(int milliseconds);
 void SpinEvents();
 
 /// Runs `action` from the event loop, after the present handler has ended; guarded as `place`.
-void Post(const char* place, std::function<void()> action);
+void Post(std::string place, std::function<void()> action);
 
 }  // namespace platform

@@ -20,6 +20,7 @@ class RuntimeError final : public std::runtime_error {
 
 namespace errors {
 constexpr int kOverflow = 6;
+constexpr int kSubscript = 9;
 constexpr int kInternal = 51;
 constexpr int kFileNotFound = 53;
 constexpr int kDeviceIo = 57;
@@ -36,6 +37,7 @@ constexpr int kDatabaseFailure = 3146;
 constexpr int kRecordDeleted = 3167;
 constexpr int kItemNotFound = 3265;
 constexpr int kNotADatabase = 3343;
+constexpr int kInvalidPicture = 481;
 constexpr int kNotAService = 1063;
 constexpr int kNoEdit = 3020;
 constexpr int kDataConversion = 3421;
