@@ -1,7 +1,9 @@
-# Puts the files that come with the program into the program folder. The language table belongs to
-# the program and follows it; settings and records belong to the user and are only ever added.
+# Puts the files that come with the program into the program folder. The language table and the
+# pictures belong to the program and follow it; settings and records belong to the user and are only
+# ever added.
 file(MAKE_DIRECTORY ${PROGRAM_FOLDER}/database)
 file(COPY ${INITIAL}/LangData.mdb DESTINATION ${PROGRAM_FOLDER}/database)
+file(COPY ${INITIAL}/image DESTINATION ${PROGRAM_FOLDER})
 
 function(copy_if_missing source target)
   if(NOT EXISTS ${target})

@@ -1,0 +1,68 @@
+#include "pictures/scales.h"
+
+#include <algorithm>
+#include <cmath>
+
+namespace varek {
+
+namespace {
+
+/// A bar's picture begins a pixel right of its frame, and its filled part three rows below the row
+/// that the level asks for.
+constexpr int kBarInset = 1;
+constexpr int kTopGap = 3;
+
+constexpr int kNoAlarm = 101;  ///< beyond the scale
+
+Point Place(const DialScale& scale, int value, double radius, double factor) {
+  const Dial& dial = DialOf(scale.dial);
+  const double angle = TargetAngle(value, dial.fullScale, dial.startAngle, dial.endAngle);
+  return OnDial(dial.needle, DialCentre(scale, factor), angle, radius * factor);
+}
+
+}  // namespace
+
+// The needles are 100, 60, 60 and 30 long: they end short of the ticks.
+const std::array<DialScale, 4> kDialScales{{
+    {kInputDial, "V", 10, 50, 50, 118, 113, 111, 105, 101, 88, 11},
+    {kOutputDial, "V", 10, 50, 50, 90, 86, 84, 78, 74, 61, 11},
+    {kFrequencyDial, "Hz", 2, 10, 20, 90, 86, 84, 78, 74, 62, 11},
+    {kTemperatureDial, "", 10, 50, 50, 48, 44, 43, 39, 36, 25, 9},
+}};
+
+const BarScale kLoadScale{kLoad, 5, 20, 80, 100};
+const BarScale kBatteryWithLoadScale{kBatteryWithLoad, 5, 20, 80, kNoAlarm};
+const BarScale kBatteryAloneScale{kBatteryAlone, 5, 20, 80, kNoAlarm};
+
+int FullScale(const DialScale& scale) { return static_cast<int>(DialOf(scale.dial).fullScale); }
+
+Point DialCentre(const DialScale& scale, double factor) {
+  const Dial& dial = DialOf(scale.dial);
+  return {static_cast<double>(ToPixels(kOffsetX + dial.centreX, factor)),
+          static_cast<double>(ToPixels(kOffsetY + dial.centreY, factor))};
+}
+
+Tick DialTick(const DialScale& scale, int value, double factor) {
+  const double start = value % scale.majorStep == 0 ? scale.majorStart : scale.minorStart;
+  return {Place(scale, value, start, factor), Place(scale, value, scale.tickEnd, factor)};
+}
+
+Point NumeralPlace(const DialScale& scale, int value, double factor) {
+  return Place(scale, value, scale.numeralRadius, factor);
+}
+
+platform::Rect BarPlace(const Bar& bar, const SizeClass& sizeClass) {
+  const BarSize& size = kBarSizes.at(static_cast<size_t>(sizeClass.barIndex));
+  return {static_cast<double>(ToPixels(bar.x, sizeClass.sizeFactor) + kBarInset),
+          static_cast<double>(ToPixels(bar.y, sizeClass.sizeFactor)),
+          static_cast<double>(size.width), static_cast<double>(size.height)};
+}
+
+int BarTickRow(const Bar& bar, double percent, const SizeClass& sizeClass) {
+  const platform::Rect place = BarPlace(bar, sizeClass);
+  const double hidden =
+      std::floor(place.height - TargetAngle(percent, bar.fullScale, 0, place.height));
+  return static_cast<int>(place.top + std::min(hidden + kTopGap, place.height));
+}
+
+}  // namespace varek
