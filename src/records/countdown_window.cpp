@@ -7,35 +7,52 @@
 #include <QPushButton>
 #include <QScreen>
 #include <QVBoxLayout>
-#include <QWidget>
 #include <utility>
 
 #include "platform/events.h"
+#include "platform/guard.h"
 #include "settings/language.h"
+#include "views/kit/colors.h"
+#include "views/kit/window_frame.h"
+#include "views/palette.h"
 
 namespace varek {
 
 namespace {
 
 constexpr size_t kCancelText = 83;
-constexpr int kMinimumWidth = 260;
-constexpr double kTimeFontFactor = 2.5;
-/// Room for a title bar between the two windows.
-constexpr int kGap = 24;
+constexpr size_t kRemainingText = 216;
+constexpr int kMinimumWidth = 300;
+constexpr int kMargin = 18;
+constexpr int kRemainingPixels = 14;
+constexpr int kTimePixels = 56;
+/// Between the middle of the screen and each of the two windows.
+constexpr int kGap = 12;
 
-class Frame final : public QWidget {
+/// The countdown comes before its looks: without its pictures the frame is plain.
+FramePictures PicturesAtHand() {
+  FramePictures pictures;
+  platform::Guarded("countdown frame", [&] { pictures = LoadFramePictures(); });
+  return pictures;
+}
+
+void SetLabelLooks(QLabel& label, int pixels, platform::Color color) {
+  label.setAlignment(Qt::AlignCenter);
+  label.setStyleSheet(
+      QStringLiteral("font-size: %1px; color: %2").arg(pixels).arg(ToQColor(color).name()));
+}
+
+class Frame final : public WindowFrame {
  public:
   explicit Frame(std::function<void()> cancelAction)
-      : QWidget(nullptr, Qt::Window | Qt::CustomizeWindowHint | Qt::WindowTitleHint |
-                             Qt::WindowStaysOnTopHint),
+      : WindowFrame("countdown", PicturesAtHand(), FrameSizing::Fixed, Qt::WindowStaysOnTopHint),
         cancel(std::move(cancelAction)) {
-    QFont font = label.font();
-    font.setPointSizeF(font.pointSizeF() * kTimeFontFactor);
-    label.setFont(font);
-    label.setAlignment(Qt::AlignCenter);
+    SetLabelLooks(remaining, kRemainingPixels, palette::kMuted);
+    SetLabelLooks(label, kTimePixels, palette::kReading);
     auto* layout = new QVBoxLayout(this);
-    layout->addWidget(&label);
-    layout->addWidget(&button);
+    layout->setContentsMargins(kMargin, kMargin, kMargin, kMargin);
+    for (QWidget* part : std::initializer_list<QWidget*>{&remaining, &label, &button})
+      layout->addWidget(part);
     setMinimumWidth(kMinimumWidth);
     // Whoever is typing must not press the button by accident.
     setAttribute(Qt::WA_ShowWithoutActivating);
@@ -45,6 +62,7 @@ class Frame final : public QWidget {
   void PressCancel() { platform::Post("countdown cancel", cancel); }
 
   std::function<void()> cancel;
+  QLabel remaining{QStringLiteral("剩餘時間")};
   QLabel label{QStringLiteral("00:00")};
   QPushButton button{QStringLiteral("取消")};
 
@@ -88,6 +106,7 @@ void CountdownWindow::ApplyLanguage(size_t number) {
   if (LangText[number].empty()) return;
   SetCaption(LangText[number]);
   impl_->frame.button.setText(QString::fromStdString(LangText[kCancelText]));
+  impl_->frame.remaining.setText(QString::fromStdString(LangText[kRemainingText]));
 }
 
 void CountdownWindow::SetLabel(const std::string& text) {

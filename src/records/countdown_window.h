@@ -1,6 +1,6 @@
-// The small window of a countdown: a label with the time and a cancel button, above all other
-// windows. Escape is the cancel button; the window can't be closed by its frame, since closing
-// and cancelling are not the same thing when the session ends.
+// The small window of a countdown: a large label with the time and a cancel button, above all other
+// windows, in the frame that the views have. Escape is the cancel button; the window can't be
+// closed by its frame, since closing and cancelling are not the same thing when the session ends.
 #pragma once
 
 #include <functional>
@@ -21,7 +21,8 @@ class CountdownWindow final {
   void Show();
   /// The caption until there is a language.
   void SetCaption(const std::string& text);
-  /// Caption `number` and the button in the present language; nothing changes without one.
+  /// Caption `number`, the line above the time and the button in the present language; nothing
+  /// changes without one.
   void ApplyLanguage(size_t number);
   void SetLabel(const std::string& text);
   std::string Label() const;

@@ -1,0 +1,34 @@
+// Where a window's parts stand in its design, and where they stand in a window of another size.
+#pragma once
+
+#include <QRect>
+#include <QSize>
+#include <vector>
+
+class QWidget;
+
+namespace varek {
+
+/// Left, top, width and height of `design`, each times the new client size by the design's, to the
+/// nearest whole pixel. An empty design client leaves the rectangle as it is.
+QRect ScaleRect(const QRect& design, QSize designClient, QSize client);
+
+class DesignLayout final {
+ public:
+  /// Captures the present places of `parts` as their design, for a client area of `client`. The
+  /// parts must live as long as Apply is called.
+  void Resizeinit(QSize client, const std::vector<QWidget*>& parts);
+
+  /// Puts every part where it stands in a client area of `client`.
+  void Apply(QSize client) const;
+
+ private:
+  struct Part {
+    QWidget* widget;
+    QRect design;
+  };
+  QSize designClient_;
+  std::vector<Part> parts_;
+};
+
+}  // namespace varek

@@ -1,0 +1,15 @@
+#include "views/kit/pictures.h"
+
+#include "platform/paths.h"
+#include "platform/surface.h"
+
+namespace varek {
+
+QPixmap LoadPicture(const std::string& file) {
+  const std::string path = platform::ProgramPath("\\image\\" + file);
+  // A surface knows what is wrong with a file, but has no transparency, which icons need.
+  [[maybe_unused]] const platform::Surface checked(path);
+  return QPixmap(QString::fromStdString(path));
+}
+
+}  // namespace varek

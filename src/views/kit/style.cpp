@@ -1,0 +1,105 @@
+#include "views/kit/style.h"
+
+#include <QFontMetrics>
+#include <QPalette>
+#include <QWidget>
+#include <utility>
+
+#include "views/kit/colors.h"
+#include "views/palette.h"
+
+namespace varek {
+
+namespace {
+
+/// Colours stand in it by their names in the palette.
+constexpr char kSheet[] = R"(
+QLabel, QCheckBox { color: @text; background: transparent; }
+QLabel:disabled, QCheckBox:disabled { color: @muted; }
+QCheckBox::indicator {
+  width: 12px; height: 12px; border: 1px solid @muted; border-radius: 2px; background: @face; }
+QCheckBox::indicator:checked { background: @accent; }
+QCheckBox::indicator:focus, QCheckBox::indicator:hover { border-color: @accent; }
+QLineEdit, QComboBox, QListView, QTableView {
+  color: @text; background: @face; border: 1px solid @edge; border-radius: 3px;
+  selection-background-color: @accent; selection-color: @face; }
+QLineEdit, QComboBox { padding: 2px 5px; }
+QLineEdit:focus, QComboBox:focus, QListView:focus, QTableView:focus { border-color: @accent; }
+QLineEdit:disabled, QComboBox:disabled { color: @muted; background: @window; }
+QComboBox QAbstractItemView { color: @text; background: @face; border: 1px solid @edge; }
+QListView::item:selected, QTableView::item:selected { color: @face; background: @accent; }
+QTableView { gridline-color: @edge; alternate-background-color: @window; }
+QHeaderView { background: @panel; }
+QTableCornerButton::section { background: @panel; border: none; }
+QHeaderView::section {
+  color: @muted; background: @panel; padding: 3px 5px; border: none;
+  border-right: 1px solid @edge; border-bottom: 1px solid @edge; }
+QTabWidget::pane { border: 1px solid @edge; }
+QTabBar { qproperty-drawBase: 0; }
+QTabBar::tab {
+  color: @muted; background: @window; border: 1px solid @edge; padding: 5px 12px; }
+QTabBar::tab:selected { color: @text; background: @panel; border-bottom: 2px solid @accent; }
+QTabBar::tab:hover { color: @text; }
+QPushButton {
+  color: @text; background: @panel; border: 1px solid @edge; border-radius: 4px;
+  padding: 4px 8px; }
+QPushButton:hover, QPushButton:focus { border-color: @accent; }
+QPushButton:pressed { background: @face; }
+QPushButton:disabled { color: @muted; background: @window; }
+QTabBar QToolButton { background: @panel; border: 1px solid @edge; }
+QScrollBar { background: @window; border: none; }
+QScrollBar:vertical { width: 12px; }
+QScrollBar:horizontal { height: 12px; }
+QScrollBar::handle { background: @edge; border-radius: 3px; margin: 2px; }
+QScrollBar::handle:vertical { min-height: 24px; }
+QScrollBar::handle:horizontal { min-width: 24px; }
+QScrollBar::handle:hover { background: @muted; }
+QScrollBar::add-line, QScrollBar::sub-line { width: 0px; height: 0px; }
+QScrollBar::add-page, QScrollBar::sub-page { background: transparent; }
+QToolTip { color: @text; background: @panel; border: 1px solid @accent; padding: 2px; }
+)";
+
+constexpr std::pair<const char*, platform::Color> kNames[] = {
+    {"@text", palette::kText},      {"@muted", palette::kMuted},   {"@face", palette::kFace},
+    {"@edge", palette::kPanelEdge}, {"@accent", palette::kAccent}, {"@window", palette::kWindow},
+    {"@panel", palette::kPanel},
+};
+
+constexpr int kLeastTextPixels = 6;
+
+QPalette WindowPalette() {
+  QPalette colors(ToQColor(palette::kPanel), ToQColor(palette::kWindow));
+  colors.setColor(QPalette::Base, ToQColor(palette::kFace));
+  colors.setColor(QPalette::Text, ToQColor(palette::kText));
+  colors.setColor(QPalette::WindowText, ToQColor(palette::kText));
+  colors.setColor(QPalette::Highlight, ToQColor(palette::kAccent));
+  return colors;
+}
+
+}  // namespace
+
+QString StyleSheet() {
+  QString sheet = QString::fromLatin1(kSheet);
+  for (const auto& [name, color] : kNames)
+    sheet.replace(QString::fromLatin1(name), ToQColor(color).name());
+  return sheet;
+}
+
+void ApplyStyle(QWidget& window) {
+  window.setPalette(WindowPalette());
+  window.setStyleSheet(StyleSheet());
+}
+
+QFont FittingFont(const QFont& font, const QString& text, QSize room) {
+  const QRect place(QPoint(), room);
+  const auto fits = [&](const QFont& tried) {
+    return place.contains(QFontMetrics(tried).boundingRect(place, kFittingText, text));
+  };
+  QFont result = font;
+  for (int pixels = QFontInfo(font).pixelSize() - 1; !fits(result) && pixels >= kLeastTextPixels;
+       --pixels)
+    result.setPixelSize(pixels);
+  return result;
+}
+
+}  // namespace varek

@@ -1,0 +1,128 @@
+#include "views/kit/view_window.h"
+
+#include <QCloseEvent>
+#include <QGuiApplication>
+#include <QIcon>
+#include <QKeyEvent>
+#include <QScreen>
+
+#include "core/forms.h"
+#include "platform/events.h"
+#include "settings/language.h"
+#include "views/kit/picture_button.h"
+#include "views/kit/pictures.h"
+
+namespace varek {
+
+namespace {
+
+constexpr size_t kCloseText = 218;
+constexpr size_t kMinimiseText = 219;
+
+constexpr int kButtonSize = 22;
+constexpr int kButtonTop = (kFrameTop - kButtonSize) / 2;
+constexpr int kButtonGap = 4;
+
+QSize WithFrame(QSize client) { return client + QSize(2 * kFrameEdge, kFrameTop + kFrameEdge); }
+
+bool IsCloseKey(const QKeyEvent& event) {
+  return event.key() == Qt::Key_Escape ||
+         (event.key() == Qt::Key_W && event.modifiers() == Qt::ControlModifier);
+}
+
+void SetTip(PictureButton& button, const std::string& text) {
+  button.setToolTip(QString::fromStdString(text));
+  button.setAccessibleName(button.toolTip());
+}
+
+/// In the middle of the screen, and not larger than it.
+void PlaceOnScreen(QWidget& window, QSize size) {
+  const QRect screen = QGuiApplication::primaryScreen()->availableGeometry();
+  QRect place(QPoint(), size.boundedTo(screen.size()));
+  place.moveCenter(screen.center());
+  window.setGeometry(place);
+}
+
+}  // namespace
+
+struct ViewWindow::Impl {
+  Impl(ViewWindow& window, int form)
+      : number(form),
+        client(&window),
+        minimise(&window, QStringLiteral("minimise"), [&window] { window.showMinimized(); }),
+        close(&window, QStringLiteral("close"), [&window] { window.close(); }) {
+    client.setCursor(Qt::ArrowCursor);
+    for (PictureButton* button : {&minimise, &close}) {
+      button->resize(kButtonSize, kButtonSize);
+      // The keyboard has Escape and the desktop's own keys, and begins in the view.
+      button->setFocusPolicy(Qt::NoFocus);
+    }
+  }
+
+  void PlaceButtons(int windowWidth) {
+    const int left = windowWidth - kFrameEdge - kButtonGap - kButtonSize;
+    close.move(left, kButtonTop);
+    minimise.move(left - kButtonGap - kButtonSize, kButtonTop);
+  }
+
+  const int number;
+  QWidget client;
+  PictureButton minimise;
+  PictureButton close;
+};
+
+ViewWindow::ViewWindow(int formNumber, QSize client, QSize least)
+    : WindowFrame("form" + std::to_string(formNumber), LoadFramePictures(), FrameSizing::ByEdges),
+      impl_(std::make_unique<Impl>(*this, formNumber)) {
+  setWindowIcon(QIcon(LoadPicture("varek.png")));
+  SetButtonRoom(2 * (kButtonSize + kButtonGap));
+  setMinimumSize(WithFrame(least));
+  PlaceOnScreen(*this, WithFrame(client));
+  impl_->client.setGeometry(QRect({kFrameEdge, kFrameTop}, client));
+  ViewWindow::ApplyLanguage();
+}
+
+ViewWindow::~ViewWindow() = default;
+
+void ViewWindow::SetCaption(const QString& text) { setWindowTitle(text); }
+
+QWidget* ViewWindow::Client() const { return &impl_->client; }
+
+void ViewWindow::ShowAndRaise() {
+  setWindowState(windowState() & ~Qt::WindowMinimized);
+  show();
+  raise();
+  activateWindow();
+}
+
+void ViewWindow::ApplyLanguage() {
+  SetTip(impl_->close, LangText[kCloseText]);
+  SetTip(impl_->minimise, LangText[kMinimiseText]);
+}
+
+void ViewWindow::resizeEvent(QResizeEvent*) {
+  Enter("Form_Resize", [this] {
+    impl_->PlaceButtons(width());
+    impl_->client.setGeometry(contentsRect());
+    Form_Resize();
+  });
+}
+
+void ViewWindow::changeEvent(QEvent* event) {
+  WindowFrame::changeEvent(event);
+  if (event->type() != QEvent::ActivationChange || !isActiveWindow()) return;
+  Enter("Form_Activate", [this] { Form_Activate(); });
+}
+
+void ViewWindow::keyPressEvent(QKeyEvent* event) {
+  if (!IsCloseKey(*event)) return WindowFrame::keyPressEvent(event);
+  close();
+}
+
+/// Unloading destroys the window, which must not happen below its own handlers. The window agrees,
+/// so that a desktop that asks all windows before it quits is not held up.
+void ViewWindow::closeEvent(QCloseEvent*) {
+  platform::Post("view close", [number = impl_->number] { UnloadForm(number); });
+}
+
+}  // namespace varek

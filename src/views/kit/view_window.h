@@ -1,0 +1,48 @@
+// The window of a view: no title bar of the system's, a frame of pictures instead, with the
+// caption and the buttons in its top strip. It is moved by that strip, resized by its edges and
+// closed by its button, Escape, Ctrl+W or the desktop; closing unloads the form.
+#pragma once
+
+#include <QSize>
+#include <QString>
+#include <QWidget>
+#include <memory>
+
+#include "views/kit/window_frame.h"
+
+namespace varek {
+
+class ViewWindow : public WindowFrame {
+ public:
+  /// `formNumber` is what closing unloads. `client` is the size inside the frame at the start,
+  /// `least` the smallest that it can be given. A frame picture that is missing throws
+  /// RuntimeError 53. The client area has the size `client` until the window is shown, even where
+  /// the screen is too small for it, so that a layout can be captured.
+  ViewWindow(int formNumber, QSize client, QSize least);
+  ~ViewWindow() override;
+
+  void SetCaption(const QString& text);
+  /// The client area: parent of all that the view holds.
+  QWidget* Client() const;
+  /// Shows the window, or brings it to the front.
+  void ShowAndRaise();
+  /// The texts of the frame's buttons in the present language.
+  void ApplyLanguage();
+
+ protected:
+  /// The client area has a new size. Runs guarded.
+  virtual void Form_Resize() {}
+  /// The window has become the active one. Runs guarded.
+  virtual void Form_Activate() {}
+
+  void resizeEvent(QResizeEvent* event) override;
+  void changeEvent(QEvent* event) override;
+  void keyPressEvent(QKeyEvent* event) override;
+  void closeEvent(QCloseEvent* event) override;
+
+ private:
+  struct Impl;
+  std::unique_ptr<Impl> impl_;
+};
+
+}  // namespace varek
