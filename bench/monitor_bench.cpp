@@ -29,7 +29,7 @@ class MemoryFolder {
   MemoryFolder() {
     char pattern[] = "/dev/shm/varek-bench-XXXXXX";
     path_ = mkdtemp(pattern);
-    fs::copy(INITIAL_DATABASES, path_ / "database");
+    fs::copy(INITIAL_FILES, path_ / "database");
     platform::SetProgramFolder(path_.string());
     varek::OpenDatabases();
   }

@@ -20,6 +20,7 @@
 #include "records/events.h"
 #include "scheduler/schedule_runner.h"
 #include "settings/language.h"
+#include "views/dashboard.h"
 #include "web/web_console.h"
 
 namespace varek {
@@ -59,15 +60,21 @@ void TellNoStart(const std::exception& error) {
 }  // namespace
 
 Form12::Form12()
-    : COMtime(
+    : FormEntry(kNumber),
+      Timer1(
+          "form12 Timer1", [this] { Timer1_Timer(); }, kTrayInterval),
+      COMtime(
           "form12 COMtime", [this] { poll_.COMtime_Timer(); }, kPollInterval),
       AddDataTimer(
           "form12 AddDataTimer", [this] { AddDataTimer_Timer(); }, kSampleInterval),
-      ScheduleTimer("form12 ScheduleTimer", RunSchedule, kScheduleInterval),
-      Timer1(
-          "form12 Timer1", [this] { Timer1_Timer(); }, kTrayInterval) {}
+      ScheduleTimer("form12 ScheduleTimer", RunSchedule, kScheduleInterval) {
+  ConnectDashboard();
+  SetTrayActions([this] { SHOWPROGRAM_Click(); }, [this] { ENDPROG_Click(); });
+}
 
 Form12::~Form12() = default;
+
+void Form12::ApplyLanguage() { ApplyTrayLanguage(); }
 
 void Form12::Form_Load(const std::string& commandLine) {
   try {
@@ -81,7 +88,7 @@ void Form12::Form_Load(const std::string& commandLine) {
 void Form12::LoadSteps(const std::string& commandLine) {
   DataCenter.ExitInProgress = kClear;
   ReadConfig();
-  TipText = kProgramName;
+  Tray.TipText = kProgramName;
   TitleText = kProgramName;
   Usb.Failures = 0;
   if (HandleCommandLine(commandLine, platform::OperatingSystemKind()) == StartUp::End) End(0);
@@ -134,7 +141,8 @@ void Form12::AddDataTimer_Timer() {
 }
 
 void Form12::Timer1_Timer() {
-  if (!TrayAdd()) return;
+  if (Tray.TrayIconHandle == 0) TrayAdd();
+  if (Tray.TrayIconHandle == 0) return;
   Timer1.SetInterval(0);
   Timer1.SetEnabled(false);
 }

@@ -4,18 +4,25 @@
 
 #include <string>
 
+#include "core/forms.h"
 #include "link/poll_cycle.h"
 #include "platform/timers.h"
 
 namespace varek {
 
-class Form12 final {
+class Form12 final : public FormEntry {
  public:
   static constexpr int kNumber = 12;
 
   /// The timers run from here on.
   Form12();
-  ~Form12();
+  ~Form12() override;
+
+  bool IsLoaded() const override { return true; }
+  /// Nothing: the controller goes only with the process.
+  void Unload() override {}
+  /// The captions of the tray menu.
+  void ApplyLanguage() override;
 
   /// The start of the process, step by step. `commandLine` is all that stands behind the program's
   /// name. An error at any step is told to the person, stops everything and ends the process with
@@ -36,7 +43,7 @@ class Form12 final {
   /// A text from a later copy: "Show" brings up the dashboard, any other is ignored.
   void Form_LinkExecute(const std::string& text);
 
-  /// The tray menu's first item.
+  /// The tray menu's first item, and a double click on the icon.
   void SHOWPROGRAM_Click();
   bool IsWindowShown() const { return WindowShown; }
 
@@ -55,12 +62,12 @@ class Form12 final {
 
   PollCycle poll_;
   bool WindowShown = false;  ///< the dashboard was shown through the tray
-  std::string TipText;       ///< the word in front of the tray's tip
   std::string TitleText;     ///< the window's caption
+  /// First of the timers, so that an icon that comes with the first tick already follows its stage.
+  platform::Timer Timer1;
   platform::Timer COMtime;
   platform::Timer AddDataTimer;
   platform::Timer ScheduleTimer;
-  platform::Timer Timer1;
 };
 
 }  // namespace varek

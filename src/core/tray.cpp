@@ -1,20 +1,75 @@
 #include "core/tray.h"
 
+#include <utility>
+
+#include "core/data_center.h"
+#include "platform/paths.h"
+#include "platform/runtime_error.h"
+#include "settings/language.h"
+
 namespace varek {
 
-// Empty entries: the icon is still to be built. Until then adding it succeeds, so that nobody asks
-// for it again.
+TrayRecord Tray;
 
-void SetStageIcon(int16_t) {}
+namespace {
 
-void LoadTrayPicture() {}
+constexpr int32_t kIconId = 1;
+constexpr int16_t kNoLinkStage = 1;
 
-bool TrayAdd() { return true; }
+std::function<void()> SHOWPROGRAM;
+std::function<void()> ENDPROG;
 
-void TrayDelete() {}
+platform::IconPicture LoadImage(const std::string& name) {
+  return platform::LoadIcon(platform::ProgramPath("\\Image\\" + name + ".ico"));
+}
 
-void ForgetTrayIcon() {}
+std::string Tip(int16_t stage) {
+  const auto index = static_cast<size_t>(stage);
+  if (index >= StageText.size()) {
+    throw platform::RuntimeError(platform::errors::kSubscript, "no such stage");
+  }
+  return Tray.TipText + "(" + StageText[index] + ")";
+}
 
-void ShowDashboard() {}
+/// Until there is a language the menu is in the one that the program was born with.
+std::string Caption(size_t text, const char* untilThen) {
+  return LangText[text].empty() ? untilThen : LangText[text];
+}
+
+}  // namespace
+
+void SetStageIcon(int16_t stage) {
+  Tray.TrayPicture = LoadImage("Ico" + std::to_string(stage));
+  if (Tray.TrayIconHandle != 0) platform::TrayModify(Tray.TrayPicture, Tip(stage));
+}
+
+void LoadTrayPicture() {
+  Tray.TrayPicture = LoadImage("ico1");
+  DataCenter.UPSStageLast = kNoLinkStage;
+}
+
+void TrayAdd() {
+  if (platform::TrayAdd(Tray.TrayPicture, Tip(kNoLinkStage))) Tray.TrayIconHandle = kIconId;
+}
+
+void TrayDelete() {
+  if (Tray.TrayIconHandle != 0) platform::TrayDelete();
+  ForgetTrayIcon();
+}
+
+void ForgetTrayIcon() { Tray.TrayIconHandle = 0; }
+
+void SetTrayActions(std::function<void()> showProgram, std::function<void()> endProgram) {
+  SHOWPROGRAM = std::move(showProgram);
+  ENDPROG = std::move(endProgram);
+  ApplyTrayLanguage();
+}
+
+void ApplyTrayLanguage() {
+  platform::SetTrayActions({
+      .doubleClick = SHOWPROGRAM,
+      .menu = {{Caption(176, "顯示"), SHOWPROGRAM}, {Caption(177, "結束程式"), ENDPROG}},
+  });
+}
 
 }  // namespace varek

@@ -14,6 +14,8 @@ namespace {
 
 class ControllerTest : public test::MonitorTest {
  protected:
+  ControllerTest() { test::InstallPictures(Folder()); }
+
   /// The status that the start or the stop ended the process with, or nothing.
   template <typename Action>
   std::optional<int> StatusOf(Action action) {

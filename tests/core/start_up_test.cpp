@@ -63,6 +63,7 @@ TEST_F(StartUpTest, AServiceTellsItsManagerThatItIsReady) {
 }
 
 TEST_F(StartUpTest, OnlyShowBringsUpTheDashboard) {
+  test::InstallPictures(Folder());
   Form12 controller;
   controller.Form_Load();
   for (const char* text : {"show", "Show ", ""}) controller.Form_LinkExecute(text);

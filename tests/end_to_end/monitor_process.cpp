@@ -44,6 +44,7 @@ void InstallProgram(const std::string& folder) {
   for (const char* name : {"/alert", "/mailto", "/SMSTO", "/Autosave", "/ShowAutoSave"}) {
     fs::create_symlink(SIDECAR_STAND_IN, folder + name);
   }
+  fs::create_symlink(PROGRAM_FOLDER "/image", folder + "/image");
   for (const char* name : {"/dev", "/root", "/run", "/bin"}) fs::create_directory(folder + name);
   fs::create_symlink(SIDECAR_STAND_IN, folder + "/bin/systemctl");
   fs::permissions(folder + "/run", fs::perms::owner_all);

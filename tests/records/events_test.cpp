@@ -17,6 +17,7 @@ using Rows = std::vector<int>;
 class EventsTest : public test::MonitorTest {
  protected:
   EventsTest() {
+    test::InstallPictures(Folder());
     Loadlanguage(0);
     OpenDatabases();
   }

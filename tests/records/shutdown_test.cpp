@@ -28,6 +28,7 @@ using Rows = std::vector<int>;
 class ShutdownTest : public test::MonitorTest {
  protected:
   ShutdownTest() {
+    test::InstallPictures(Folder());
     Loadlanguage(0);
     OpenDatabases();
     DataCenter.OutputVoltage = 220;

@@ -61,7 +61,11 @@ TemporaryFolder::~TemporaryFolder() {
 
 void InstallDatabases(const std::string& folder) {
   fs::remove_all(folder + "/database");
-  fs::copy(INITIAL_DATABASES, folder + "/database");
+  fs::copy(INITIAL_FILES, folder + "/database");
+}
+
+void InstallPictures(const std::string& folder) {
+  fs::create_directory_symlink(INITIAL_FILES "/image", folder + "/image");
 }
 
 MonitorTest::MonitorTest() {

@@ -28,6 +28,9 @@ class TemporaryFolder final {
 /// Gives `folder` the initial databases in place of those that it has.
 void InstallDatabases(const std::string& folder);
 
+/// Gives `folder` the pictures of the program.
+void InstallPictures(const std::string& folder);
+
 struct StartedProgram {
   std::string name;  ///< without its folder, "alert.exe"
   std::string rest;

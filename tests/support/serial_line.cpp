@@ -45,7 +45,9 @@ void StartToolkit() {
   static int argc = 1;
   static char name[] = "test";
   static char* argv[] = {name, nullptr};
-  static platform::Application application(argc, argv);
+  // Never destroyed: the toolkit's own statics may go before it does.
+  static auto* application = new platform::Application(argc, argv);
+  static_cast<void>(application);
 }
 
 bool PumpUntil(const std::function<bool()>& condition) {

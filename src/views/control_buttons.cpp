@@ -1,0 +1,37 @@
+#include "views/control_buttons.h"
+
+#include "core/data_center.h"
+#include "core/link_record.h"
+#include "records/shutdown.h"
+
+namespace varek {
+
+namespace {
+/// Minutes until the unit comes back: the most that its command can say, about a week.
+constexpr int kLatestRestart = 9999;
+}  // namespace
+
+void PressControl(int number) {
+  switch (number) {
+    case 3:
+      Link.PendingCommand = "T";
+      break;
+    case 4:
+      Link.PendingCommand = "TL";
+      break;
+    case 5:
+      Link.PendingCommand = "CT";
+      break;
+    case 6:
+      StartUPSShutdown(DataCenter.UPSShutdownBuffer, kLatestRestart);
+      break;
+    case 7:
+      StartSystemShutdown(DataCenter.SystemShutdownBuffer);
+      break;
+    case 8:
+      CancelShutdowns();
+      break;
+  }
+}
+
+}  // namespace varek

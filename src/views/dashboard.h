@@ -1,0 +1,105 @@
+// The dashboard, the face of the program: three tabs (the dial panel, what the unit is, tests and
+// shutdowns) beside a column of status lamps, the strip of menu pictures above, and the list of the
+// newest debug lines. It shows the live state and owns no rule about the unit.
+#pragma once
+
+#include <QPixmap>
+#include <array>
+#include <map>
+#include <memory>
+#include <string>
+
+#include "core/forms.h"
+#include "platform/timers.h"
+#include "views/instrument_panel.h"
+#include "views/kit/design_layout.h"
+#include "views/kit/view_window.h"
+#include "views/status_lamps.h"
+
+class QComboBox;
+class QLabel;
+class QStackedWidget;
+class QTabBar;
+
+namespace varek {
+
+class Bubble;
+class MenuStrip;
+class PictureButton;
+class PictureView;
+class SearchBox;
+
+class Form1 final : public ViewWindow {
+ public:
+  static constexpr int kNumber = 1;
+
+  /// Loads all pictures; a missing one throws RuntimeError 53. The timers start when the window
+  /// is activated.
+  Form1();
+  ~Form1() override;
+
+  void ApplyLanguage();
+  /// Fills the list with DebugLines, the newest last and selected.
+  void ShowDebugLines();
+
+  SearchBox& Search() { return *search_; }
+  const InstrumentPanel& Panel() const { return panel_; }
+  PictureView* Lamp(int lamp) const { return Picture8.at(static_cast<size_t>(lamp)); }
+  PictureButton* Button(int number) const { return Picture7.at(static_cast<size_t>(number - 3)); }
+  /// The one of the ten lines that is selected.
+  std::string SelectedLine() const;
+
+ protected:
+  void Form_Resize() override;
+  void Form_Activate() override;
+
+ private:
+  void MakeBackground();
+  void MakeTabs();
+  void MakeDetailsTab();
+  void MakeControlTab();
+  void MakeLamps();
+  void LayoutDashboard();
+  void PlaceLamps();
+  void PlacePages();
+  void KeepPanelWhole();
+  void UpdateStatusLamps();
+  void ShowRatings();
+  void ShowLampText(int lamp);
+
+  void Timer2_Timer();
+  void Timer4_Timer();
+
+  InstrumentPanel panel_;
+  std::map<std::string, QPixmap> pictures_;  ///< of the lamps, by file name
+  QPixmap back_;
+  DesignLayout layout_;
+
+  PictureView* BackPic = nullptr;
+  QWidget* Tab1 = nullptr;
+  QTabBar* tabBar_ = nullptr;
+  QStackedWidget* pages_ = nullptr;
+  QWidget* Picture11 = nullptr;
+  QComboBox* Combo1 = nullptr;
+  std::array<QLabel*, 7> captions_{};
+  std::array<QLabel*, 7> Label4{};
+  std::array<PictureButton*, 6> Picture7{};
+  std::array<PictureView*, kLampCount> Picture8{};
+  Bubble* Picture6 = nullptr;
+  SearchBox* search_ = nullptr;
+  std::unique_ptr<MenuStrip> menu_;
+
+  platform::Timer Timer2;
+  platform::Timer Timer4;
+};
+
+/// The one instance.
+FormSlot<Form1>& Dashboard();
+
+/// Shows the dashboard, or raises it.
+void ShowDashboard();
+
+/// Lets the searches and the list of debug lines show themselves on the dashboard from now on.
+void ConnectDashboard();
+
+}  // namespace varek

@@ -1,0 +1,165 @@
+#include "views/menu_strip.h"
+
+#include <QKeyEvent>
+#include <QMouseEvent>
+#include <QPainter>
+#include <algorithm>
+#include <utility>
+
+#include "platform/events.h"
+#include "platform/guard.h"
+#include "settings/language.h"
+#include "views/bubble.h"
+#include "views/kit/colors.h"
+#include "views/kit/pictures.h"
+#include "views/palette.h"
+#include "views/picture_view.h"
+
+namespace varek {
+
+namespace {
+
+constexpr int kTick = 30;
+constexpr QSize kPlateSize{420, 67};
+constexpr int kPictureTop = 17;  ///< below the plate's upper edge
+/// The ten pictures stand half of one right of the middle, as only nine of them are centred.
+constexpr int kPlateShift = 16;
+constexpr double kPlateCorner = 10;
+constexpr int kBubbleGap = 4;
+
+/// Names of the items, by their numbers in the language table.
+constexpr std::array<size_t, kMenuItems> kNames{29, 248, 80, 204, 40, 74, 165, 125, 30, 226};
+
+const std::string& NameOf(int item) { return LangText[kNames.at(static_cast<size_t>(item))]; }
+
+}  // namespace
+
+/// The plate below the pictures, which is dragged with the left button.
+class MenuStrip::Plate final : public QWidget {
+ public:
+  Plate(QWidget* window, MenuStrip& strip) : QWidget(window), strip_(strip) { resize(kPlateSize); }
+
+ protected:
+  void paintEvent(QPaintEvent*) override {
+    QPainter painter(this);
+    painter.setRenderHint(QPainter::Antialiasing);
+    painter.setPen(ToQColor(palette::kPanelEdge));
+    painter.setBrush(ToQColor(palette::kPanel));
+    painter.drawRoundedRect(QRectF(rect()).adjusted(0.5, 0.5, -0.5, -0.5), kPlateCorner,
+                            kPlateCorner);
+  }
+  void mousePressEvent(QMouseEvent* event) override { grab_ = event->pos(); }
+  void mouseMoveEvent(QMouseEvent* event) override {
+    if (event->buttons() & Qt::LeftButton) strip_.Drag(event->pos() - grab_);
+  }
+
+ private:
+  MenuStrip& strip_;
+  QPoint grab_;
+};
+
+class MenuStrip::ItemView final : public PictureView {
+ public:
+  ItemView(QWidget* window, MenuStrip& strip, int number)
+      : PictureView(window), strip_(strip), number_(number) {
+    setFocusPolicy(Qt::TabFocus);
+    setCursor(Qt::PointingHandCursor);
+  }
+
+ protected:
+  void mousePressEvent(QMouseEvent*) override {}
+  void mouseMoveEvent(QMouseEvent* event) override {
+    strip_.Hover(number_, static_cast<int>(event->position().y()));
+  }
+  void leaveEvent(QEvent*) override { strip_.Leave(); }
+  void mouseReleaseEvent(QMouseEvent* event) override {
+    if (event->button() == Qt::LeftButton && rect().contains(event->pos())) Open();
+  }
+  void focusInEvent(QFocusEvent* event) override {
+    if (event->reason() != Qt::ActiveWindowFocusReason) strip_.Hover(number_, 0);
+  }
+  void focusOutEvent(QFocusEvent*) override { strip_.Leave(); }
+  void keyPressEvent(QKeyEvent* event) override {
+    if (event->key() == Qt::Key_Return || event->key() == Qt::Key_Space) return Open();
+    QWidget::keyPressEvent(event);
+  }
+
+ private:
+  /// From the event loop: what opens may replace this very window.
+  void Open() {
+    platform::Post("form1 Picture1_MouseUp",
+                   [open = strip_.open_, number = number_] { open(number); });
+  }
+
+  MenuStrip& strip_;
+  int number_;
+};
+
+MenuStrip::MenuStrip(QWidget* window, Bubble& bubble, std::function<void(int)> open)
+    : window_(window),
+      bubble_(bubble),
+      open_(std::move(open)),
+      Picture9(new Plate(window, *this)),
+      Timer1("form1 Timer1", [this] { Timer1_Timer(); }) {
+  for (int item = 0; item < kMenuItems; ++item) {
+    const auto i = static_cast<size_t>(item);
+    MenuPicture[i] = LoadPicture("menupic" + std::to_string(item + 1) + ".jpg");
+    Picture1[i] = new ItemView(window, *this, item);
+    Picture1[i]->SetPicture(MenuPicture[i]);
+  }
+}
+
+MenuStrip::~MenuStrip() = default;
+
+QWidget* MenuStrip::Item(int item) const { return Picture1.at(static_cast<size_t>(item)); }
+
+void MenuStrip::Place(int room) {
+  const int home = (window_->width() - kPlateSize.width()) / 2 + kPlateShift;
+  home_ = {home, std::min(0, room - kPlateSize.height())};
+  Picture9->move(home_ + dragged_);
+  PlacePictures();
+}
+
+void MenuStrip::ApplyLanguage() {
+  for (int item = 0; item < kMenuItems; ++item)
+    Item(item)->setAccessibleName(QString::fromStdString(NameOf(item)));
+}
+
+void MenuStrip::Hover(int item, int y) {
+  sizes_.Hover(item, y);
+  Timer1.SetInterval(kTick);
+  const QRect place = Item(item)->geometry();
+  bubble_.ShowText(NameOf(item), {place.left(), place.bottom() + kBubbleGap});
+}
+
+void MenuStrip::Leave() {
+  sizes_.Collapse();
+  bubble_.hide();
+  Timer1.SetInterval(kTick);
+}
+
+void MenuStrip::Timer1_Timer() {
+  if (sizes_.Tick()) Timer1.SetInterval(0);
+  PlacePictures();
+}
+
+void MenuStrip::PlacePictures() {
+  const auto lefts = sizes_.Lefts(window_->width());
+  for (int item = 0; item < kMenuItems; ++item) {
+    const int size = sizes_.Size(item);
+    Item(item)->setGeometry(lefts[static_cast<size_t>(item)] + dragged_.x(),
+                            Picture9->y() + kPictureTop, size, size);
+  }
+}
+
+/// The plate stays within the window, so that it can be dragged back.
+void MenuStrip::Drag(QPoint travel) {
+  const QPoint wanted = Picture9->pos() + travel;
+  const int right = std::max(window_->width() - kPlateSize.width(), 0);
+  const int bottom = std::max(window_->height() - kPlateSize.height(), 0);
+  Picture9->move(std::clamp(wanted.x(), 0, right), std::clamp(wanted.y(), home_.y(), bottom));
+  dragged_ = Picture9->pos() - home_;
+  PlacePictures();
+}
+
+}  // namespace varek

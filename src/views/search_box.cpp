@@ -1,0 +1,61 @@
+#include "views/search_box.h"
+
+#include <QImage>
+#include <QLabel>
+#include <QPainter>
+
+#include "platform/paths.h"
+#include "settings/language.h"
+#include "views/kit/progress_bar.h"
+#include "views/palette.h"
+
+namespace varek {
+
+namespace {
+constexpr int kPlace = 27;  ///< of the bar in the box, both ways
+constexpr int kBarWidth = 300;
+constexpr int kBarHeight = 18;
+constexpr int kLabelWidth = 80;
+constexpr size_t kSearchingText = 32;
+}  // namespace
+
+SearchBox::SearchBox(QWidget* parent)
+    : QFrame(parent),
+      caption_(new QLabel(this)),
+      label_(new QLabel(this)),
+      target_(kBarWidth, kBarHeight),
+      source_(platform::ProgramPath("\\image\\progress.jpg")) {
+  setFixedSize(kBarWidth + 2 * kPlace, kBarHeight + 2 * kPlace);
+  setFrameShape(QFrame::Box);
+  setAutoFillBackground(true);
+  caption_->setGeometry(kPlace, 2, kBarWidth - kLabelWidth, kPlace - 4);
+  label_->setGeometry(kPlace + kBarWidth - kLabelWidth, 2, kLabelWidth, kPlace - 4);
+  label_->setAlignment(Qt::AlignRight | Qt::AlignVCenter);
+  hide();
+}
+
+void SearchBox::Open() {
+  caption_->setText(QString::fromStdString(LangText[kSearchingText]));
+  SetProgress(0);
+  move((parentWidget()->width() - width()) / 2, (parentWidget()->height() - height()) / 2);
+  show();
+  raise();
+}
+
+void SearchBox::SetLabel(const std::string& text) { label_->setText(QString::fromStdString(text)); }
+
+void SearchBox::SetProgress(double percent) {
+  const int pixels = static_cast<int>(kBarWidth * percent / 100);
+  if (pixels == shown_ && pixels > 0) return;
+  shown_ = pixels;
+  target_.Clear(palette::kFace);
+  linepsent(0, 0, percent, target_, source_);
+  update();
+}
+
+void SearchBox::paintEvent(QPaintEvent* event) {
+  QFrame::paintEvent(event);
+  QPainter(this).drawImage(kPlace, kPlace, target_.Image());
+}
+
+}  // namespace varek

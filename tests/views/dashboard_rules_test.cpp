@@ -1,0 +1,255 @@
+// What the dashboard shows for which state, without its window: lamps, menu strip, dial panel.
+#include <gtest/gtest.h>
+
+#include <cmath>
+#include <optional>
+
+#include "core/data_center.h"
+#include "core/link_record.h"
+#include "pictures/scales.h"
+#include "platform/paths.h"
+#include "settings/language.h"
+#include "support/monitor_fixture.h"
+#include "views/control_buttons.h"
+#include "views/instrument_panel.h"
+#include "views/menu_sizes.h"
+#include "views/status_lamps.h"
+
+namespace varek {
+namespace {
+
+class DashboardRules : public test::MonitorTest {
+ protected:
+  DashboardRules() {
+    test::InstallPictures(Folder());
+    Loadlanguage(0);
+    DataCenter.IsConnect = kSet;
+    DataCenter.BatteryVoltage = 2.6F;
+    DataCenter.UPSVersion = "V1.0";
+    DataCenter.UseCelsius = kSet;
+  }
+};
+
+/// What one state shows: a picture for each lamp, nothing for a dark one.
+std::string Lamps() {
+  std::string shown;
+  for (int lamp = 0; lamp < kLampCount; ++lamp)
+    shown += (IsLampShown(lamp) ? LampPicture(lamp).value_or("as it is") : "-") + " ";
+  return shown;
+}
+
+TEST_F(DashboardRules, LampsFollowTheState) {
+  struct Case {
+    std::function<void()> change;
+    const char* lamps;
+    const char* texts[kLampCount];  ///< of the lamps that the case is about
+  };
+  auto& state = DataCenter;
+  const Case cases[] = {
+      {[] {},
+       "good.jpg powerok.jpg nobatterylow.jpg notest.jpg online.jpg ",
+       {"Normal", "Mains power present", "Battery not low", "No battery test running", "On-line"}},
+      {[&] { state.Bypass = kSet; },
+       "good.jpg powerok.jpg nobatterylow.jpg notest.jpg bypass.jpg ",
+       {0, 0, 0, 0, "Bypass"}},
+      {[&] { state.UPStype = kSet; },  // The string's voltage is not known: 0 percent, charging.
+       "charge.jpg powerok.jpg nobatterylow.jpg notest.jpg avr.jpg ",
+       {"Battery charging", 0, 0, 0, "Off-line, regulating (AVR)"}},
+      {[&] { state.Bypass = kClear; },
+       "charge.jpg powerok.jpg nobatterylow.jpg notest.jpg offline.jpg ",
+       {0, 0, 0, 0, "Off-line, normal"}},
+      {[&] {
+         state.UPStype = kClear;
+         state.TestProgress = kSet;
+       },
+       "good.jpg powerok.jpg nobatterylow.jpg testing.jpg online.jpg ",
+       {"Battery test running", 0, 0, "Battery test running"}},
+      {[&] { state.UPSFailed = kSet; },
+       "good.jpg powerok.jpg nobatterylow.jpg batteryf.jpg online.jpg ",
+       {"UPS fault", 0, 0, "UPS fault"}},
+      {[&] {
+         state.Temperature = 60.1F;
+         state.UPSFailed = kClear;
+       },
+       "hot.jpg powerok.jpg nobatterylow.jpg testing.jpg online.jpg ",
+       {"Over-temperature"}},
+      {[&] {
+         state.UseCelsius = kClear;
+         state.Temperature = 60;
+         state.TestProgress = kClear;
+       },
+       "good.jpg powerok.jpg nobatterylow.jpg notest.jpg online.jpg ",
+       {"Normal"}},
+      {[&] {
+         state.LoadPercent = 100;
+         state.Utility = kSet;
+       },
+       "good.jpg powerf.jpg nobatterylow.jpg notest.jpg - ",
+       {"On battery", "Mains power failed"}},
+      {[&] {
+         state.LoadPercent = 101;
+         state.BatLow = kSet;
+       },
+       "overload.jpg powerf.jpg batterylow.jpg notest.jpg - ",
+       {"Overload", 0, "Battery low"}},
+      {[&] { state.IsConnect = kClear; }, "disconnect.jpg - - - - ", {"No link to the UPS"}},
+  };
+  for (const Case& c : cases) {
+    c.change();
+    EXPECT_EQ(Lamps(), c.lamps);
+    for (int lamp = 0; lamp < kLampCount; ++lamp) {
+      if (c.texts[lamp]) {
+        EXPECT_EQ(LampText(lamp), c.texts[lamp]) << c.lamps;
+      }
+    }
+  }
+}
+
+std::string Sizes(const MenuSizes& sizes) {
+  std::string text;
+  for (int item = 0; item < kMenuItems; ++item) text += std::to_string(sizes.Size(item)) + " ";
+  return text;
+}
+
+TEST(MenuStripSizes, GrowAndShrinkTickByTick) {
+  struct Case {
+    int item;
+    int y;
+    std::vector<const char*> ticks;
+  };
+  const Case cases[] = {
+      // A fifth of the way, to the nearest whole number, ties to even: 32 + 13.6, 32 + 7.6, 32
+      // + 3.6.
+      {0,
+       0,
+       {"46 40 36 32 32 32 32 32 32 32 ", "57 46 39 32 32 32 32 32 32 32 ",
+        "66 51 41 32 32 32 32 32 32 32 "}},
+      // 66 - 6.8, 51 + 9.8, 41 + 5.8, then the other neighbours.
+      {2, 10, {"63 55 53 40 36 32 32 32 32 32 "}},
+      // On its lowest tenth the strip collapses.
+      {2, 49, {"57 50 49 38 35 32 32 32 32 32 "}},
+  };
+  MenuSizes sizes;
+  for (const Case& c : cases) {
+    sizes.Hover(c.item, c.y);
+    for (const char* expected : c.ticks) {
+      EXPECT_FALSE(sizes.Tick());
+      EXPECT_EQ(Sizes(sizes), expected) << c.item;
+    }
+  }
+}
+
+TEST(MenuStripSizes, ArriveAndStandAroundTheMiddle) {
+  MenuSizes sizes;
+  EXPECT_EQ(sizes.Lefts(765)[0], 382 - 144);  // Half of 9 x 32; the tenth does not count.
+  sizes.Hover(9, 0);
+  int ticks = 0;
+  while (!sizes.Tick()) ASSERT_LT(++ticks, 100);
+  EXPECT_EQ(Sizes(sizes), "32 32 32 32 32 32 32 50 70 100 ");
+  EXPECT_EQ(sizes.Lefts(800)[9] - sizes.Lefts(800)[0], 7 * 32 + 50 + 70);
+  EXPECT_EQ(sizes.Lefts(800)[0], 400 - 172);
+}
+
+TEST_F(DashboardRules, TheUnitAndTheSizeChooseThePanel) {
+  struct Case {
+    const char* version;
+    Flag upsType;
+    Flag isConnect;
+    int width;
+    const char* picture;
+    bool hasLoad;
+    bool hasTemperature;
+  };
+  const Case cases[] = {
+      {"V1.0", kClear, kSet, 779, "instrument640.jpg", true, true},
+      {"V1.0", kSet, kSet, 780, "OFFinstrument800.jpg", true, false},
+      {"QZ0123", kClear, kSet, 1024, "NoLoadinstrument1024.jpg", false, false},
+      {"", kClear, kSet, 1023, "NoLoadinstrument800.jpg", false, false},
+      {"V1.0", kClear, kClear, 1023, "NoLoadinstrument800.jpg", false, false},
+  };
+  InstrumentPanel panel;
+  for (const Case& c : cases) {
+    DataCenter.UPSVersion = c.version;
+    DataCenter.UPStype = c.upsType;
+    DataCenter.IsConnect = c.isConnect;
+    panel.Resize(c.width, c.width * 664 / 764, 500);
+    EXPECT_EQ(panel.PictureName(), c.picture);
+    EXPECT_EQ(GetHasLoad(), c.hasLoad) << c.picture;
+    EXPECT_EQ(GetHasTemperature(), c.hasTemperature) << c.picture;
+    bool changed = true;
+    panel.ReNewBuffer(changed);
+    EXPECT_FALSE(changed);
+  }
+}
+
+int Light(const platform::Surface& surface, Point p) {
+  const auto pixel = surface.Pixel(static_cast<int>(std::lround(p.x - 0.5)),
+                                   static_cast<int>(std::lround(p.y - 0.5)));
+  return std::min({pixel.red, pixel.green, pixel.blue});
+}
+
+/// How far, in pixels along a circle around a dial, the middle of what `light` sees lies from
+/// `angle`. Nothing when there is no light within 4 pixels.
+std::optional<double> Offset(const Dial& dial, Point centre, double angle, double radius,
+                             const std::function<int(Point)>& light) {
+  double sum = 0, weighted = 0;
+  for (double pixels = -4; pixels <= 4; pixels += 0.1) {
+    const double at = angle + pixels / radius * 180 / M_PI;
+    const int seen = std::max(0, light(OnDial(dial.needle, centre, at, radius)) - 60);
+    sum += seen;
+    weighted += seen * pixels;
+  }
+  if (sum == 0) return std::nullopt;
+  return weighted / sum;
+}
+
+TEST_F(DashboardRules, NeedlesPointAtTheTicksOfTheirReadings) {
+  for (const int clientWidth : {700, 900, 1100}) {
+    const SizeClass& sizeClass = ChooseSizeClass(clientWidth);
+    InstrumentPanel panel;
+    panel.Resize(clientWidth, sizeClass.designWidth, sizeClass.designHeight);
+    const platform::Surface face(platform::ProgramPath("\\image\\" + panel.PictureName()));
+    const double factor = sizeClass.sizeFactor;
+    for (const DialScale& scale : kDialScales) {
+      const Dial& dial = DialOf(scale.dial);
+      for (int value = std::max(30, scale.majorStep); value < FullScale(scale);
+           value += scale.majorStep) {
+        DataCenter.InputVoltage = DataCenter.OutputVoltage = DataCenter.Frequency =
+            DataCenter.Temperature = static_cast<float>(value);
+        for (int frame = 0; frame < 150; ++frame) panel.Frame();
+        const double angle = TargetAngle(value, dial.fullScale, dial.startAngle, dial.endAngle);
+        const Point centre = DialCentre(scale, factor);
+        const auto tick =
+            Offset(dial, centre, angle, (scale.majorStart + scale.tickEnd) / 2 * factor,
+                   [&](Point p) { return Light(face, p); });
+        const auto needle = Offset(dial, centre, angle, dial.length * 0.6 * factor, [&](Point p) {
+          return Light(panel.Picture(), p) - Light(face, p);
+        });
+        ASSERT_TRUE(tick && needle) << panel.PictureName() << scale.dial << " " << value;
+        EXPECT_NEAR(*tick, 0, 0.8) << panel.PictureName() << scale.dial << " " << value;
+        EXPECT_NEAR(*needle, 0, 0.8) << panel.PictureName() << scale.dial << " " << value;
+      }
+    }
+  }
+}
+
+TEST_F(DashboardRules, ButtonsCommandTheUnit) {
+  const std::pair<int, const char*> commands[] = {{3, "T"}, {4, "TL"}, {5, "CT"}, {8, "C"}};
+  DataCenter.OutputVoltage = 220;
+  for (const auto& [button, command] : commands) {
+    PressControl(button);
+    EXPECT_EQ(Link.PendingCommand, command);
+  }
+  DataCenter.OutputVoltage = 0;
+  Link.PendingCommand.clear();
+  PressControl(8);
+  PressControl(6);
+  EXPECT_EQ(Link.PendingCommand, "");
+  EXPECT_FALSE(DataCenter.FormOpen[11]);
+  DataCenter.SystemShutdownBuffer = 7;
+  PressControl(7);
+  EXPECT_TRUE(DataCenter.FormOpen[10]);
+}
+
+}  // namespace
+}  // namespace varek

@@ -1,0 +1,116 @@
+// The dashboard's window: its life, its layout, and what its parts do when they are used.
+#include "views/dashboard.h"
+
+#include <gtest/gtest.h>
+
+#include <QApplication>
+#include <QMouseEvent>
+
+#include "core/data_center.h"
+#include "core/link_record.h"
+#include "link/port_search.h"
+#include "platform/events.h"
+#include "platform/paths.h"
+#include "platform/runtime_error.h"
+#include "records/events.h"
+#include "settings/language.h"
+#include "support/monitor_fixture.h"
+#include "views/kit/picture_button.h"
+#include "views/picture_view.h"
+#include "views/search_box.h"
+
+namespace varek {
+namespace {
+
+class DashboardTest : public test::MonitorTest {
+ protected:
+  DashboardTest() {
+    test::InstallPictures(Folder());
+    Loadlanguage(0);
+    DataCenter.IsConnect = kSet;
+    DataCenter.UPSVersion = "V1.0";
+    DataCenter.UseCelsius = kSet;
+  }
+
+  static Form1& Open() {
+    ShowDashboard();
+    platform::DoEvents();
+    return Dashboard().Get();
+  }
+
+  static void Click(QWidget* widget) {
+    const QPointF at = widget->rect().center();
+    for (const auto type : {QEvent::MouseButtonPress, QEvent::MouseButtonRelease}) {
+      QMouseEvent event(type, at, widget->mapToGlobal(at), Qt::LeftButton, Qt::LeftButton, {});
+      QApplication::sendEvent(widget, &event);
+    }
+    platform::DoEvents();
+  }
+};
+
+TEST_F(DashboardTest, MovesItsNeedlesWhileItIsOpen) {
+  Form1& form = Open();
+  EXPECT_TRUE(DataCenter.FormOpen[Form1::kNumber]);
+  DataCenter.InputVoltage = 150;
+  clock.Advance(150);
+  EXPECT_NEAR(form.Panel().NeedlePosition(kInputDial), 150, 1e-9);
+  clock.Advance(1000);
+  EXPECT_GT(form.Panel().NeedlePosition(kInputDial), 120 + 0.7 * 150);
+
+  EXPECT_FALSE(form.Lamp(4)->isHidden());
+  DataCenter.Utility = kSet;
+  clock.Advance(1000);
+  EXPECT_TRUE(form.Lamp(4)->isHidden());
+  EXPECT_FALSE(form.Lamp(3)->isHidden());
+
+  form.close();
+  platform::DoEvents();
+  EXPECT_FALSE(Dashboard().IsLoaded());
+  EXPECT_FALSE(DataCenter.FormOpen[Form1::kNumber]);
+}
+
+TEST_F(DashboardTest, ShowsTheNewestLinesLastAndSelected) {
+  ConnectDashboard();
+  AddEventLine("before");
+  Form1& form = Open();
+  EXPECT_TRUE(form.SelectedLine().ends_with("  before"));
+  AddEventLine("after");
+  EXPECT_TRUE(form.SelectedLine().ends_with("  after"));
+}
+
+TEST_F(DashboardTest, ItsButtonsActAndItsTextsFollowTheLanguage) {
+  Form1& form = Open();
+  Click(form.Button(4));
+  EXPECT_EQ(Link.PendingCommand, "TL");
+  const QString english = form.Button(4)->Text();
+  Loadlanguage(2);
+  language(Form1::kNumber);
+  EXPECT_EQ(form.Button(4)->Text().toStdString(), LangText[2]);
+  EXPECT_NE(form.Button(4)->Text(), english);
+  EXPECT_EQ(form.windowTitle().toStdString(), LangText[10]);
+}
+
+/// At every size the panel shows whole: unscaled in its place, or shrunk.
+TEST_F(DashboardTest, NeverCutsThePanel) {
+  Form1& form = Open();
+  for (int width = 620; width <= 1500; width += 110) {
+    for (int height = 470; height <= 1000; height += 15) {
+      form.resize(width, height);
+      platform::DoEvents();
+      const auto& picture = form.Panel().Picture();
+      const SizeClass& sizeClass = ChooseSizeClass(form.Client()->width());
+      const float fit = FitScale(picture.Width(), picture.Height(), sizeClass);
+      ASSERT_GE(picture.Width() + 1.0, sizeClass.designWidth * fit) << width << " x " << height;
+      ASSERT_GE(picture.Height() + 1.0, sizeClass.designHeight * fit) << width << " x " << height;
+    }
+  }
+}
+
+TEST_F(DashboardTest, AMissingPictureIsAnError) {
+  platform::SetProgramFolder("/nonexistent");
+  EXPECT_THROW(Dashboard().Get(), platform::RuntimeError);
+  EXPECT_FALSE(Dashboard().IsLoaded());
+}
+
+}  // namespace
+}  // namespace varek
