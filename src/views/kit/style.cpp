@@ -1,5 +1,6 @@
 #include "views/kit/style.h"
 
+#include <QApplication>
 #include <QFontMetrics>
 #include <QPalette>
 #include <QWidget>
@@ -12,7 +13,8 @@ namespace varek {
 
 namespace {
 
-/// Colours stand in it by their names in the palette.
+/// Colours stand in it by their names in the palette. A combo box has its colours from the
+/// program's palette: of each box with colours from a sheet the toolkit keeps a kilobyte for good.
 constexpr char kSheet[] = R"(
 QLabel, QCheckBox { color: @text; background: transparent; }
 QLabel:disabled, QCheckBox:disabled { color: @muted; }
@@ -20,12 +22,13 @@ QCheckBox::indicator {
   width: 12px; height: 12px; border: 1px solid @muted; border-radius: 2px; background: @face; }
 QCheckBox::indicator:checked { background: @accent; }
 QCheckBox::indicator:focus, QCheckBox::indicator:hover { border-color: @accent; }
-QLineEdit, QComboBox, QListView, QTableView {
+QLineEdit, QListView, QTableView {
   color: @text; background: @face; border: 1px solid @edge; border-radius: 3px;
   selection-background-color: @accent; selection-color: @face; }
+QComboBox { border: 1px solid @edge; border-radius: 3px; }
 QLineEdit, QComboBox { padding: 2px 5px; }
 QLineEdit:focus, QComboBox:focus, QListView:focus, QTableView:focus { border-color: @accent; }
-QLineEdit:disabled, QComboBox:disabled { color: @muted; background: @window; }
+QLineEdit:disabled { color: @muted; background: @window; }
 QComboBox QAbstractItemView { color: @text; background: @face; border: 1px solid @edge; }
 QListView::item:selected, QTableView::item:selected { color: @face; background: @accent; }
 QTableView { gridline-color: @edge; alternate-background-color: @window; }
@@ -67,12 +70,15 @@ constexpr std::pair<const char*, platform::Color> kNames[] = {
 
 constexpr int kLeastTextPixels = 6;
 
-QPalette WindowPalette() {
+QPalette ProgramPalette() {
   QPalette colors(ToQColor(palette::kPanel), ToQColor(palette::kWindow));
   colors.setColor(QPalette::Base, ToQColor(palette::kFace));
-  colors.setColor(QPalette::Text, ToQColor(palette::kText));
-  colors.setColor(QPalette::WindowText, ToQColor(palette::kText));
+  for (const auto role : {QPalette::Text, QPalette::WindowText, QPalette::ButtonText}) {
+    colors.setColor(role, ToQColor(palette::kText));
+    colors.setColor(QPalette::Disabled, role, ToQColor(palette::kMuted));
+  }
   colors.setColor(QPalette::Highlight, ToQColor(palette::kAccent));
+  colors.setColor(QPalette::HighlightedText, ToQColor(palette::kFace));
   return colors;
 }
 
@@ -86,7 +92,11 @@ QString StyleSheet() {
 }
 
 void ApplyStyle(QWidget& window) {
-  window.setPalette(WindowPalette());
+  static const bool once = [] {
+    QApplication::setPalette(ProgramPalette());
+    return true;
+  }();
+  static_cast<void>(once);
   window.setStyleSheet(StyleSheet());
 }
 
