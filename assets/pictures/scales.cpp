@@ -7,11 +7,6 @@ namespace varek {
 
 namespace {
 
-/// A bar's picture begins a pixel right of its frame, and its filled part three rows below the row
-/// that the level asks for.
-constexpr int kBarInset = 1;
-constexpr int kTopGap = 3;
-
 constexpr int kNoAlarm = 101;  ///< beyond the scale
 
 Point Place(const DialScale& scale, int value, double radius, double factor) {
@@ -62,7 +57,7 @@ int BarTickRow(const Bar& bar, double percent, const SizeClass& sizeClass) {
   const platform::Rect place = BarPlace(bar, sizeClass);
   const double hidden =
       std::floor(place.height - TargetAngle(percent, bar.fullScale, 0, place.height));
-  return static_cast<int>(place.top + std::min(hidden + kTopGap, place.height));
+  return static_cast<int>(place.top + std::min(hidden + kBarTopGap, place.height));
 }
 
 }  // namespace varek

@@ -11,6 +11,9 @@ DataCenterRecord DataCenter;
 
 namespace {
 
+/// Units of this series report neither temperature nor load.
+constexpr char kBareSeries[] = "QZ0";
+
 /// A battery scale: its two ends in volts, and the level that its upper end reads. The level
 /// itself is computed with the exact ends, the ends are compared as singles.
 struct BatteryScale {
@@ -77,6 +80,13 @@ bool GetHasTemperature() { return DataCenter.HasTemperature; }
 void SetHasTemperature(bool value) { DataCenter.HasTemperature = ToFlag(value); }
 bool GetHasLoad() { return DataCenter.HasLoad; }
 void SetHasLoad(bool value) { DataCenter.HasLoad = ToFlag(value); }
+
+void DeriveCapabilities() {
+  const std::string& version = DataCenter.UPSVersion;
+  const bool bare = version.starts_with(kBareSeries) || version.empty() || !DataCenter.IsConnect;
+  SetHasLoad(!bare);
+  SetHasTemperature(!bare && !DataCenter.UPStype);
+}
 
 int16_t GetUPSStage() {
   if (!DataCenter.IsConnect) return 1;

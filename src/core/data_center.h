@@ -145,6 +145,9 @@ bool GetHasTemperature();
 void SetHasTemperature(bool value);
 bool GetHasLoad();
 void SetHasLoad(bool value);
+/// Sets both by the kind of the unit: neither without a link, without a version, or for units of
+/// the bare series "QZ0"; an off-line unit has no temperature.
+void DeriveCapabilities();
 
 /// The status code, computed anew: 0 normal, 1 no link, 2 charging, 3 battery test,
 /// 4 over-temperature, 5 fault, 6 overload, 7 on battery, 8 on battery and battery low.

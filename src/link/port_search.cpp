@@ -123,6 +123,7 @@ void SetSearchDisplay(SearchDisplay display) { Display() = std::move(display); }
 void findport(int16_t& port) {
   if (searching) return;
   const SearchRunning running;
+  port = 0;
   Show(Display().open);
   if (SearchUsb()) {
     port = kUsbPort;

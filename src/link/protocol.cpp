@@ -49,9 +49,6 @@ constexpr IntegerColumn kCurrentColumn{8, 3, &DataCenterRecord::RatingCurrent};
 constexpr size_t kBlankBehindCompany = 17;
 constexpr size_t kBlankBehindModel = 28;
 
-/// Units of this series report neither temperature nor load.
-constexpr char kBareSeries[] = "QZ0";
-
 template <size_t N>
 void ReadFloats(const std::string& reply, const FloatColumn (&columns)[N]) {
   for (const FloatColumn& column : columns) {
@@ -86,13 +83,6 @@ void ScanFields(const std::string& reply) {
   TakeWord(reply, from, DataCenter.UPSModel);
   const size_t last = reply.size() - 1;
   if (from <= last) DataCenter.UPSVersion = TrimRight(reply.substr(from, last - from));
-}
-
-void DeriveCapabilities() {
-  const std::string& version = DataCenter.UPSVersion;
-  const bool bare = version.starts_with(kBareSeries) || version.empty() || !DataCenter.IsConnect;
-  SetHasLoad(!bare);
-  SetHasTemperature(!bare && !DataCenter.UPStype);
 }
 
 bool IsBlankAt(const std::string& reply, size_t position) {

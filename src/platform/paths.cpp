@@ -86,6 +86,8 @@ std::string ProgramPath(const std::string& path) {
   return result.string();
 }
 
+std::string ImagePath(const std::string& name) { return ProgramPath("\\image\\" + name); }
+
 bool IsFile(const std::string& path) {
   std::error_code error;
   return fs::is_regular_file(path, error);

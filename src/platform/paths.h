@@ -18,6 +18,9 @@ void SetProgramFolder(const std::string& folder);
 /// the program folder.
 std::string ProgramPath(const std::string& path);
 
+/// ProgramPath of the picture file `name`.
+std::string ImagePath(const std::string& name);
+
 /// True when `path` (a host name) is a regular file, or a link to one.
 bool IsFile(const std::string& path);
 

@@ -12,18 +12,18 @@
 #include "core/data_center.h"
 #include "link/port_search.h"
 #include "platform/application.h"
+#include "platform/guard.h"
 #include "platform/text.h"
 #include "records/events.h"
 #include "records/shutdown.h"
 #include "settings/language.h"
-#include "views/bubble.h"
-#include "views/control_buttons.h"
+#include "views/kit/bubble.h"
 #include "views/kit/colors.h"
 #include "views/kit/picture_button.h"
+#include "views/kit/picture_view.h"
 #include "views/kit/pictures.h"
 #include "views/menu_strip.h"
 #include "views/palette.h"
-#include "views/picture_view.h"
 #include "views/search_box.h"
 
 namespace varek {
@@ -46,12 +46,15 @@ constexpr int kListMargin = 16;
 /// What the tabs stand out of the window on the right.
 constexpr int kTabOverhang = 30;
 
+constexpr int kPageMargin = 36;
+constexpr QSize kLeastButton{190, 40};
+constexpr QSize kLargestButton{280, 52};
+
 constexpr std::array<size_t, 3> kTabNames{7, 8, 9};
 constexpr size_t kWindowCaption = 10;
+constexpr size_t kRecentMessages = 33;
 constexpr size_t kFirstDetailCaption = 22;
 constexpr size_t kFirstButtonText = 1;
-
-int Scaled(int value, int size, int designSize) { return value * size / designSize; }
 
 QString Shown(const std::string& text) { return QString::fromStdString(text); }
 
@@ -91,10 +94,13 @@ void ShowDashboard() { Dashboard().Get().ShowAndRaise(); }
 /// Without a display nobody would see the dashboard, and it is not opened for a search.
 void ConnectDashboard() {
   SearchDisplay display;
+  // A dashboard that can't be shown must not keep the unit from being found.
   display.open = [] {
     if (!platform::HasDisplay()) return;
-    ShowDashboard();
-    Dashboard().Get().Search().Open();
+    platform::Guarded("form1 search", [] {
+      ShowDashboard();
+      Dashboard().Get().Search().Open();
+    });
   };
   display.label = [](const std::string& name) {
     if (Dashboard().IsLoaded()) Dashboard().Get().Search().SetLabel(name);
@@ -122,10 +128,10 @@ Form1::Form1()
   menu_ = std::make_unique<MenuStrip>(Client(), *Picture6, OpenMenuItem);
   search_ = new SearchBox(Client());
   ApplyLanguage();
-  DataCenter.FormOpen[kNumber] = kSet;
   ShowDebugLines();
   LayoutDashboard();
   UpdateStatusLamps();
+  DataCenter.FormOpen[kNumber] = kSet;
 }
 
 Form1::~Form1() {
@@ -139,7 +145,7 @@ void Form1::MakeBackground() {
   back_ = LoadPicture("back.jpg");
   BackPic = new PictureView(Client());
   BackPic->SetPicture(back_);
-  BackPic->OnMouse("form1 BackPic_MouseMove", [this] { Picture6->hide(); });
+  BackPic->OnMouse("form1 BackPic_MouseMove", [this] { HideLampText(); });
 }
 
 void Form1::MakeTabs() {
@@ -162,7 +168,6 @@ void Form1::MakeTabs() {
 void Form1::MakeDetailsTab() {
   auto* page = new QWidget;
   auto* grid = new QGridLayout(page);
-  grid->setContentsMargins(48, 36, 48, 36);
   for (int row = 0; row < static_cast<int>(Label4.size()); ++row) {
     const auto i = static_cast<size_t>(row);
     captions_[i] = new QLabel(page);
@@ -179,14 +184,15 @@ void Form1::MakeDetailsTab() {
 void Form1::MakeControlTab() {
   auto* page = new QWidget;
   auto* grid = new QGridLayout(page);
-  grid->setContentsMargins(36, 36, 36, 36);
   grid->setSpacing(24);
   for (int i = 0; i < static_cast<int>(Picture7.size()); ++i) {
     auto* button = new PictureButton(page, QStringLiteral("button"),
                                      [number = i + kFirstControl] { PressControl(number); });
-    button->setFixedSize(260, 52);
+    button->setMinimumSize(kLeastButton);
+    button->setMaximumSize(kLargestButton);
+    button->setSizePolicy(QSizePolicy::Expanding, QSizePolicy::Expanding);
     Picture7[static_cast<size_t>(i)] = button;
-    grid->addWidget(button, i % 3, i / 3, Qt::AlignCenter);
+    grid->addWidget(button, i % 3, i / 3);
   }
   pages_->addWidget(page);
 }
@@ -197,7 +203,7 @@ void Form1::MakeLamps() {
     auto* view = new PictureView(Client());
     view->OnMouse(
         "form1 Picture8_MouseMove", [this, lamp] { ShowLampText(lamp); },
-        [this] { Picture6->hide(); });
+        [this] { HideLampText(); });
     Picture8[static_cast<size_t>(lamp)] = view;
   }
 }
@@ -211,7 +217,9 @@ void Form1::ApplyLanguage() {
     captions_[i]->setText(Shown(LangText[kFirstDetailCaption + i]));
   for (size_t i = 0; i < Picture7.size(); ++i)
     Picture7[i]->SetText(Shown(LangText[kFirstButtonText + i]));
+  Combo1->setAccessibleName(Shown(LangText[kRecentMessages]));
   menu_->ApplyLanguage();
+  search_->ApplyLanguage();
   tabBar_->adjustSize();
 }
 
@@ -227,16 +235,13 @@ void Form1::ShowDebugLines() {
 std::string Form1::SelectedLine() const { return Combo1->currentText().toStdString(); }
 
 void Form1::LayoutDashboard() {
-  const int width = Client()->width();
-  const int height = Client()->height();
-  const int left = Scaled(100, width, kDesign.width());
-  const int top = Scaled(65, height, kDesign.height());
-  Tab1->setGeometry(left, top, width - left + kTabOverhang, height - top - kBottomMargin);
-  Combo1->setGeometry(Scaled(430, width, kDesign.width()), top, Scaled(326, width, kDesign.width()),
-                      kTabHeaderHeight - 2);
-  Picture11->setGeometry(0, 0, Scaled(664, width, kDesign.width()),
-                         Scaled(404, height, kDesign.height()));
-  layout_.Resizeinit(Client()->size(), {Tab1, Combo1, Picture11});
+  const QSize client = Client()->size();
+  const QPoint corner = ScaleRect({100, 65, 0, 0}, kDesign, client).topLeft();
+  Tab1->setGeometry(corner.x(), corner.y(), client.width() - corner.x() + kTabOverhang,
+                    client.height() - corner.y() - kBottomMargin);
+  Combo1->setGeometry(ScaleRect({430, 65, 326, kTabHeaderHeight - 2}, kDesign, client));
+  Picture11->setGeometry(ScaleRect({0, 0, 664, 404}, kDesign, client));
+  layout_.Resizeinit(client, {Tab1, Combo1, Picture11});
   Form_Resize();
 }
 
@@ -244,11 +249,10 @@ void Form1::Form_Resize() {
   layout_.Apply(Client()->size());
   BackPic->setGeometry(Client()->rect());
   PlacePages();
-  for (int i = 1; i < pages_->count(); ++i)
-    pages_->widget(i)->layout()->setContentsMargins(36, 36, 36 + kTabOverhang, 36);
   KeepPanelWhole();
   PlaceLamps();
   menu_->Place(Tab1->y());
+  search_->Place();
   panel_.Resize(Client()->width(), Picture11->width(), Picture11->height());
 }
 
@@ -258,6 +262,10 @@ void Form1::PlacePages() {
   tabBar_->adjustSize();
   tabBar_->move(0, header - tabBar_->height());
   pages_->setGeometry(0, header, Tab1->width(), Tab1->height() - header);
+  const int hidden = Tab1->geometry().right() - Client()->rect().right();
+  for (int i = 1; i < pages_->count(); ++i)
+    pages_->widget(i)->layout()->setContentsMargins(kPageMargin, kPageMargin, kPageMargin + hidden,
+                                                    kPageMargin);
 }
 
 /// A panel that is slightly larger than its place is drawn at its full size and would lose its
@@ -271,13 +279,8 @@ void Form1::KeepPanelWhole() {
 }
 
 void Form1::PlaceLamps() {
-  const int width = Client()->width();
-  const int height = Client()->height();
-  for (int lamp = 0; lamp < kLampCount; ++lamp) {
-    Lamp(lamp)->setGeometry(
-        Scaled(16, width, kDesign.width()), Scaled(96 + 56 * lamp, height, kDesign.height()),
-        Scaled(65, width, kDesign.width()), Scaled(41, height, kDesign.height()));
-  }
+  for (int lamp = 0; lamp < kLampCount; ++lamp)
+    Lamp(lamp)->setGeometry(ScaleRect({16, 96 + 56 * lamp, 65, 41}, kDesign, Client()->size()));
 }
 
 void Form1::Form_Activate() {
@@ -297,6 +300,7 @@ void Form1::UpdateStatusLamps() {
     Lamp(lamp)->setVisible(IsLampShown(lamp));
     if (const auto name = LampPicture(lamp)) Lamp(lamp)->SetPicture(pictures_.at(*name));
   }
+  if (explained_) ShowLampText(*explained_);
   ShowRatings();
 }
 
@@ -310,8 +314,15 @@ void Form1::ShowRatings() {
   Label4[6]->setText(Shown(GetUPSVersion()));
 }
 
+/// The text stays true while the pointer rests: each tick of the lamps renews it.
 void Form1::ShowLampText(int lamp) {
+  explained_ = lamp;
   Picture6->ShowText(LampText(lamp), Lamp(lamp)->geometry().topRight());
+}
+
+void Form1::HideLampText() {
+  explained_.reset();
+  Picture6->hide();
 }
 
 }  // namespace varek

@@ -7,10 +7,12 @@
 #include <array>
 #include <map>
 #include <memory>
+#include <optional>
 #include <string>
 
 #include "core/forms.h"
 #include "platform/timers.h"
+#include "views/control_buttons.h"
 #include "views/instrument_panel.h"
 #include "views/kit/design_layout.h"
 #include "views/kit/view_window.h"
@@ -38,14 +40,18 @@ class Form1 final : public ViewWindow {
   Form1();
   ~Form1() override;
 
+  /// Puts the texts of the present language on all controls.
   void ApplyLanguage();
   /// Fills the list with DebugLines, the newest last and selected.
   void ShowDebugLines();
 
+  /// The parts, for those who show something in them, and for tests.
   SearchBox& Search() { return *search_; }
   const InstrumentPanel& Panel() const { return panel_; }
   PictureView* Lamp(int lamp) const { return Picture8.at(static_cast<size_t>(lamp)); }
-  PictureButton* Button(int number) const { return Picture7.at(static_cast<size_t>(number - 3)); }
+  PictureButton* Button(int number) const {
+    return Picture7.at(static_cast<size_t>(number - kFirstControl));
+  }
   /// The one of the ten lines that is selected.
   std::string SelectedLine() const;
 
@@ -66,6 +72,7 @@ class Form1 final : public ViewWindow {
   void UpdateStatusLamps();
   void ShowRatings();
   void ShowLampText(int lamp);
+  void HideLampText();
 
   void Timer2_Timer();
   void Timer4_Timer();
@@ -86,6 +93,7 @@ class Form1 final : public ViewWindow {
   std::array<PictureButton*, 6> Picture7{};
   std::array<PictureView*, kLampCount> Picture8{};
   Bubble* Picture6 = nullptr;
+  std::optional<int> explained_;  ///< the lamp that the pointer rests on
   SearchBox* search_ = nullptr;
   std::unique_ptr<MenuStrip> menu_;
 

@@ -19,8 +19,6 @@ constexpr int kHubRadius = 3;
 constexpr double kTextSize = 12;  ///< design units
 constexpr int kLeastTextSize = 10;
 
-constexpr char kNoMeasurements[] = "QZ0";  ///< start of the versions that report neither
-
 enum Caption : size_t {
   kBatteryText = 34,
   kLoadText = 35,
@@ -30,10 +28,8 @@ enum Caption : size_t {
   kOutputText = 39
 };
 
-std::string ImagePath(const std::string& name) { return platform::ProgramPath("\\image\\" + name); }
-
 platform::Surface LoadBar(const char* kind, const SizeClass& sizeClass) {
-  return platform::Surface(ImagePath(kind + std::string(sizeClass.suffix) + ".jpg"));
+  return platform::Surface(platform::ImagePath(kind + std::string(sizeClass.suffix) + ".jpg"));
 }
 
 /// Bar pictures of any size are taken; they are forced to that of their class.
@@ -48,13 +44,6 @@ platform::Surface Forced(const platform::Surface& picture, const BarSize& size) 
 const char* PanelKind() {
   if (GetHasTemperature() && GetHasLoad()) return "instrument";
   return GetHasLoad() ? "OFFinstrument" : "NoLoadinstrument";
-}
-
-void ChooseMeasurements() {
-  const bool none =
-      GetUPSVersion().starts_with(kNoMeasurements) || GetUPSVersion().empty() || !GetIsConnect();
-  SetHasLoad(!none);
-  SetHasTemperature(!none && !GetUPStype());
 }
 
 float BatteryReading() { return static_cast<float>(BatteryPercent(GetBatteryVoltage())); }
@@ -80,13 +69,25 @@ void InstrumentPanel::Resize(int clientWidth, int width, int height) {
   bool changed = false;
   ReNewBuffer(changed);
   ReNewBack();
-  Picture11.Copy(PictureOut);
+  ShowNextFrame();
+}
+
+/// What the next frame will show, so that nothing flickers while the size changes. The needles stay
+/// where they are.
+void InstrumentPanel::ShowNextFrame() {
+  const Needles kept = needles_;
+  Paint();
+  needles_ = kept;
 }
 
 void InstrumentPanel::Frame() {
   bool changed = false;
   ReNewBuffer(changed);
   if (changed) ReNewBack();
+  Paint();
+}
+
+void InstrumentPanel::Paint() {
   PaintMain(static_cast<int16_t>(sizeClass_->lineWidth), sizeClass_->sizeFactor,
             FitScale(Picture11.Width(), Picture11.Height(), *sizeClass_), kOffsetX, kOffsetY,
             static_cast<int16_t>(sizeClass_->barIndex));
@@ -96,10 +97,11 @@ void InstrumentPanel::ReNewBuffer(bool& changed) {
   const Choice present{DataCenter.UPStype, DataCenter.UPSVersion, sizeClass_, DataCenter.IsConnect};
   changed = !(present == choice_);
   if (!changed) return;
-  ChooseMeasurements();
-  name_ = PanelKind() + std::string(sizeClass_->suffix) + ".jpg";
-  InstrumentPicture = platform::Surface(ImagePath(name_));
+  // Remembered first: a picture that has gone is reported once, not at every frame.
   choice_ = present;
+  DeriveCapabilities();
+  name_ = PanelKind() + std::string(sizeClass_->suffix) + ".jpg";
+  InstrumentPicture = platform::Surface(platform::ImagePath(name_));
 }
 
 void InstrumentPanel::ReNewBack() {

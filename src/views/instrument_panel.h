@@ -19,14 +19,16 @@ class InstrumentPanel final {
   InstrumentPanel();
 
   /// `clientWidth` is that of the dashboard, which chooses the size class; the panel itself
-  /// becomes `width` by `height`. It shows the bare face until the next frame.
+  /// becomes `width` by `height`, and shows what its next frame will show.
   void Resize(int clientWidth, int width, int height);
 
   /// One tick of the frame timer. A panel picture that can't be loaded throws, and so does a
   /// position beyond 16 bits.
   void Frame();
 
+  /// What is seen.
   const platform::Surface& Picture() const { return Picture11; }
+  /// Degrees of a dial, rows of a bar's picture.
   double NeedlePosition(Instrument index) const { return needles_.Position(index); }
   /// The file of the panel picture in use.
   const std::string& PictureName() const { return name_; }
@@ -46,6 +48,8 @@ class InstrumentPanel final {
   };
 
   void ReNewBack();
+  void ShowNextFrame();
+  void Paint();
   void PaintMain(int16_t lineWidth, float sizeFactor, float fitScale, int16_t offsetX,
                  int16_t offsetY, int16_t barIndex);
   void DrawDial(const Dial& dial, float value);

@@ -124,9 +124,10 @@ Needles::BarPart Needles::MoveBar(float value, int index, float fullScale, doubl
   position = Towards(position, target, NeedleStep);
   const double hidden = std::floor(picture.height - position);
   const double bottomEdge = std::floor(picture.height * scale + y);
-  const double topEdge = std::floor(hidden * scale + y) + kBarStep;
-  return {{0, hidden, picture.width - 1.0, position},
-          {x + 1.0, topEdge, picture.width * scale, bottomEdge - topEdge}};
+  const double topEdge = std::floor(hidden * scale + y) + kBarTopGap;
+  return {
+      {0, hidden, picture.width - 1.0, position},
+      {static_cast<double>(x + kBarInset), topEdge, picture.width * scale, bottomEdge - topEdge}};
 }
 
 }  // namespace varek

@@ -67,14 +67,20 @@ struct Dial {
 };
 
 extern const std::array<Dial, 4> kDials;  ///< input, output, frequency, temperature
+/// The dial of an instrument that has one.
 const Dial& DialOf(Instrument index);
 
 struct Bar {
   Instrument index;
   float fullScale;
-  int x;  ///< left of the bar's frame; the bar itself begins a pixel further
+  int x;  ///< left of the bar's frame
   int y;
 };
+
+/// A bar's picture begins a pixel right of its frame, its filled part three below the row that the
+/// level asks for.
+constexpr int kBarInset = 1;
+constexpr int kBarTopGap = 3;
 
 extern const Bar kBatteryWithLoad;
 extern const Bar kLoad;
@@ -124,6 +130,7 @@ class Needles final {
   BarPart MoveBar(float value, int index, float fullScale, double bottom, double top, int x, int y,
                   double scale, const BarSize& picture);
 
+  /// Degrees of a dial, rows of a bar's picture.
   double Position(int index) const { return NeedlePosition.at(static_cast<size_t>(index)); }
 
  private:

@@ -11,7 +11,7 @@ namespace {
 
 constexpr int16_t kSmall = 32;
 /// By the distance from the item under the pointer.
-constexpr std::array<int16_t, 3> kMagnified{100, 70, 50};
+constexpr std::array<int16_t, 3> kMagnified{kLargestMenuPicture, 70, 50};
 constexpr double kFraction = 5;
 constexpr double kLowestTenth = 0.9;
 

@@ -9,6 +9,7 @@
 namespace varek {
 
 constexpr int kMenuItems = 10;
+constexpr int kLargestMenuPicture = 100;
 
 class MenuSizes final {
  public:
@@ -18,11 +19,13 @@ class MenuSizes final {
   /// neighbours larger than the rest. On its lowest tenth all are to shrink instead, so that
   /// leaving downwards collapses the strip.
   void Hover(int item, int y);
+  /// All are to shrink.
   void Collapse();
 
   /// Each picture goes a fifth of the way; true when all have arrived.
   bool Tick();
 
+  /// Edge length.
   int Size(int item) const { return MenuSizeNow.at(static_cast<size_t>(item)); }
   /// Left edges in a window of `windowWidth`, around its middle.
   std::array<int, kMenuItems> Lefts(int windowWidth) const;

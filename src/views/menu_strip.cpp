@@ -9,11 +9,12 @@
 #include "platform/events.h"
 #include "platform/guard.h"
 #include "settings/language.h"
-#include "views/bubble.h"
+#include "views/kit/bubble.h"
 #include "views/kit/colors.h"
+#include "views/kit/picture_button.h"
+#include "views/kit/picture_view.h"
 #include "views/kit/pictures.h"
 #include "views/palette.h"
-#include "views/picture_view.h"
 
 namespace varek {
 
@@ -50,7 +51,9 @@ class MenuStrip::Plate final : public QWidget {
   }
   void mousePressEvent(QMouseEvent* event) override { grab_ = event->pos(); }
   void mouseMoveEvent(QMouseEvent* event) override {
-    if (event->buttons() & Qt::LeftButton) strip_.Drag(event->pos() - grab_);
+    if (!(event->buttons() & Qt::LeftButton)) return;
+    platform::Guarded("form1 Picture9_MouseMove",
+                      [&] { strip_.MovePlate(pos() + event->pos() - grab_); });
   }
 
  private:
@@ -69,22 +72,44 @@ class MenuStrip::ItemView final : public PictureView {
  protected:
   void mousePressEvent(QMouseEvent*) override {}
   void mouseMoveEvent(QMouseEvent* event) override {
-    strip_.Hover(number_, static_cast<int>(event->position().y()));
+    Hover(static_cast<int>(event->position().y()));
   }
-  void leaveEvent(QEvent*) override { strip_.Leave(); }
+  void leaveEvent(QEvent*) override { Leave(); }
   void mouseReleaseEvent(QMouseEvent* event) override {
     if (event->button() == Qt::LeftButton && rect().contains(event->pos())) Open();
   }
   void focusInEvent(QFocusEvent* event) override {
-    if (event->reason() != Qt::ActiveWindowFocusReason) strip_.Hover(number_, 0);
+    if (event->reason() != Qt::ActiveWindowFocusReason) Hover(0);
   }
-  void focusOutEvent(QFocusEvent*) override { strip_.Leave(); }
+  void focusOutEvent(QFocusEvent*) override {
+    keyDown_ = false;
+    Leave();
+  }
   void keyPressEvent(QKeyEvent* event) override {
-    if (event->key() == Qt::Key_Return || event->key() == Qt::Key_Space) return Open();
-    QWidget::keyPressEvent(event);
+    if (!IsActKey(*event)) return QWidget::keyPressEvent(event);
+    if (!event->isAutoRepeat()) keyDown_ = true;
+  }
+  void keyReleaseEvent(QKeyEvent* event) override {
+    if (!IsActKey(*event)) return QWidget::keyReleaseEvent(event);
+    if (event->isAutoRepeat() || !keyDown_) return;
+    keyDown_ = false;
+    Open();
+  }
+  void paintEvent(QPaintEvent* event) override {
+    PictureView::paintEvent(event);
+    if (!hasFocus()) return;
+    QPainter painter(this);
+    painter.setPen(ToQColor(palette::kAccent));
+    painter.drawRect(rect().adjusted(0, 0, -1, -1));
   }
 
  private:
+  void Hover(int y) {
+    platform::Guarded("form1 Picture1_MouseMove", [&] { strip_.Hover(number_, y); });
+  }
+  void Leave() {
+    platform::Guarded("form1 Picture1_MouseMove", [&] { strip_.Leave(); });
+  }
   /// From the event loop: what opens may replace this very window.
   void Open() {
     platform::Post("form1 Picture1_MouseUp",
@@ -93,6 +118,7 @@ class MenuStrip::ItemView final : public PictureView {
 
   MenuStrip& strip_;
   int number_;
+  bool keyDown_ = false;  ///< on this picture, and not on what had the focus before
 };
 
 MenuStrip::MenuStrip(QWidget* window, Bubble& bubble, std::function<void(int)> open)
@@ -109,14 +135,25 @@ MenuStrip::MenuStrip(QWidget* window, Bubble& bubble, std::function<void(int)> o
   }
 }
 
-MenuStrip::~MenuStrip() = default;
+MenuStrip::~MenuStrip() {
+  for (ItemView* item : Picture1) delete item;
+  delete Picture9;
+}
 
 QWidget* MenuStrip::Item(int item) const { return Picture1.at(static_cast<size_t>(item)); }
 
 void MenuStrip::Place(int room) {
   const int home = (window_->width() - kPlateSize.width()) / 2 + kPlateShift;
   home_ = {home, std::min(0, room - kPlateSize.height())};
-  Picture9->move(home_ + dragged_);
+  MovePlate(home_ + dragged_);
+}
+
+/// The plate stays within the window, so that it can be dragged back.
+void MenuStrip::MovePlate(QPoint wanted) {
+  const int right = std::max(window_->width() - kPlateSize.width(), 0);
+  const int bottom = std::max(window_->height() - kPlateSize.height(), 0);
+  Picture9->move(std::clamp(wanted.x(), 0, right), std::clamp(wanted.y(), home_.y(), bottom));
+  dragged_ = Picture9->pos() - home_;
   PlacePictures();
 }
 
@@ -129,7 +166,7 @@ void MenuStrip::Hover(int item, int y) {
   sizes_.Hover(item, y);
   Timer1.SetInterval(kTick);
   const QRect place = Item(item)->geometry();
-  bubble_.ShowText(NameOf(item), {place.left(), place.bottom() + kBubbleGap});
+  bubble_.ShowText(NameOf(item), {place.left(), place.top() + kLargestMenuPicture + kBubbleGap});
 }
 
 void MenuStrip::Leave() {
@@ -150,16 +187,6 @@ void MenuStrip::PlacePictures() {
     Item(item)->setGeometry(lefts[static_cast<size_t>(item)] + dragged_.x(),
                             Picture9->y() + kPictureTop, size, size);
   }
-}
-
-/// The plate stays within the window, so that it can be dragged back.
-void MenuStrip::Drag(QPoint travel) {
-  const QPoint wanted = Picture9->pos() + travel;
-  const int right = std::max(window_->width() - kPlateSize.width(), 0);
-  const int bottom = std::max(window_->height() - kPlateSize.height(), 0);
-  Picture9->move(std::clamp(wanted.x(), 0, right), std::clamp(wanted.y(), home_.y(), bottom));
-  dragged_ = Picture9->pos() - home_;
-  PlacePictures();
 }
 
 }  // namespace varek

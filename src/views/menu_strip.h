@@ -30,9 +30,10 @@ class MenuStrip final {
   void Place(int room);
   /// Names of the items in the present language, for readers of the screen.
   void ApplyLanguage();
+  /// No tick comes any more.
   void Stop() { Timer1.SetInterval(0); }
 
-  int PictureSize(int item) const { return sizes_.Size(item); }
+  /// The picture control of an item, 0 to 9.
   QWidget* Item(int item) const;
 
  private:
@@ -43,7 +44,7 @@ class MenuStrip final {
   void Leave();
   void Timer1_Timer();
   void PlacePictures();
-  void Drag(QPoint travel);
+  void MovePlate(QPoint wanted);
 
   QWidget* window_;
   Bubble& bubble_;

@@ -24,7 +24,7 @@ SearchBox::SearchBox(QWidget* parent)
       caption_(new QLabel(this)),
       label_(new QLabel(this)),
       target_(kBarWidth, kBarHeight),
-      source_(platform::ProgramPath("\\image\\progress.jpg")) {
+      source_(platform::ImagePath("progress.jpg")) {
   setFixedSize(kBarWidth + 2 * kPlace, kBarHeight + 2 * kPlace);
   setFrameShape(QFrame::Box);
   setAutoFillBackground(true);
@@ -35,11 +35,18 @@ SearchBox::SearchBox(QWidget* parent)
 }
 
 void SearchBox::Open() {
-  caption_->setText(QString::fromStdString(LangText[kSearchingText]));
   SetProgress(0);
-  move((parentWidget()->width() - width()) / 2, (parentWidget()->height() - height()) / 2);
+  Place();
   show();
   raise();
+}
+
+void SearchBox::Place() {
+  move((parentWidget()->width() - width()) / 2, (parentWidget()->height() - height()) / 2);
+}
+
+void SearchBox::ApplyLanguage() {
+  caption_->setText(QString::fromStdString(LangText[kSearchingText]));
 }
 
 void SearchBox::SetLabel(const std::string& text) { label_->setText(QString::fromStdString(text)); }

@@ -17,6 +17,10 @@ class SearchBox final : public QFrame {
 
   /// Shows the box, empty, in the middle of its parent.
   void Open();
+  /// Puts it there again, after the parent has changed its size.
+  void Place();
+  void ApplyLanguage();
+  /// What is being tried.
   void SetLabel(const std::string& text);
   /// 0 to 100. Called thousands of times a second; only a pixel more is drawn.
   void SetProgress(double percent);

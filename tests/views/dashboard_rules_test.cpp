@@ -33,8 +33,11 @@ class DashboardRules : public test::MonitorTest {
 /// What one state shows: a picture for each lamp, nothing for a dark one.
 std::string Lamps() {
   std::string shown;
-  for (int lamp = 0; lamp < kLampCount; ++lamp)
+  for (int lamp = 0; lamp < kLampCount; ++lamp) {
     shown += (IsLampShown(lamp) ? LampPicture(lamp).value_or("as it is") : "-") + " ";
+    const bool loaded = std::count(kLampPictures.begin(), kLampPictures.end(), LampPicture(lamp));
+    EXPECT_TRUE(loaded) << lamp;
+  }
   return shown;
 }
 

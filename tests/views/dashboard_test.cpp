@@ -8,7 +8,6 @@
 
 #include "core/data_center.h"
 #include "core/link_record.h"
-#include "link/port_search.h"
 #include "platform/events.h"
 #include "platform/paths.h"
 #include "platform/runtime_error.h"
@@ -16,7 +15,7 @@
 #include "settings/language.h"
 #include "support/monitor_fixture.h"
 #include "views/kit/picture_button.h"
-#include "views/picture_view.h"
+#include "views/kit/picture_view.h"
 #include "views/search_box.h"
 
 namespace varek {
@@ -106,10 +105,19 @@ TEST_F(DashboardTest, NeverCutsThePanel) {
   }
 }
 
+TEST_F(DashboardTest, ASearchShowsHowFarItIs) {
+  SearchBox& box = Open().Search();
+  box.Open();
+  box.SetProgress(50);
+  const QImage seen = box.grab().toImage();
+  EXPECT_GT(seen.pixelColor(27 + 100, 36).lightness(), seen.pixelColor(27 + 200, 36).lightness());
+}
+
 TEST_F(DashboardTest, AMissingPictureIsAnError) {
   platform::SetProgramFolder("/nonexistent");
   EXPECT_THROW(Dashboard().Get(), platform::RuntimeError);
   EXPECT_FALSE(Dashboard().IsLoaded());
+  EXPECT_FALSE(DataCenter.FormOpen[Form1::kNumber]);
 }
 
 }  // namespace

@@ -321,6 +321,7 @@ TEST_F(KitTest, CalendarIsTurnedAndChosenFrom) {
   EXPECT_EQ(chosen, 0);
   const auto click = [&](int cell) {
     Mouse(calendar, QEvent::MouseButtonPress, calendar.CellRect(cell).center());
+    platform::DoEvents();
   };
   click(CellOfDay(2026, 1, 15));
   EXPECT_EQ(chosen, 15);

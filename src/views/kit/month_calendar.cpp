@@ -3,11 +3,13 @@
 #include <QKeyEvent>
 #include <QMouseEvent>
 #include <QPainter>
+#include <QPointer>
 #include <algorithm>
 #include <iterator>
 #include <utility>
 
 #include "platform/calendar.h"
+#include "platform/events.h"
 #include "platform/guard.h"
 #include "settings/language.h"
 #include "views/kit/calendar_page.h"
@@ -115,7 +117,14 @@ QRect MonthCalendar::CellRect(int cell) const {
           QPoint(columnLeft(column + 1) - 1, rowTop(row + 1) - 1)};
 }
 
-void MonthCalendar::Choose() { platform::Guarded(name_, chosen_); }
+/// From the event loop: the choice may wait, and the calendar may go meanwhile.
+void MonthCalendar::Choose() {
+  platform::Post(name_, [calendar = QPointer(this)] {
+    if (!calendar) return;
+    const std::function<void()> chosen = calendar->chosen_;
+    chosen();
+  });
+}
 
 void MonthCalendar::ChooseAt(QPoint at) {
   for (int cell = 0; cell < kCalendarCells; ++cell) {
@@ -158,7 +167,9 @@ bool MonthCalendar::HandleKey(int key) {
 }
 
 void MonthCalendar::keyPressEvent(QKeyEvent* event) {
-  if (!HandleKey(event->key())) QWidget::keyPressEvent(event);
+  bool handled = false;
+  platform::Guarded(name_, [&] { handled = HandleKey(event->key()); });
+  if (!handled) QWidget::keyPressEvent(event);
 }
 
 void MonthCalendar::mousePressEvent(QMouseEvent* event) {

@@ -19,12 +19,12 @@ namespace {
 constexpr int kTextMargin = 4;
 constexpr double kDisabledOpacity = 0.4;
 
+}  // namespace
+
 bool IsActKey(const QKeyEvent& event) {
   const int key = event.key();
   return key == Qt::Key_Space || key == Qt::Key_Return || key == Qt::Key_Enter;
 }
-
-}  // namespace
 
 PictureButton::PictureButton(QWidget* parent, const QString& name, std::function<void()> act)
     : QWidget(parent), name_(name.toStdString()), act_(std::move(act)) {
@@ -78,18 +78,22 @@ void PictureButton::leaveEvent(QEvent*) { ShowPicture(ButtonPicture::Normal); }
 
 void PictureButton::keyPressEvent(QKeyEvent* event) {
   if (!IsActKey(*event)) return QWidget::keyPressEvent(event);
-  if (!event->isAutoRepeat()) ShowPicture(ButtonPicture::Pressed);
+  if (event->isAutoRepeat()) return;
+  keyDown_ = true;
+  ShowPicture(ButtonPicture::Pressed);
 }
 
 void PictureButton::keyReleaseEvent(QKeyEvent* event) {
   if (!IsActKey(*event)) return QWidget::keyReleaseEvent(event);
   // A key that went down elsewhere, as on the dialog that gave the focus back, is not for us.
-  if (event->isAutoRepeat() || showing_ != ButtonPicture::Pressed) return;
+  if (event->isAutoRepeat() || !keyDown_) return;
+  keyDown_ = false;
   ShowPicture(ButtonPicture::Normal);
   Act();
 }
 
 void PictureButton::focusOutEvent(QFocusEvent* event) {
+  keyDown_ = false;
   ShowPicture(ButtonPicture::Normal);
   QWidget::focusOutEvent(event);
 }

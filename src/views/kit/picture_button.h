@@ -11,6 +11,9 @@
 
 namespace varek {
 
+/// Space, Return and the keypad's Enter act on what has the focus, when they are released.
+bool IsActKey(const QKeyEvent& event);
+
 enum class ButtonPicture { Normal, Hover, Pressed };
 
 class PictureButton : public QWidget {
@@ -49,6 +52,7 @@ class PictureButton : public QWidget {
   std::function<void()> act_;
   std::array<QPixmap, 3> pictures_;  ///< by ButtonPicture
   QString text_;
+  bool keyDown_ = false;
   ButtonPicture showing_ = ButtonPicture::Normal;
 };
 

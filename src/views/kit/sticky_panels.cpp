@@ -72,7 +72,7 @@ void StickyPanels::Drag(size_t moving, int x, int y) {
   Panel& panel = panels_.at(moving);
   panel.left = SnappedLeft(moving, x - grabX_ + panel.left);
   panel.top = SnappedTop(moving, y - grabY_ + panel.top);
-  ForgetLeftEdges(moving);
+  ForgetEdgesMovedFrom(moving);
 }
 
 int StickyPanels::SnappedLeft(size_t moving, int left) {
@@ -94,7 +94,7 @@ int StickyPanels::SnappedTop(size_t moving, int top) {
 }
 
 /// A panel that was dragged away from an edge does not stick to it any more.
-void StickyPanels::ForgetLeftEdges(size_t moving) {
+void StickyPanels::ForgetEdgesMovedFrom(size_t moving) {
   const Panel& panel = panels_[moving];
   if (MakeYPointForm(moving, panel.top) == kNoSnap) StuckTop[moving] = StuckBottom[moving] = kClear;
   if (MakeXPointForm(moving, panel.left) == kNoSnap)

@@ -63,7 +63,7 @@ class StickyPanels final {
  private:
   int SnappedLeft(size_t moving, int left);
   int SnappedTop(size_t moving, int top);
-  void ForgetLeftEdges(size_t moving);
+  void ForgetEdgesMovedFrom(size_t moving);
   void PutOnEdges();
 
   std::vector<Panel> panels_;

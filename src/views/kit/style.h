@@ -10,7 +10,8 @@ class QWidget;
 
 namespace varek {
 
-/// For all that stands inside `window`, its tool tips included.
+/// For all that stands inside `window`, its tool tips included. The first call also sets the
+/// colours of the whole program, message boxes and menus too.
 void ApplyStyle(QWidget& window);
 
 /// The sheet alone.

@@ -30,9 +30,10 @@ class ViewWindow : public WindowFrame {
   void ApplyLanguage();
 
  protected:
-  /// The client area has a new size. Runs guarded.
+  /// The client area has a new size. Runs guarded; must not pump events, since the window could go
+  /// meanwhile.
   virtual void Form_Resize() {}
-  /// The window has become the active one. Runs guarded.
+  /// The window has become the active one. As Form_Resize.
   virtual void Form_Activate() {}
 
   void resizeEvent(QResizeEvent* event) override;

@@ -1,4 +1,4 @@
-#include "views/picture_view.h"
+#include "views/kit/picture_view.h"
 
 #include <QMouseEvent>
 #include <QPainter>

@@ -1,4 +1,4 @@
-#include "views/bubble.h"
+#include "views/kit/bubble.h"
 
 #include <algorithm>
 
