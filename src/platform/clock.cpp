@@ -39,6 +39,11 @@ Clock* ReplacedClock() { return replacement; }
 DateTime Now() { return replacement ? replacement->Now() : MachineNow(); }
 int64_t TickCount() { return replacement ? replacement->TickCount() : MachineTicks(); }
 
+int SecondsSinceMidnight() {
+  const DateTime now = Now();
+  return now.hour * 3600 + now.minute * 60 + now.second;
+}
+
 std::string FormatDayName(const DateTime& moment) { return Join("%04d%02d%02d", moment); }
 
 std::string FormatTime(const DateTime& moment) {

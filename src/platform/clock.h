@@ -38,6 +38,7 @@ Clock* ReplacedClock();
 
 DateTime Now();
 int64_t TickCount();
+int SecondsSinceMidnight();  ///< 0 to 86399, of the local day
 
 std::string FormatDayName(const DateTime& moment);  ///< "yyyymmdd", the name of a day's table
 std::string FormatTime(const DateTime& moment);     ///< "hh:mm:ss"

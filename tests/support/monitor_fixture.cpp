@@ -17,6 +17,7 @@
 #include "platform/process.h"
 #include "platform/runtime_error.h"
 #include "records/databases.h"
+#include "scheduler/schedule_runner.h"
 #include "settings/language.h"
 #include "support/serial_line.h"
 
@@ -42,6 +43,7 @@ void ResetRooms() {
   CloseDatabases();
   DataCenter = DataCenterRecord();
   Link = LinkRecord();
+  LoadedRunDate = {};
   LangText = {};
   language(0);
   Form13::Clear();

@@ -1,0 +1,148 @@
+#include "scheduler/schedule_edit.h"
+
+#include <algorithm>
+
+#include "core/data_center.h"
+#include "platform/text.h"
+#include "scheduler/schedule_rows.h"
+#include "settings/language.h"
+
+namespace varek {
+
+namespace {
+
+constexpr int kMinutesPerDay = 24 * 60;
+constexpr int kLongestRestart = 9999;
+constexpr int kMostRestartDays = 6;
+constexpr size_t kRestartRefused = 263;
+constexpr char kEditRefused[] = "時間設定錯誤";
+/// In the order of the recurrence list.
+constexpr std::string_view kRecurrenceLetters = "NDWM";
+
+int Number(std::string_view text) { return static_cast<int>(platform::LenientNumber(text)); }
+
+int MinuteOfDay(const std::string& time) {
+  return Number(platform::Middle(time, 1, 2)) * 60 + Number(platform::Middle(time, 4, 2));
+}
+
+char ActionLetter(const ScheduleForm& form) {
+  return kActionLetters.at(static_cast<size_t>(form.action));
+}
+
+bool TakesRestart(char letter) { return letter == 'R' || letter == 'B'; }
+
+/// Counted from the moment at which the unit turns off.
+int RestartDelay(const ScheduleForm& form) {
+  return MinutesToRestart(form.time, form.restartDays, form.restartTime) -
+         DataCenter.UPSShutdownBuffer;
+}
+
+bool RestartFits(const ScheduleForm& form, int shortest) {
+  if (!TakesRestart(ActionLetter(form))) return true;
+  const int delay = RestartDelay(form);
+  return delay >= shortest && delay <= kLongestRestart;
+}
+
+/// The row that the dialog describes, without its number.
+ScheduleEntry Described(const ScheduleForm& form, const SelectedDay& day) {
+  const char letter = ActionLetter(form);
+  const char recurrence = kRecurrenceLetters.at(static_cast<size_t>(form.recurrence));
+  ScheduleEntry entry;
+  entry.date = ScheduleDate(day.year, day.month, day.day);
+  entry.time = form.time;
+  entry.event = letter;
+  entry.rept = RecurrenceCode(recurrence, day.year, day.month, day.day);
+  if (TakesRestart(letter)) {
+    entry.event = RestartCode(letter, RestartDelay(form));
+    entry.note = RestartNote(form.restartDays, form.restartTime);
+  }
+  return entry;
+}
+
+/// The days are told by the delay alone, and so can differ from those chosen when it was saved.
+void FillAction(const std::string& event, ScheduleForm& form) {
+  const size_t action = event.empty() ? kMarkAction : kActionLetters.find(event[0]);
+  if (action >= kMarkAction) return;
+  form.action = static_cast<int>(action);
+  if (!TakesRestart(event[0])) return;
+  const int minutes = RestartMinutes(event) + DataCenter.UPSShutdownBuffer;
+  form.restartDays = std::min(minutes / kMinutesPerDay, kMostRestartDays);
+}
+
+/// No recurrence, and the "null" of older rows, stand for once.
+void FillRecurrence(const std::string& rept, ScheduleForm& form) {
+  const size_t place = rept.empty() ? 0 : kRecurrenceLetters.find(rept[0]);
+  form.recurrence = place == std::string_view::npos ? 0 : static_cast<int>(place);
+}
+
+bool Repeats(const ScheduleEntry& entry) {
+  return entry.rept.starts_with('D') || entry.rept.starts_with('W') || entry.rept.starts_with('M');
+}
+
+}  // namespace
+
+int MinutesToRestart(const std::string& time, int restartDays, const std::string& restartTime) {
+  return restartDays * kMinutesPerDay + MinuteOfDay(restartTime) - MinuteOfDay(time);
+}
+
+std::string RestartCode(char letter, int minutes) {
+  return letter + platform::ZeroPadded(minutes, 4);
+}
+
+std::string RestartNote(int restartDays, const std::string& restartTime) {
+  return std::to_string(restartDays) + restartTime;
+}
+
+std::string SaveNewEntry(const ScheduleForm& form, const SelectedDay& day) {
+  if (!RestartFits(form, 1)) return LangText[kRestartRefused];
+  const ScheduleEntry entry = Described(form, day);
+  addschdeule(entry.date, entry.time, entry.event, entry.rept, entry.note);
+  ReloadRunList();
+  return {};
+}
+
+std::string SaveEditedEntry(int number, const ScheduleForm& form, const SelectedDay& day) {
+  if (!RestartFits(form, 0)) return kEditRefused;
+  ScheduleRows rows;
+  if (!rows.Find(number)) return {};
+  ScheduleEntry entry = Described(form, day);
+  entry.number = number;
+  if (!TakesRestart(entry.event[0])) entry.note = rows.Current().note;
+  rows.Overwrite(entry);
+  ReloadRunList();
+  return {};
+}
+
+bool OpenEntry(int number, ScheduleForm& form) {
+  ScheduleRows rows;
+  if (!rows.Find(number)) return false;
+  const ScheduleEntry entry = rows.Current();
+  form.time = entry.time;
+  FillAction(entry.event, form);
+  FillRecurrence(entry.rept, form);
+  return true;
+}
+
+Deletion DeleteEntry(int number) {
+  ScheduleRows rows;
+  if (!rows.Find(number)) return Deletion::None;
+  const ScheduleEntry entry = rows.Current();
+  if (!entry.rept.starts_with('N') && !IsMark(entry)) {
+    return Repeats(entry) ? Deletion::Ask : Deletion::None;
+  }
+  rows.DeleteCurrent();
+  ReloadRunList();
+  return Deletion::Deleted;
+}
+
+void DeleteByChoice(char choice, int number, const SelectedDay& day, const std::string& time) {
+  if (choice == 'A') {
+    delschdeule(number);
+  } else {
+    addschdeule(ScheduleDate(day.year, day.month, day.day), time, "D" + std::to_string(number),
+                RecurrenceCode(choice, day.year, day.month, day.day), "");
+  }
+  ReloadRunList();
+}
+
+}  // namespace varek

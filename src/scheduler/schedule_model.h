@@ -1,0 +1,85 @@
+// The schedule: a list of timed actions of the UPS in the table `schedule` of Event.mdb, what its
+// rows mean, how they are made, changed and removed, and which of them belong to a date. The
+// calendar window and the web console are two front ends on it; the runner carries it out.
+#pragma once
+
+#include <array>
+#include <cstdint>
+#include <string>
+#include <string_view>
+#include <vector>
+
+#include "platform/clock.h"
+
+namespace varek {
+
+/// The first letters of `event`, in the order of the action list and of ActionName; the cancel
+/// mark, which no list offers, comes last.
+inline constexpr std::string_view kActionLetters = "TLCSRABMD";
+inline constexpr size_t kMarkAction = 8;
+
+/// The number of an entry that a cancel mark has taken out.
+inline constexpr int32_t kHole = -1;
+
+/// One row. `note` is the restart text of actions R and B: a digit for the days, then "hh:mm".
+struct ScheduleEntry {
+  int32_t number = 0;  ///< `munber`, or kHole
+  std::string note;
+  std::string rept;   ///< "Null", "Day", "W0" to "W6", "M1" to "M31"
+  std::string time;   ///< "hh:mm"
+  std::string event;  ///< "T", "L", "C", "S", "Rnnnn", "A", "Bnnnn", "M", or "D" and a number
+  std::string date;   ///< "2026-03-05" as loaded; written also as year/month/day
+};
+
+/// The entries of one date, in the order of the query, holes included. `count` is what the loader
+/// counted: 101 when there were more than 100, of which the first 100 stand here.
+struct DayEntries {
+  std::vector<ScheduleEntry> entries;
+  int count = 0;
+};
+
+/// The days of one month, index 0 for the first: a second reading of the same rule.
+struct MonthTable {
+  int year = 0;
+  int month = 0;
+  std::array<std::vector<ScheduleEntry>, 31> days;
+};
+
+/// Fills the table of a month, cancel marks applied. False when a day has more than `limit`
+/// entries: the rebuilding ends there and the days filled so far stand.
+bool LoadMonthTable(int year, int month, size_t limit, MonthTable& table);
+
+/// Appends a row. Throws RuntimeError when the table can't be written.
+void addschdeule(const std::string& date, const std::string& time, const std::string& event,
+                 const std::string& rept, const std::string& note);
+
+/// Deletes entry `number` and every mark that cancels it; nothing when there is none.
+void delschdeule(int number);
+
+/// "year/month/day" without leading zeros.
+std::string ScheduleDate(int year, int month, int day);
+/// "Null", "Day", "W" and the weekday of the date, "M" and its day, by the letters N, D, W, M.
+std::string RecurrenceCode(char letter, int year, int month, int day);
+
+/// True for a row that takes another entry out.
+bool IsMark(const ScheduleEntry& entry);
+/// Minutes until the restart in the code of an R or B: its last four characters.
+int RestartMinutes(const std::string& event);
+
+/// The action's name; for a mark the number of the entry that it takes out and what that means.
+/// Empty for an unknown code.
+std::string EventCodeText(const std::string& code);
+/// The time of the restart and its day in words; empty for an empty note.
+std::string NoteText(const std::string& note);
+/// The recurrence in words; empty for an unknown code.
+std::string ReptText(const std::string& rept);
+
+/// The set of the date shown in the calendar, and today's run list.
+extern DayEntries ShownEntries;
+extern DayEntries RunEntries;
+void ReNewTodayEvent(int year, int month, int day);
+void ReNewRunTodayEvent(int year, int month, int day);
+/// ReNewRunTodayEvent for the present date: what every change of the table ends with.
+void ReloadRunList();
+
+}  // namespace varek

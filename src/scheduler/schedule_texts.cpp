@@ -1,0 +1,61 @@
+// The short texts with which both front ends show an entry, in the present language.
+#include "platform/text.h"
+#include "scheduler/schedule_model.h"
+#include "settings/language.h"
+
+namespace varek {
+
+namespace {
+
+// Numbers in the language table.
+constexpr size_t kOnce = 102;
+constexpr size_t kDaily = 103;
+constexpr size_t kSunday = 113;
+constexpr size_t kMonthDay = 120;
+constexpr size_t kSameDay = 147;
+
+constexpr size_t kDaysOfWeek = 7;
+
+/// The text of a digit 0 to 6 in a table of seven that begins at `first`; else empty.
+std::string SevenTexts(size_t first, char digit) {
+  const auto index = static_cast<size_t>(digit - '0');
+  return index < kDaysOfWeek ? LangText[first + index] : std::string();
+}
+
+/// The template shows with a "0" where the day goes.
+std::string MonthDayText(const std::string& day) {
+  std::string text;
+  for (char c : LangText[kMonthDay]) text += c == '0' ? day : std::string(1, c);
+  return text;
+}
+
+}  // namespace
+
+std::string EventCodeText(const std::string& code) {
+  const size_t action = code.empty() ? std::string::npos : kActionLetters.find(code[0]);
+  if (action == std::string::npos) return {};
+  return action == kMarkAction ? code.substr(1) + ActionName[action] : ActionName[action];
+}
+
+std::string NoteText(const std::string& note) {
+  if (note.empty()) return {};
+  return note.substr(1) + SevenTexts(kSameDay, note[0]);
+}
+
+std::string ReptText(const std::string& rept) {
+  const std::string number(platform::Middle(rept, 2));
+  switch (rept.empty() ? '\0' : rept[0]) {
+    case 'N':
+      return LangText[kOnce];
+    case 'D':
+      return LangText[kDaily];
+    case 'W':
+      return number.empty() ? std::string() : SevenTexts(kSunday, number[0]);
+    case 'M':
+      return MonthDayText(number);
+    default:
+      return {};
+  }
+}
+
+}  // namespace varek

@@ -1,0 +1,316 @@
+// The schedule on real tables: which entries belong to a date, how they are changed, and what the
+// runner starts on a stepped clock.
+
+#include <chrono>
+#include <utility>
+
+#include "core/data_center.h"
+#include "core/forms.h"
+#include "core/link_record.h"
+#include "platform/database.h"
+#include "platform/runtime_error.h"
+#include "platform/timers.h"
+#include "records/databases.h"
+#include "records/system_countdown.h"
+#include "scheduler/schedule_edit.h"
+#include "scheduler/schedule_model.h"
+#include "scheduler/schedule_runner.h"
+#include "settings/language.h"
+#include "support/monitor_fixture.h"
+
+namespace varek {
+namespace {
+
+namespace chr = std::chrono;
+
+using Numbers = std::vector<int>;
+using Texts = std::vector<std::string>;
+
+class ScheduleTest : public test::MonitorTest {
+ protected:
+  ScheduleTest() {
+    test::InstallPictures(Folder());
+    Loadlanguage(0);
+    DataCenter.UPSShutdownBuffer = 1;
+    DataCenter.SystemShutdownBuffer = 5;
+  }
+
+  static void Add(const std::string& event, const std::string& rept = "Day",
+                  const std::string& date = "2026/3/10", const std::string& time = "12:00") {
+    addschdeule(date, time, event, rept, "");
+  }
+
+  /// The rows of the table, their columns parted by blanks.
+  Texts Table() const {
+    platform::Database database(Folder() + "/database/Event.mdb");
+    Texts lines;
+    for (auto rows = database.OpenRecordset(kScheduleTable); !rows->Eof(); rows->MoveNext()) {
+      lines.push_back(platform::ValueText(rows->Get(0)));
+      for (const char* column : {"date", "time", "event", "rept", "note"}) {
+        lines.back() += " " + platform::ValueText(rows->Get(column));
+      }
+    }
+    return lines;
+  }
+
+  /// What the tick of that moment leaves for the link.
+  std::string Tick(const platform::DateTime& now) {
+    clock.SetNow(now);
+    Link.PendingCommand.clear();
+    RunSchedule();
+    return Link.PendingCommand;
+  }
+};
+
+Numbers NumbersOf(const std::vector<ScheduleEntry>& entries) {
+  Numbers numbers;
+  for (const ScheduleEntry& entry : entries) numbers.push_back(entry.number);
+  return numbers;
+}
+
+Numbers Shown(int year, int month, int day) {
+  ReNewTodayEvent(year, month, day);
+  return NumbersOf(ShownEntries.entries);
+}
+
+TEST_F(ScheduleTest, EachActionStartsItsCountdownsInItsOrder) {
+  Texts sent;
+  const auto take = [&] {
+    if (!Link.PendingCommand.empty()) sent.push_back(std::exchange(Link.PendingCommand, ""));
+  };
+  platform::Timer poll("poll", take, 100);
+  constexpr int kNone = -1;
+  struct Case {
+    const char* event;
+    float output;
+    Texts sent;
+    int systemSeconds;  ///< at the end of the tick, of which a start of the unit's takes two
+  };
+  for (const Case& c : {Case{"T", 220, {"T"}, kNone},
+                        {"L", 220, {"TL"}, kNone},
+                        {"C", 0, {"CT"}, kNone},
+                        {"S", 220, {"C", "S01R9999"}, kNone},
+                        {"R0030", 220, {"C", "S01R0030"}, kNone},
+                        {"M", 220, {}, 300},
+                        {"A", 220, {"C", "S01R9999"}, 298},
+                        {"B0030", 220, {"C", "S01R0030"}, 300},
+                        {"B0030", 0, {}, 300},
+                        {"D7", 220, {}, kNone}}) {
+    SCOPED_TRACE(c.event);
+    test::InstallDatabases(Folder());
+    sent.clear();
+    DataCenter.OutputVoltage = c.output;
+    LoadedRunDate = {};
+    Add(c.event);
+    clock.SetNow({2026, 3, 10, 12, 0, 0});
+    RunSchedule();
+    EXPECT_EQ(SystemCountdown().IsLoaded() ? SystemCountdown().Get().Seconds() : kNone,
+              c.systemSeconds);
+    clock.Advance(1000);
+    EXPECT_EQ(sent, c.sent);
+    UnloadForm(10);
+    UnloadForm(11);
+  }
+}
+
+TEST_F(ScheduleTest, TheRunnerFollowsTheDateAndTheMinuteAlone) {
+  Add("T", "Day", "2026/3/10", "00:00");
+  Add("L", "Null", "2026/3/11", "7:05");
+  Add("T", "Null", "2026/3/12", "09:00");
+  Add("C", "Null", "2026/3/12", "09:00");
+  Add("S", "Null", "2026/3/13", "09:00");
+  Add("T", "Null", "2026/3/13", "09:00");
+  DataCenter.OutputVoltage = 220;
+  struct Case {
+    platform::DateTime now;
+    const char* command;
+  };
+  for (const Case& c : {Case{{2026, 3, 10, 23, 59, 50}, ""},
+                        {{2026, 3, 11, 0, 0, 0}, "T"},
+                        {{2026, 3, 11, 0, 0, 59}, "T"},  // two ticks in one minute
+                        {{2026, 3, 11, 7, 5, 1}, "TL"},
+                        {{2026, 3, 11, 7, 6, 0}, ""},
+                        {{2026, 4, 11, 7, 5, 0}, ""},  // the day number alone is the same
+                        {{2027, 3, 11, 7, 5, 0}, ""},
+                        {{2026, 3, 11, 7, 5, 0}, "TL"},  // set back
+                        {{2026, 3, 9, 0, 0, 0}, ""},     // before the first date
+                        {{2026, 3, 12, 9, 0, 0}, "CT"},
+                        {{2026, 3, 13, 9, 0, 59}, "T"}}) {  // the minute ends in the first
+    EXPECT_EQ(Tick(c.now), c.command) << c.now.day << ' ' << c.now.hour << ':' << c.now.minute;
+  }
+  ScheduleForm form;
+  form.time = "12:01";
+  clock.SetNow({2026, 3, 12, 12, 0, 30});
+  EXPECT_EQ(SaveNewEntry(form, {2026, 3, 12}), "");
+  EXPECT_EQ(Tick({2026, 3, 12, 12, 1, 20}), "T");
+}
+
+TEST_F(ScheduleTest, MarksLeaveHoles) {
+  Add("T", "Day");                  // 1
+  Add("L", "Null");                 // 2
+  Add("D1", "Null");                // 3
+  Add("D2", "W2");                  // 4, a Tuesday as 2026/3/10
+  Add("D1", "M11", "2026/4/11");    // 5, not yet in March
+  Add("D77", "Null", "2026/3/11");  // 6, takes out nothing
+  Add("C", "W5", "2026/3/17");      // 7, on a Tuesday against its code
+  EXPECT_EQ(Shown(2026, 3, 10), (Numbers{kHole, kHole, 3, 4}));
+  EXPECT_EQ(ShownEntries.entries[0].event + ShownEntries.entries[0].time, "");
+  EXPECT_EQ(Tick({2026, 3, 10, 12, 0, 0}), "");  // only marks are left
+  EXPECT_EQ(Shown(2026, 3, 11), (Numbers{1, 6}));
+  EXPECT_EQ(Shown(2026, 4, 11), (Numbers{kHole, 5}));
+  EXPECT_EQ(Shown(2026, 3, 17), (Numbers{1, 4, 7}));
+  EXPECT_EQ(Shown(2026, 3, 13), (Numbers{1}));
+}
+
+TEST_F(ScheduleTest, MoreThanAHundredEntriesEndTheListWithoutItsMarks) {
+  for (int number = 1; number <= 101; ++number) Add(number == 1 ? "D5" : "T");
+  EXPECT_EQ(Shown(2026, 3, 9), Numbers{});  // none of them has begun
+  EXPECT_EQ(DataCenter.DebugLines[0], "");
+  ReNewRunTodayEvent(2026, 3, 10);
+  EXPECT_EQ(DataCenter.DebugLines[0], "");
+  EXPECT_EQ(Shown(2026, 3, 10).size(), 100U);
+  EXPECT_EQ(DataCenter.DebugLines[0],
+            "2026/03/10 12:00:00  Load todayschedule error! more then 100 event!");
+  for (const DayEntries& set : {ShownEntries, RunEntries}) {
+    EXPECT_EQ(set.count, 101);
+    EXPECT_EQ(set.entries[4].number, 5);
+  }
+  MonthTable table;
+  EXPECT_FALSE(LoadMonthTable(2026, 3, 100, table));
+  EXPECT_EQ(table.days[9].size(), 100U);
+  EXPECT_TRUE(LoadMonthTable(2026, 3, 101, table));
+  EXPECT_EQ(table.days[30][4].number, kHole);
+  delschdeule(101);
+  EXPECT_EQ(Shown(2026, 3, 10)[4], kHole);  // exactly a hundred
+}
+
+/// The entries of a date by the standard library's calendar, for one entry of each code that
+/// begins on `start`.
+Numbers Expected(const Texts& codes, chr::year_month_day start, chr::year_month_day date) {
+  const std::string weekly = "W" + std::to_string(chr::weekday(date).c_encoding());
+  const std::string monthly = "M" + std::to_string(static_cast<unsigned>(date.day()));
+  Numbers numbers;
+  for (size_t i = 0; i < codes.size(); ++i) {
+    const bool recurs = codes[i] == "Day" || codes[i] == weekly || codes[i] == monthly;
+    if (date == start || (date > start && recurs)) numbers.push_back(static_cast<int>(i) + 1);
+  }
+  return numbers;
+}
+
+TEST_F(ScheduleTest, MonthTablesAndLoaderAgreeWithTheCalendar) {
+  Texts codes{"Null", "Day"};
+  for (int weekday = 0; weekday <= 6; ++weekday) codes.push_back("W" + std::to_string(weekday));
+  for (int day = 1; day <= 31; ++day) codes.push_back("M" + std::to_string(day));
+  for (const std::string& code : codes) Add("T", code, "2023/2/15");
+  const chr::year_month_day start = chr::year(2023) / 2 / 15, end = chr::year(2025) / 1 / 1;
+  MonthTable table;
+  for (chr::sys_days date = chr::year(2023) / 1 / 1; date < chr::sys_days(end);
+       date += chr::days(1)) {
+    const chr::year_month_day ymd(date);
+    const auto month = static_cast<int>(static_cast<unsigned>(ymd.month()));
+    const auto day = static_cast<unsigned>(ymd.day());
+    if (day == 1) LoadMonthTable(int{ymd.year()}, month, 100, table);
+    EXPECT_EQ(NumbersOf(table.days[day - 1]), Expected(codes, start, ymd)) << month << '/' << day;
+    EXPECT_EQ(Shown(int{ymd.year()}, month, static_cast<int>(day)), Expected(codes, start, ymd));
+  }
+}
+
+TEST_F(ScheduleTest, ARestartIsTakenWithinItsLimits) {
+  enum Taken { Never, EditedOnly, Always };
+  struct Case {
+    ScheduleForm form;
+    Taken taken;
+    const char* row;
+  };
+  for (const Case& c : {Case{{"23:00", 4, 0, 0, "01:00"}, Never, ""},
+                        {{"23:00", 4, 1, 1, "01:00"}, Always, " 23:00 R0119 Day 101:00"},
+                        {{"12:00", 6, 0, 0, "12:00"}, Never, ""},
+                        {{"12:00", 6, 0, 0, "12:01"}, EditedOnly, " 12:00 B0000 Null 012:01"},
+                        {{"12:00", 6, 2, 0, "12:02"}, Always, " 12:00 B0001 W2 012:02"},
+                        {{"00:00", 4, 3, 6, "22:40"}, Always, " 00:00 R9999 M31 622:40"},
+                        {{"00:00", 4, 0, 6, "22:41"}, Never, ""}}) {
+    test::InstallDatabases(Folder());
+    addschdeule("2026/3/1", "01:00", "R0001", "Day", "3note");
+    Texts table = Table();
+    EXPECT_EQ(SaveNewEntry(c.form, {2026, 3, 31}), c.taken == Always ? "" : LangText[263]);
+    if (c.taken == Always) table.push_back(std::string("2 2026-03-31") + c.row);
+    EXPECT_EQ(Table(), table);
+    EXPECT_EQ(SaveEditedEntry(1, c.form, {2026, 3, 31}), c.taken == Never ? "時間設定錯誤" : "");
+    if (c.taken != Never) table[0] = std::string("1 2026-03-31") + c.row;
+    EXPECT_EQ(Table(), table);
+  }
+  // Without a restart no limit holds; a new row has no note, an edited one keeps its own.
+  const ScheduleForm plain{"23:00", 5, 0, 0, "01:00"};
+  EXPECT_EQ(SaveNewEntry(plain, {2026, 3, 31}) + SaveEditedEntry(1, plain, {2026, 3, 31}), "");
+  EXPECT_EQ(Table(), (Texts{"1 2026-03-31 23:00 A Null 3note", "2 2026-03-31 23:00 A Null "}));
+}
+
+TEST_F(ScheduleTest, TheDialogIsFilledFromTheRow) {
+  struct Case {
+    const char* event;
+    const char* rept;
+    int action, recurrence, restartDays;
+  };
+  for (const Case& c :
+       {Case{"T", "Null", 0, 0, 5}, Case{"R1439", "Day", 4, 1, 1}, Case{"B1438", "W2", 6, 2, 0},
+        Case{"M", "M10", 7, 3, 5}, Case{"D1", "null", 3, 0, 5}, Case{"C", "", 2, 0, 5}}) {
+    test::InstallDatabases(Folder());
+    Add(c.event, c.rept, "2026/3/10", "08:00");
+    ScheduleForm form{"12:00", 3, 3, 5, "13:00"};
+    EXPECT_TRUE(OpenEntry(1, form) && !OpenEntry(2, form));
+    EXPECT_EQ(form.time + " " + form.restartTime, "08:00 13:00");
+    EXPECT_EQ((Numbers{form.action, form.recurrence, form.restartDays}),
+              (Numbers{c.action, c.recurrence, c.restartDays}));
+  }
+}
+
+TEST_F(ScheduleTest, DeletingAsksForWhatRepeatsAndTakesTheMarksWithIt) {
+  Add("T", "Day");
+  Add("T", "Null");
+  Add("D1", "W2");
+  Add("D1", "Null");
+  Add("L", "M10");
+  const Deletion results[] = {Deletion::Ask,     Deletion::Deleted, Deletion::Deleted,
+                              Deletion::Deleted, Deletion::Ask,     Deletion::None};
+  for (int number : {1, 2, 3, 4, 5, 6}) {
+    EXPECT_EQ(DeleteEntry(number), results[number - 1]) << number;
+  }
+  for (char choice : {'N', 'W', 'M'}) DeleteByChoice(choice, 1, {2026, 3, 12}, "09:00");
+  EXPECT_EQ(Table(), (Texts{"1 2026-03-10 12:00 T Day ", "5 2026-03-10 12:00 L M10 ",
+                            "6 2026-03-12 09:00 D1 Null ", "7 2026-03-12 09:00 D1 W4 ",
+                            "8 2026-03-12 09:00 D1 M12 "}));
+  DeleteByChoice('A', 1, {2026, 3, 12}, "09:00");
+  EXPECT_EQ(Table(), Texts{"5 2026-03-10 12:00 L M10 "});
+  EXPECT_EQ(NumbersOf(RunEntries.entries), Numbers{5});
+  delschdeule(5);
+  Add("S");  // the number is free again
+  EXPECT_EQ(Table(), Texts{"1 2026-03-10 12:00 S Day "});
+}
+
+TEST_F(ScheduleTest, ShortTexts) {
+  EXPECT_EQ(EventCodeText("R0030"), "Shut down UPS, restart");
+  EXPECT_EQ(EventCodeText("C"), "Cancel battery test");
+  EXPECT_EQ(EventCodeText("D12"), "12 cancelled on this date");
+  EXPECT_EQ(EventCodeText("") + EventCodeText("x") + NoteText("") + ReptText("") + ReptText("W9"),
+            "");
+  EXPECT_EQ(NoteText("207:00"), "07:00 2 days later");
+  EXPECT_EQ(ReptText("Null") + ReptText("Day") + ReptText("W6"), "OnceDailySaturday");
+  EXPECT_EQ(ReptText("M10"), "Monthly on day 10");
+}
+
+TEST_F(ScheduleTest, WhatCannotBeReadLeavesAnEmptyList) {
+  Add("T");
+  ReloadRunList();
+  EXPECT_EQ(RunEntries.count, 1);
+  ReNewRunTodayEvent(2026, 13, 1);
+  EXPECT_EQ(RunEntries.count, 0);
+  MonthTable table;
+  EXPECT_THROW(LoadMonthTable(2026, 0, 100, table), platform::RuntimeError);
+  EXPECT_THROW(RecurrenceCode('W', 2026, 13, 1), platform::RuntimeError);
+  test::InstallDatabases(Folder());
+  std::remove((Folder() + "/database/Event.mdb").c_str());
+  EXPECT_EQ(Tick({2026, 3, 10, 12, 0, 0}), "");
+}
+
+}  // namespace
+}  // namespace varek
