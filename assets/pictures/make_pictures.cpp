@@ -1,6 +1,6 @@
 // Draws all pictures and icons of the program at build time.
 //
-// Usage: make_pictures OUTPUT-FOLDER
+// Usage: make_pictures PICTURE-FOLDER WEB-PICTURE-FOLDER
 
 #include <QGuiApplication>
 #include <cstdio>
@@ -11,26 +11,30 @@
 
 namespace {
 
-void MakePictures(const std::filesystem::path& folder) {
-  std::filesystem::create_directories(folder);
+namespace fs = std::filesystem;
+
+void MakePictures(const fs::path& folder, const fs::path& webFolder) {
+  fs::create_directories(folder);
+  fs::create_directories(webFolder);
   varek::pictures::MakeDialPanels(folder);
   varek::pictures::MakeLevelBars(folder);
   varek::pictures::MakeStatePictures(folder);
   varek::pictures::MakeIcons(folder);
   varek::pictures::MakeWindowParts(folder);
+  varek::pictures::MakeWebPictures(webFolder);
 }
 
 }  // namespace
 
 int main(int argc, char** argv) {
-  if (argc != 2) {
-    std::fprintf(stderr, "usage: make_pictures OUTPUT-FOLDER\n");
+  if (argc != 3) {
+    std::fprintf(stderr, "usage: make_pictures PICTURE-FOLDER WEB-PICTURE-FOLDER\n");
     return 2;
   }
   qputenv("QT_QPA_PLATFORM", "offscreen");  // A build machine has no display.
   const QGuiApplication application(argc, argv);
   try {
-    MakePictures(argv[1]);
+    MakePictures(argv[1], argv[2]);
   } catch (const std::exception& error) {
     std::fprintf(stderr, "make_pictures: %s\n", error.what());
     return 1;

@@ -241,6 +241,8 @@ void ProgramEnd(Sketch s) {
   s.Box({0.33, 0.33, 0.34, 0.34}, s.Colors().mark, 0.02);
 }
 
+void ComputerOn(Sketch s) { Computer(AllMarked(s)); }
+
 void ComputerOff(Sketch s) { WithBadge(s, Computer, PowerSign); }
 void UpsOff(Sketch s) { WithBadge(s, Tower, PowerSign); }
 void UpsRestart(Sketch s) { WithBadge(s, Tower, RestartSign); }

@@ -41,6 +41,7 @@ void DoubleConversion(Sketch s);
 // Start and end.
 void ProgramStart(Sketch s);
 void ProgramEnd(Sketch s);
+void ComputerOn(Sketch s);
 void ComputerOff(Sketch s);
 void UpsOff(Sketch s);
 void UpsRestart(Sketch s);

@@ -21,4 +21,7 @@ void MakeIcons(const std::filesystem::path& folder);
 /// What every window is made of: background, frame, buttons and progress bar.
 void MakeWindowParts(const std::filesystem::path& folder);
 
+/// What the web pages show, of the same set in every language, and empty charts for a start.
+void MakeWebPictures(const std::filesystem::path& folder);
+
 }  // namespace varek::pictures

@@ -3,10 +3,12 @@
 #include <algorithm>
 #include <span>
 #include <string>
+#include <vector>
 
 #include "pictures/canvas.h"
 #include "pictures/pictograms.h"
 #include "pictures/pictures.h"
+#include "pictures/signs.h"
 
 namespace varek::pictures {
 
@@ -113,24 +115,29 @@ constexpr Item kMenu[] = {
 };
 
 constexpr Set kEventSet{"EventPic", 16, 16, 0.5, kWhite, kInk};
-constexpr Item kEvents[] = {
-    {ProgramStart, kGoodInk},  {ProgramEnd, kInk},       {Linked, kGoodInk},
-    {Unlinked, kAlarmInk},     {ComputerOff, kAlarmInk}, {MainsFailed, kAlarmInk},
-    {BatteryLow, kAlarmInk},   {MainsPresent, kGoodInk}, {UpsOff, kAlarmInk},
-    {Overloaded, kWarningInk}, {Fault, kAlarmInk},       {BatteryTest, kActiveInk},
-};
-
 constexpr Set kScheduleSet{"SchedulePic", 24, 24, 1, kWhite, kInk};
-constexpr Item kSchedule[] = {
-    {BatteryTest, kActiveInk},
-    {BatteryTestUntilLow, kWarningInk},
-    {BatteryTestCancelled, kAlarmInk},
-    {UpsOff, kAlarmInk},
-    {UpsRestart, kGoodInk},
-    {BothOff, kAlarmInk},
-    {BothRestart, kGoodInk},
-    {ComputerOff, kAlarmInk},
-};
+
+platform::Color InkOnWhite(Tone tone) {
+  switch (tone) {
+    case Tone::Plain:
+      return kInk;
+    case Tone::Good:
+      return kGoodInk;
+    case Tone::Active:
+      return kActiveInk;
+    case Tone::Warning:
+      return kWarningInk;
+    case Tone::Alarm:
+      return kAlarmInk;
+  }
+  return kInk;
+}
+
+std::vector<Item> OnWhite(std::span<const Sign> signs) {
+  std::vector<Item> items;
+  for (const Sign& sign : signs) items.push_back({sign.pictogram, InkOnWhite(sign.tone)});
+  return items;
+}
 
 void MakeItem(const fs::path& path, const Set& set, const Item& item) {
   Canvas canvas(set.width, set.height, Ink(set.ground));
@@ -151,8 +158,8 @@ void MakeSet(const fs::path& folder, const Set& set, std::span<const Item> items
 void MakeStatePictures(const fs::path& folder) {
   for (const Lamp& lamp : kLamps) MakeLamp(folder, lamp);
   MakeSet(folder, kMenuSet, kMenu);
-  MakeSet(folder, kEventSet, kEvents);
-  MakeSet(folder, kScheduleSet, kSchedule);
+  MakeSet(folder, kEventSet, OnWhite(kEventSigns));
+  MakeSet(folder, kScheduleSet, OnWhite(kActionSigns));
 }
 
 }  // namespace varek::pictures

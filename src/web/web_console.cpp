@@ -1,13 +1,61 @@
 #include "web/web_console.h"
 
+#include <memory>
+#include <string>
+
+#include "core/data_center.h"
+#include "core/forms.h"
+#include "platform/guard.h"
+#include "records/events.h"
+#include "web/http_server.h"
+
 namespace varek {
 
-// Empty entries: the console is still to be built.
+namespace {
 
-void StartWebConsole() {}
+/// The form outlives every attempt to close it but that of the program's end.
+class ConsoleEntry final : public FormEntry {
+ public:
+  ConsoleEntry() : FormEntry(Form8::kNumber) {}
 
-void StopWebConsole() {}
+  bool IsLoaded() const override { return form_ != nullptr; }
+  Form8* Loaded() const { return form_.get(); }
+  Form8& Get() {
+    if (!form_) form_ = std::make_unique<Form8>();
+    return *form_;
+  }
+  void Unload() override {
+    if (DataCenter.ExitInProgress) form_.reset();
+  }
+  void ApplyLanguage() override {
+    if (form_) form_->ApplyLanguage();
+  }
 
-std::string NewKey() { return {}; }
+ private:
+  std::unique_ptr<Form8> form_;
+};
+
+ConsoleEntry& Console() {
+  static ConsoleEntry entry;
+  return entry;
+}
+
+}  // namespace
+
+Form8* LoadedConsole() { return Console().Loaded(); }
+
+void StartWebConsole() {
+  SessionKey = NewKey();
+  LoginKey = NewKey();
+  const std::string port = std::to_string(DataCenter.WebPort);
+  const bool listens = platform::Guarded("form8 start", [] { Console().Get().Listen(); });
+  if (!listens) return AddEventLine("HTTP Fail ,  Port" + port + "Error");
+  AddEventLine("HTTP URL :  http://" + Console().Get().Winsock1(0).LocalIP() + ":" + port +
+               "/index.htm");
+}
+
+void StopWebConsole() {
+  if (Form8* form = LoadedConsole()) form->CloseAll();
+}
 
 }  // namespace varek

@@ -1,7 +1,7 @@
-// The web console: its start, its stop and the keys of its sessions.
+// The web console: its start and its stop. Whoever starts it also draws its keys.
 #pragma once
 
-#include <string>
+#include "web/session.h"
 
 namespace varek {
 
@@ -9,9 +9,7 @@ namespace varek {
 /// list and no console.
 void StartWebConsole();
 
+/// Closes every connection; without a console nothing.
 void StopWebConsole();
-
-/// A fresh random key for a login or a control page.
-std::string NewKey();
 
 }  // namespace varek

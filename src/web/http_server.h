@@ -1,0 +1,85 @@
+// The web console's server: one listening socket and the connections that it has accepted. A
+// request is matched by searching its raw text, its handler runs, a file of the language folder
+// goes out, and the connection is closed.
+//
+// A request is not atomic: other handlers run in the middle of it, another request among them. Its
+// connection may then be gone, given to another browser, or the console may have been stopped; so
+// every step that follows asks first.
+#pragma once
+
+#include <array>
+#include <cstdint>
+#include <memory>
+#include <string>
+#include <vector>
+
+#include "platform/socket.h"
+#include "platform/timers.h"
+
+namespace varek {
+
+/// Never shown.
+class Form8 final {
+ public:
+  static constexpr int kNumber = 8;
+
+  Form8();
+  ~Form8();
+
+  /// Listens on WebPort. Throws RuntimeError when the port can't be had.
+  void Listen();
+  /// Closes the listener and every connection.
+  void CloseAll();
+
+  /// The highest index of a connection so far.
+  int SocketCount() const { return static_cast<int>(sockets_.size()) - 1; }
+  /// The listener is 0, connections follow. Throws RuntimeError 9 for an index that is not loaded.
+  platform::Socket& Winsock1(int index) const;
+
+  void ApplyLanguage();
+  /// Of the window that nobody sees.
+  const std::string& Caption() const { return caption_; }
+
+ private:
+  /// One request on its way. `connection` tells its own connection from a later one on `index`.
+  struct Request {
+    int index;
+    int64_t connection;
+    std::string text;
+  };
+
+  static bool IsStillThere(const Request& request);
+  static bool LetOthersRun(const Request& request);
+
+  void LoadSocket(int index);
+  int FreeSocket();
+  /// RequestPath of a connection; throws RuntimeError 9 beyond the array.
+  std::string& PathAt(int index);
+
+  void Winsock1_ConnectionRequest(int index, int64_t requestId);
+  void Winsock1_DataArrival(int index);
+  void Winsock1_SendComplete(int index);
+  void Winsock1_Error(int index, int number);
+  void Timer1_Timer();
+
+  void DetectLogin(const Request& request);
+  void LogIn(const std::string& address);
+  bool IsInSession(const Request& request) const;
+  bool RunHandler(const Request& request);
+  void Serve(const Request& request);
+  void SendFile(const Request& request, const std::string& name);
+
+  /// Index = number of the connection. What comes beyond gets no answer.
+  std::array<std::string, 101> RequestPath;
+  /// The last segment of a POST that had no fields yet.
+  std::string PendingPost;
+  std::string caption_;
+  std::string loginText_;
+  std::vector<std::unique_ptr<platform::Socket>> sockets_;
+  platform::Timer Timer1;
+};
+
+/// The one instance while it is loaded, else nullptr.
+Form8* LoadedConsole();
+
+}  // namespace varek

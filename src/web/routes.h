@@ -1,0 +1,15 @@
+// The two route tables of the web console: which handler a path runs before its file goes out.
+#pragma once
+
+#include <string>
+
+namespace varek {
+
+/// Runs the handler of a GET path, if it has one. Its errors pass up and end the request.
+void RunGetRoute(const std::string& path);
+
+/// Runs the handler of a POST path. False when the path wants a field that `request` lacks: such a
+/// request gets no answer. Errors pass up.
+bool RunPostRoute(const std::string& path, const std::string& request);
+
+}  // namespace varek

@@ -1,0 +1,215 @@
+// The web console in a real browser, on the program as built and the simulated UPS.
+//
+// node browser_test.mjs PROGRAM-FOLDER UPSSIM HASH_LINES CHROMIUM
+import assert from 'node:assert/strict';
+import {execFileSync} from 'node:child_process';
+import {after, before, describe, test} from 'node:test';
+import {chromium} from 'playwright-core';
+import {Monitor, sight} from './monitor.mjs';
+
+const [programFolder, simulator, hashLines, browserPath] = process.argv.slice(2);
+const shown = {state: 'visible'};
+
+// Each way of writing a password meets one of the languages.
+const runs = [
+  {language: 0, lang: 'en', login: 'abc', control: 'control', more: testBehaviour},
+  {language: 1, lang: 'zh-Hant', login: 'eight888', control: '控制密碼', more: testControl},
+  {language: 2, lang: 'zh-Hans', login: 'twenty-characters-20', control: ''},
+  {language: 1, lang: 'zh-Hant', login: '電池密碼abc', control: 'x'},
+];
+
+// How each page is reached, and a sign that it is the one.
+const pages = [
+  ['the status page', '/index.htm', '#input'],
+  ['the control page', '/controlmain.htm', '[data-power=S]'],
+  ['the form for data', '/data.htm', '#query'],
+  ['the data of an hour', '/data.htm', 'td', '#query .main'],
+  ['the form for a chart', '/chart.htm', '#measures'],
+  ['the chart of an hour', '/chart.htm', '#asked', '#query .main'],
+  ['the large chart', '/chart.htm', '[href="/chart.htm"].button', '#large'],
+  ['the month of the schedule', '/schedule.htm', 'td.today'],
+  ['the day of the schedule', '/schedule.htm', '#entry', 'td.today'],
+  ['the month of the events', '/eventselect.htm', 'td.today img'],
+  ['the day of the events', '/eventselect.htm', 'td:has-text(":")', 'td.today'],
+  ['the page about it', '/about.htm', 'dl'],
+];
+
+let browser;
+before(async () => {
+  browser = await chromium.launch({executablePath: browserPath, args: ['--no-sandbox']});
+});
+after(() => browser.close());
+
+async function openPage(monitor, faults) {
+  const context = await browser.newContext({baseURL: monitor.address});
+  const page = await context.newPage();
+  page.setDefaultTimeout(30_000);
+  page.on('pageerror', error => faults.push(`${page.url()}: ${error.message}`));
+  page.on('console', line => {
+    if (line.type() !== 'error') return;
+    faults.push(`${page.url()}: ${line.text()} ${line.location().url}`);
+  });
+  return page;
+}
+
+async function logIn(page, password, sign) {
+  await page.fill('#password', password);
+  await page.press('#password', 'Enter');
+  await page.waitForSelector(sign, shown);
+}
+
+const missingPictures = page => page.evaluate(() => Promise.all([...document.images].map(
+  picture => picture.decode().then(() => '', () => picture.outerHTML))));
+
+const lamp = (page, text, key, value) =>
+  page.waitForSelector(`.lamp[data-${key}="${value}"]:has-text("${text}")`, shown);
+
+describe('the web console', {concurrency: true}, () => {
+  for (const run of runs) {
+    describe(`${run.lang}, password ${run.login}`, {concurrency: 1}, () => {
+      const faults = [];
+      let monitor;
+      let page;
+      before(async () => {
+        monitor = await Monitor.start(programFolder, simulator, run);
+        page = await openPage(monitor, faults);
+      });
+      after(() => monitor.stop());
+
+      test('a wrong password comes back to the login page', async () => {
+        await page.goto('/controlmain.htm');
+        await logIn(page, run.login + '.', '#hint');
+        assert.equal(await page.getAttribute('html', 'lang'), run.lang);
+        await logIn(page, run.login, '#input');
+      });
+
+      test('each page opens with all its pictures', async () => {
+        await page.waitForSelector('#input:has-text("220.5")');
+        for (const [name, path, sign, way] of pages) {
+          await page.goto(path);
+          if (way) await page.click(way);
+          await page.waitForSelector(sign);
+          assert.deepEqual((await missingPictures(page)).filter(Boolean), [], name);
+          assert.equal(await page.getAttribute('html', 'lang'), run.lang, name);
+        }
+      });
+
+      run.more?.(run, () => [monitor, page]);
+      test('there was no error', () => assert.deepEqual(faults, []));
+    });
+  }
+});
+
+function testBehaviour(run, started) {
+  test('the hash is the server\'s', async () => {
+    const [, page] = started();
+    const letters = [...'aZ09 ~äßΩ電池密碼😀'];
+    const random = limit => Math.floor(Math.random() * limit);
+    const letter = () => letters[random(letters.length)];
+    const password = () => Array.from({length: random(32)}, letter).join('');
+    const passwords = Array.from({length: 200}, password);
+    await page.goto('/controlmain.htm');
+    const hashes = await page.evaluate(texts => texts.map(text => hash(text)), passwords);
+    const lines = execFileSync(hashLines, {input: passwords.join('\n') + '\n', encoding: 'utf8'});
+    assert.deepEqual(hashes, lines.trim().split('\n'));
+  });
+
+  test('values follow the UPS on the page as it stands', async () => {
+    const [monitor, page] = started();
+    await page.goto('/index.htm');
+    await page.waitForSelector('#load');  // a sensor found late changes the page's form
+    await page.evaluate(() => { window.stays = true; });
+    await monitor.order('load 61');
+    await monitor.order('mains off');
+    await page.waitForSelector('#load:has-text("61 %")');
+    await lamp(page, 'Mains power failed', 'bad', 1);
+    await page.waitForSelector('td:has-text("Mains power failed")');
+    assert.equal(await page.textContent('#input'), '0 V');
+    await monitor.order('mains on');
+    await lamp(page, 'Mains power present', 'bad', 0);
+    assert.ok(await page.evaluate(() => window.stays));
+  });
+
+  test('schedule entries come and go', async () => {
+    const [, page] = started();
+    page.on('dialog', dialog => dialog.accept());
+    await page.goto('/schedule.htm');
+    await page.click('[data-turn="12"]');
+    await page.click('td[onclick]:has-text("15")');
+    const repeats = {D: 'Daily', W: /^[A-Z].*day$/, M: 'Monthly on day 15', N: 'Once'};
+    const actions = [...'TLCSRABM'];
+    for (const [index, action] of actions.entries()) {
+      const repeat = 'DWMN'[index % 4];
+      await page.selectOption('#action', action);
+      await page.selectOption('#repeat', repeat);
+      await page.click('#entry button');
+      const cell = column =>
+        page.locator('#entries tbody tr').nth(index).locator('td').nth(column).textContent();
+      assert.equal(await cell(2), await page.textContent(`#action option[value=${action}]`));
+      assert.equal(await cell(3), 'RB'.includes(action) ? '07:00 next day' : '');
+      assert.match(await cell(4), new RegExp(repeats[repeat]));
+    }
+    await page.click('#to_month');
+    assert.equal(await page.locator('td[onclick]:has-text("15") img').count(), actions.length);
+    assert.deepEqual((await missingPictures(page)).filter(Boolean), []);
+    await page.click('td[onclick]:has-text("15")');
+    await deleteEntries(page);
+  });
+
+  test('another login ends the session', async () => {
+    const [monitor, page] = started();
+    const other = await openPage(monitor, []);
+    await other.goto('/');
+    await logIn(other, run.login, '#input');
+    await page.goto('/schedule.htm');
+    await page.waitForSelector('#login');
+  });
+}
+
+function testControl(run, started) {
+  test('commands reach the UPS, and what cuts power only with the password', async () => {
+    const [monitor, page] = started();
+    page.on('dialog', dialog => dialog.accept());
+    await page.goto('/controlmain.htm');
+    const sent = pattern =>
+      sight(pattern, () => monitor.commands().find(line => pattern.test(line)));
+    for (const [letter, line] of [['T', /^T$/], ['P', /^CT$/]]) {
+      await page.click(`[data-command=${letter}]`);
+      await sent(line);
+    }
+    await page.click('#timed button');
+    await sent(/^T10$/);
+    for (const password of ['', run.control + '.']) {
+      await page.fill('#password', password);
+      for (const letter of 'SMARB') await page.click(`[data-power=${letter}]`);
+    }
+    await page.click('[data-command=Q]');
+    await sent(/^Q$/);
+    assert.ok(!monitor.commands().some(line => line.startsWith('S')));
+    await page.fill('#password', run.control);
+    await page.click('[data-power=S]');
+    await sent(/^S01(R9999)?$/);
+    await page.waitForSelector('.lamp[data-bad="1"]');
+    await page.click('[data-command=C]');
+    await page.waitForSelector('.lamp[data-bad="0"]');
+    await page.click('[data-power=R]');
+    await sent(/^S01R(?!9999)\d{4}$/);
+  });
+}
+
+// The four ways to take out an entry that repeats; a mark deleted brings it back.
+async function deleteEntries(page) {
+  const numbers = await page.locator('#entries tbody tr td:first-child').allTextContents();
+  const rows = count => page.waitForFunction(
+    wanted => byId('entries').tBodies[0].rows.length === wanted, count);
+  for (const way of ['DN', 'DW', 'DM']) {
+    await page.click(`[onclick*='"${way}${numbers[0]}"']`);
+    await page.waitForSelector(`td:has-text("${numbers[0]} cancelled on this date")`);
+    await page.click('tr:has-text("cancelled on this date") [onclick*=DA]');
+    await rows(numbers.length);
+  }
+  for (const [index, number] of numbers.entries()) {
+    await page.click(`[onclick*='"DA${number}"']`);
+    await rows(numbers.length - index - 1);
+  }
+}

@@ -1,0 +1,441 @@
+// The console's server over real connections: the bytes of every answer, the session rules, the
+// routes, the ways out of the folder, and clients of every bad habit.
+
+#include "web/http_server.h"
+
+#include <arpa/inet.h>
+#include <fcntl.h>
+#include <gtest/gtest.h>
+#include <poll.h>
+#include <sys/socket.h>
+#include <unistd.h>
+
+#include <cerrno>
+#include <filesystem>
+#include <fstream>
+#include <random>
+#include <sstream>
+
+#include "core/data_center.h"
+#include "core/error_list.h"
+#include "core/forms.h"
+#include "core/link_record.h"
+#include "platform/events.h"
+#include "records/databases.h"
+#include "records/events.h"
+#include "settings/language.h"
+#include "support/monitor_fixture.h"
+#include "support/serial_line.h"
+#include "web/page_files.h"
+#include "web/web_console.h"
+
+namespace varek {
+namespace {
+
+using test::PumpUntil;
+
+const std::string kHtml =
+    "HTTP/1.1 200 OK\r\nCache-Control: private\r\nContent-Type: text/html;\r\n"
+    "Pragma: no -cache\r\n\r\n";
+const std::string kGif =
+    "HTTP/1.0 200 OK\r\nServer: Web Server 1.0\r\nDate: Thu, 10 May 2001\r\n"
+    "23:28:00 +0800 (CST)\r\nmedia-type: image/gif\r\nMIME-Version: 1.0\r\n\r\n";
+const std::string kBmp =
+    "HTTP/1.1 200 OK\r\nDate: Sat, 10 Jun 2006\r\n11:01:58 GMT\r\nServer:\r\n"
+    "SovranoWebServer/1.1.5\r\nExpires: Sat, 10 Jun 2006\r\n11:01:58 GMT\r\n"
+    "Pragma: no -cache\r\nmedia-type: image/x-MS-bmp\r\nPragma: no -cache\r\n"
+    "MIME-Version: 1.0\r\n\r\n";
+const std::string kBad =
+    "HTTP/1.1 400 Bad Request\r\nDate: Wed, 14 Jun 2006 09:45:28 GMT\r\n"
+    "Connection:Close\r\nContent-Type: text/html\r\n\r\n";
+const std::string kLoginPage = kHtml + "login\r\n";
+
+/// A browser of the plainest kind: raw bytes over one connection to 127.0.0.1.
+class WebClient final {
+ public:
+  explicit WebClient(int port, const std::string& from = "127.0.0.1")
+      : fd_(socket(AF_INET, SOCK_STREAM | SOCK_CLOEXEC, 0)) {
+    const sockaddr_in own = Address(from, 0);
+    const sockaddr_in server = Address("127.0.0.1", port);
+    bind(fd_, reinterpret_cast<const sockaddr*>(&own), sizeof own);
+    connect(fd_, reinterpret_cast<const sockaddr*>(&server), sizeof server);
+    fcntl(fd_, F_SETFL, O_NONBLOCK);
+  }
+  ~WebClient() { close(fd_); }
+  WebClient(const WebClient&) = delete;
+  WebClient& operator=(const WebClient&) = delete;
+
+  /// Pumps until all has left; false when the other end took no more.
+  bool Send(const std::string& bytes) const {
+    size_t sent = 0;
+    bool refused = false;
+    PumpUntil([&] {
+      const ssize_t count = send(fd_, bytes.data() + sent, bytes.size() - sent, MSG_NOSIGNAL);
+      if (count > 0) sent += static_cast<size_t>(count);
+      refused = count < 0 && errno != EAGAIN;
+      return refused || sent == bytes.size();
+    });
+    return !refused;
+  }
+  /// Pumps until the other end closes; what it sent.
+  std::string ReadAll() const {
+    std::string all;
+    PumpUntil([&] {
+      char bytes[65536];
+      ssize_t count = 0;
+      while ((count = recv(fd_, bytes, sizeof bytes, 0)) > 0)
+        all.append(bytes, static_cast<size_t>(count));
+      return count == 0 || errno != EAGAIN;
+    });
+    return all;
+  }
+  std::string Ask(const std::string& request) const {
+    return Send(request) ? ReadAll() : "refused";
+  }
+  /// True when neither a byte nor the end has come.
+  bool IsSilent() const {
+    pollfd ready{fd_, POLLIN, 0};
+    return ::poll(&ready, 1, 0) == 0;
+  }
+  void EndSending() const { shutdown(fd_, SHUT_WR); }
+  /// Goes without a word, with a reset.
+  void Vanish() {
+    const linger abort{1, 0};
+    setsockopt(fd_, SOL_SOCKET, SO_LINGER, &abort, sizeof abort);
+    close(std::exchange(fd_, -1));
+  }
+
+ private:
+  static sockaddr_in Address(const std::string& host, int port) {
+    sockaddr_in address{};
+    address.sin_family = AF_INET;
+    address.sin_port = htons(static_cast<uint16_t>(port));
+    inet_pton(AF_INET, host.c_str(), &address.sin_addr);
+    return address;
+  }
+
+  int fd_;
+};
+
+class ServerTest : public test::MonitorTest {
+ protected:
+  ServerTest() {
+    OpenDatabases();
+    Loadlanguage(0);
+    SetLanguageIndex(0);
+    std::filesystem::create_directory(Folder() + "/httpEnglish");
+    Write("login.htm", "login");
+    Write("index.htm", "<%GETUPSModel%>!");
+    DataCenter.UPSModel = "Model";
+    DataCenter.WebLoginPassword = "secret";
+    DataCenter.WebPort = 0;
+    LoggedInIP.clear();
+    StartWebConsole();
+  }
+  ~ServerTest() override {
+    OnDebugLinesChanged(nullptr);
+    End();
+  }
+
+  static void End() {
+    DataCenter.ExitInProgress = kSet;
+    UnloadForm(Form8::kNumber);
+  }
+  void Write(const std::string& name, const std::string& bytes) const {
+    std::ofstream(Folder() + "/httpEnglish/" + name, std::ios::binary) << bytes;
+  }
+  std::string Written(const std::string& name) const {
+    std::ostringstream bytes;
+    bytes << std::ifstream(Folder() + "/httpEnglish/" + name, std::ios::binary).rdbuf();
+    return bytes.str();
+  }
+
+  static int Port() { return LoadedConsole()->Winsock1(0).LocalPort(); }
+  static std::string Ask(const std::string& request, const std::string& from = "127.0.0.1") {
+    return WebClient(Port(), from).Ask(request);
+  }
+  /// A GET that carries the present session.
+  static std::string Get(const std::string& path) {
+    return Ask("GET " + path + " HTTP/1.1\r\nCookie: " + SessionToken() + "\r\n\r\n");
+  }
+  static std::string Post(const std::string& path, const std::string& body) {
+    return "POST " + path + " HTTP/1.1\r\nCookie: " + SessionToken() + "\r\n\r\n" + body;
+  }
+  static void LogIn(const std::string& from = "127.0.0.1") {
+    Ask("GET /x.gif " + LoginToken(), from);
+  }
+  static void ExpectAlive() { EXPECT_EQ(Get("/index.htm"), kHtml + "Model!\r\n"); }
+};
+
+TEST_F(ServerTest, EveryKindOfFileHasItsBytes) {
+  const std::string raw("\0<%GETUPSModel%>\r\n\xFF", 19);
+  for (const char* name : {"a.gif", "a.jpg", "a.jpeg", "a.bmp", "A.BMP", "a.js", "A.HTM", "a.html"})
+    Write(name, raw);
+  std::filesystem::create_directory(Folder() + "/httpEnglish/sub");
+  Write("sub/b.gif", "");
+  LogIn();
+  const std::pair<const char*, std::string> cases[] = {
+      {"/a.gif", kGif + raw},
+      {"/a.jpg", raw},
+      {"/a.jpeg", raw},
+      {"/a.bmp", kBmp + raw},
+      {"/A.BMP", raw},
+      {"/a.js", raw},
+      {"/A.HTM", raw},
+      {"/a.html", kHtml + std::string("\0Model\r\n\xFF\r\n", 11)},
+      {"/index.htm", kHtml + "Model!\r\n"},
+      {"/", kLoginPage},
+      {"/sub/b.gif", kGif},
+      {"/sub/", kBad},
+      {"/missing.gif", kBad},
+      {"/index.htm?x", kBad},
+  };
+  for (const auto& [path, answer] : cases) EXPECT_EQ(Get(path), answer) << path;
+}
+
+TEST_F(ServerTest, OneSessionThatTheLastLoginHas) {
+  Write("a.gif", "");
+  const std::string key = LoginKey;
+  EXPECT_EQ(Ask("GET / HTTP/1.1"), kLoginPage);
+  EXPECT_EQ(Get("/index.htm"), kLoginPage) << "no login yet";
+  EXPECT_EQ(Ask("GET /a.gif HTTP/1.1"), kGif) << "open to all";
+  EXPECT_EQ(Ask(Post("/a.gif", "T1=")), kLoginPage) << "a POST is always guarded";
+  EXPECT_EQ(Ask("GET /index.htm x" + LoginToken()), kHtml + "Model!\r\n");
+  EXPECT_EQ(SessionKey, key);
+  EXPECT_NE(LoginKey, key);
+  EXPECT_EQ(DataCenter.DebugLines[0], "2026/03/10 12:00:00  127.0.0.1" + LangText[217]);
+  ExpectAlive();
+  EXPECT_EQ(Ask("GET /index.htm HTTP/1.1"), kLoginPage) << "the token is missing";
+  const std::string before = "GET /index.htm " + SessionToken();
+  EXPECT_EQ(Ask(before, "127.0.0.2"), kLoginPage) << "a stranger with the token";
+  LogIn("127.0.0.2");
+  EXPECT_EQ(Ask("GET /index.htm " + SessionToken(), "127.0.0.2"), kHtml + "Model!\r\n");
+  EXPECT_EQ(Ask(before), kLoginPage) << "the session has moved";
+  platform::Database database(Folder() + "/database/Event.mdb");
+  const auto rows = database.OpenRecordset("HTTPLOG");
+  ASSERT_EQ(rows->RecordCount(), 2);
+  rows->MoveLast();
+  EXPECT_EQ(platform::ValueText(rows->Get("Time")), "2026-03-10 12:00:00");
+  EXPECT_EQ(platform::ValueText(rows->Get("loginIP")), "127.0.0.2");
+}
+
+TEST_F(ServerTest, NothingOutsideTheLanguageFolderIsServed) {
+  std::ofstream(Folder() + "/config.qmz") << "passwords";
+  Write("secret.htm", "inside");
+  Write("a.gif", "picture");
+  std::filesystem::create_symlink("../config.qmz", Folder() + "/httpEnglish/link.gif");
+  std::filesystem::create_symlink("..", Folder() + "/httpEnglish/up");
+  LogIn();
+  EXPECT_EQ(Get("/../secret.htm"), kHtml + "inside\r\n");
+  EXPECT_EQ(Get("/..x..y/a.gif"), kGif + "picture") << "the character behind the dots falls too";
+  for (const char* path : {"/..\\..\\config.qmz", "\\..\\config.qmz", "/.\\../..config.qmz",
+                           "/....//config.qmz", "/.../...\\config.qmz", "//config.qmz", "/link.gif",
+                           "/up/config.qmz", "/up\\config.qmz", "/%2e%2e/config.qmz"})
+    EXPECT_EQ(Get(path), kBad) << path;
+  EXPECT_EQ(Get(std::string("/secret.htm\0.gif", 16)), kBad);
+  EXPECT_EQ(Get("/" + std::string(50000, 'x')), kBad);
+  std::string deep;
+  for (int i = 0; i < 25000; ++i) deep += "/a";
+  EXPECT_EQ(Get(deep), kBad);
+  DataCenter.WebLanguageFolder.clear();
+  EXPECT_EQ(Get("/config.qmz"), kBad);
+  EXPECT_THROW(WritePage("page.htm", "text"), std::exception);
+}
+
+TEST_F(ServerTest, PathsRunTheirHandlers) {
+  LogIn();
+  Write("schedule.htm", "file");
+  Write("controlmain.htm", "control");
+  const std::string year = "<%GETEventYear%>.<%GETEventMonth%>";
+  Write("srcscheduleshow.htm", year + "<%ScheduleTable%>");
+  Write("srcscheduleevent.htm", year + ".<%GETEventDay%><%GETscheduleevent%>");
+  Write("srceventdata.htm", year + ".<%GETEventDay%>");
+  Write("srceventselect.htm", year + "<%EventTable%>");
+  Write("srcMundata.htm", "rows<%GETMUNDATA%>");
+  for (const char* name : {"showpic.htm", "showpic1.htm"}) Write(name, "chart");
+  const struct {
+    std::string request;
+    const char* file;  ///< that the handler writes
+    const char* begin;
+  } cases[] = {
+      {"GET /schedule.htm ", "scheduleshow.htm", "2026.3"},
+      {"GET /scheduleevent.htm ", "scheduleevent.htm", "2026.3.10"},
+      {"GET /eventselect.htm ", "eventselect.htm", "2026.3"},
+      {"POST /scheduleshow.htm T1=2025%2F2", "scheduleshow.htm", "2025.2"},
+      {"POST /scheduleevent.htm T1=2025%2F2%2F7", "scheduleevent.htm", "2025.2.7"},
+      {"POST /eventselect.htm T1=2025%2F2", "eventselect.htm", "2025.2"},
+      {"POST /Mundata.htm T1=2026%2F3%2F10+11", "Mundata.htm", "rows"},
+      {"POST /showpic.htm T1=2026%2F3%2F9+11+63", "chart.bmp", "BM"},
+      {"POST /showpic1.htm T1=2026%2F3%2F9+11+63", "chart.bmp", "BM"},
+  };
+  for (const auto& one : cases) {
+    std::filesystem::remove(Folder() + "/httpEnglish/" + one.file);
+    EXPECT_TRUE(Ask(SessionToken().insert(0, one.request + " ")).starts_with(kHtml)) << one.request;
+    EXPECT_TRUE(Written(one.file).starts_with(one.begin)) << one.request << Written(one.file);
+  }
+  EXPECT_EQ(Ask(Post("/controlmain.htm", "T1=P")), kHtml + "control\r\n");
+  EXPECT_EQ(Link.PendingCommand, "CT");
+  EXPECT_EQ(Ask(Post("/schedule.htm", "T1=")), kHtml + "file\r\n");
+  EXPECT_TRUE(Ask(Post("/scheduleevent.htm", "T1")).starts_with(kHtml + "2025.2.7")) << "a file";
+  for (const char* path : {"/Mundata.htm", "/showpic.htm", "/showpic1.htm", "/scheduleshow.htm",
+                           "/eventdata.htm", "/controlmain.htm", "/eventselect.htm"}) {
+    const WebClient client(Port());
+    client.Send(Post(path, "T1"));
+    ExpectAlive();
+    EXPECT_TRUE(client.IsSilent()) << path;
+  }
+}
+
+TEST_F(ServerTest, APostInTwoSegmentsIsJoined) {
+  LogIn();
+  Write("controlmain.htm", "control");
+  const WebClient client(Port());
+  client.Send(Post("/controlmain.htm", ""));
+  ExpectAlive();
+  EXPECT_TRUE(client.IsSilent());
+  EXPECT_EQ(client.Ask("T1=L"), kHtml + "control\r\n");
+  EXPECT_EQ(Link.PendingCommand, "TL");
+}
+
+TEST_F(ServerTest, BadClientsDoNoHarm) {
+  LogIn();
+  std::mt19937 random(5);
+  for (int i = 0; i < 50; ++i) {
+    std::string bytes(1 + random() % 3000, '\0');
+    for (char& c : bytes) c = static_cast<char>(random());
+    WebClient client(Port());
+    client.Send(i % 3 ? bytes : "GET " + bytes);
+    if (i % 2) client.Vanish();
+  }
+  ExpectAlive();
+  const WebClient flood(Port());
+  flood.Send(Post("/controlmain.htm", std::string(10'000'000, 'x')));
+  ExpectAlive();
+  WebClient leaver(Port());
+  leaver.Send("GET /index.htm " + SessionToken());
+  leaver.Vanish();
+  ExpectAlive();
+  const WebClient half(Port());
+  half.Send("GET / ");
+  half.EndSending();
+  EXPECT_EQ(half.ReadAll(), kLoginPage) << "it still wants its answer";
+  EXPECT_EQ(Ask(std::string("GET /\0 ", 7)), kBad);
+  DataCenter.WebLoginPassword = std::string(64, 'x');
+  const WebClient unlucky(Port());
+  unlucky.Send("GET / ");
+  EXPECT_TRUE(PumpUntil([] { return Form13::List1().back().ends_with("9錯誤"); }));
+  EXPECT_TRUE(unlucky.IsSilent());
+}
+
+TEST_F(ServerTest, TheHundredAndFirstConnectionGetsNoAnswer) {
+  LogIn();
+  std::vector<std::unique_ptr<WebClient>> idle;
+  const auto connect = [&] { idle.push_back(std::make_unique<WebClient>(Port())); };
+  while (idle.size() < 110) connect();
+  EXPECT_TRUE(PumpUntil([] { return LoadedConsole()->SocketCount() == 110; }));
+  idle.back()->Send("GET / ");
+  EXPECT_EQ(idle[99]->Ask("GET / "), kLoginPage);
+  EXPECT_TRUE(idle.back()->IsSilent());
+  idle.clear();
+  const auto freed = [] { return LoadedConsole()->Winsock1(1).State(); };
+  EXPECT_TRUE(PumpUntil([&] { return freed() == platform::SocketState::Error; }));
+  clock.Advance(500);
+  EXPECT_EQ(freed(), platform::SocketState::Closed);
+  ExpectAlive();
+  EXPECT_EQ(LoadedConsole()->SocketCount(), 110);
+}
+
+TEST_F(ServerTest, ASlowReaderHoldsUpNobody) {
+  LogIn();
+  const std::string big(20'000'000, 'x');
+  Write("big.gif", big);
+  const WebClient slow(Port());
+  slow.Send("GET /big.gif ");
+  ExpectAlive();
+  EXPECT_EQ(slow.ReadAll(), kGif + big);
+}
+
+// What happens to a request's connection while the request lets others run.
+TEST_F(ServerTest, ARequestThatLosesItsConnectionEnds) {
+  std::function<void()> meanwhile;
+  DataCenter.FormOpen[1] = kSet;  // A login tells the dashboard, in the middle of its request.
+  OnDebugLinesChanged([&] {
+    platform::Post("test", [&] {
+      if (meanwhile) std::exchange(meanwhile, nullptr)();
+    });
+  });
+  auto client = std::make_unique<WebClient>(Port());
+  std::unique_ptr<WebClient> next;
+  meanwhile = [&] {
+    client->Vanish();
+    PumpUntil([] { return LoadedConsole()->Winsock1(1).State() == platform::SocketState::Error; });
+    clock.Advance(500);
+    next = std::make_unique<WebClient>(Port());
+    PumpUntil([] { return LoadedConsole()->Winsock1(1).RequestId() != 0; });
+  };
+  client->Send("GET /index.htm " + LoginToken());
+  EXPECT_TRUE(PumpUntil([&] { return next != nullptr; }));
+  ExpectAlive();
+  EXPECT_TRUE(next->IsSilent()) << "the answer was another's";
+  EXPECT_EQ(next->Ask("GET / "), kLoginPage);
+
+  meanwhile = StopWebConsole;
+  EXPECT_EQ(Ask("GET /index.htm " + LoginToken()), "");
+  EXPECT_EQ(LoadedConsole()->SocketCount(), 0);
+  StartWebConsole();
+  LogIn();
+  ExpectAlive();
+  UnloadForm(Form8::kNumber);
+  EXPECT_TRUE(LoadedConsole()) << "it outlives every unload but the last";
+  meanwhile = End;
+  EXPECT_EQ(Ask("GET /index.htm " + LoginToken()), "");
+  EXPECT_FALSE(LoadedConsole() || DataCenter.FormOpen[8]);
+}
+
+TEST_F(ServerTest, TheStartLeavesALine) {
+  EXPECT_TRUE(DataCenter.DebugLines[0].starts_with("2026/03/10 12:00:00  HTTP URL :  http://"));
+  EXPECT_TRUE(DataCenter.DebugLines[0].ends_with(":0/index.htm"));
+  EXPECT_EQ(LoadedConsole()->Caption(), LangText[211]);
+  DataCenter.WebPort = -1;
+  StartWebConsole();
+  EXPECT_EQ(DataCenter.DebugLines[0], "2026/03/10 12:00:00  HTTP Fail ,  Port-1Error");
+}
+
+TEST_F(ServerTest, ASocketTellsOfEachThingOnceAndBuffersWithinBounds) {
+  int depth = 0;
+  int deepest = 0;
+  int completed = 0;
+  int failure = 0;
+  size_t told = 0;
+  platform::SocketHandlers handlers;
+  handlers.DataArrival = [&](size_t bytes) {
+    deepest = std::max(deepest, ++depth);
+    for (int i = 0; i < 50; ++i) platform::DoEvents();
+    told += bytes;
+    --depth;
+  };
+  handlers.SendComplete = [&] { ++completed; };
+  handlers.Error = [&](int number) { failure = number; };
+  platform::Socket peer("test", handlers);
+  platform::Socket listener("test", {.ConnectionRequest = [&](int64_t id) { peer.Accept(id); }});
+  listener.Listen();
+  const WebClient client(listener.LocalPort());
+  EXPECT_TRUE(PumpUntil([&] { return peer.RequestId() != 0; }));
+  EXPECT_EQ(peer.RemoteHostIP(), "127.0.0.1");
+  peer.SendData("one");
+  peer.SendData("two");
+  EXPECT_TRUE(PumpUntil([&] { return completed > 0; }));
+  client.Send("some");
+  EXPECT_TRUE(PumpUntil([&] { return told > 0; }));
+  EXPECT_EQ(peer.GetData(), "some");
+  client.Send(std::string(1'200'000, 'x'));
+  EXPECT_TRUE(PumpUntil([&] { return failure != 0; }));
+  EXPECT_EQ(failure, ENOBUFS);
+  EXPECT_EQ(peer.State(), platform::SocketState::Error);
+  EXPECT_EQ(deepest, 1);
+  EXPECT_EQ(completed, 1);
+  EXPECT_THROW(peer.SendData("three"), std::exception);
+}
+
+}  // namespace
+}  // namespace varek

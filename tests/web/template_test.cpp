@@ -1,0 +1,130 @@
+// The template engine: every key on one unit's values, and what becomes of odd pages.
+
+#include <gtest/gtest.h>
+
+#include <filesystem>
+#include <fstream>
+
+#include "core/data_center.h"
+#include "platform/runtime_error.h"
+#include "records/databases.h"
+#include "settings/language.h"
+#include "support/monitor_fixture.h"
+#include "web/page_files.h"
+#include "web/session.h"
+
+namespace varek {
+namespace {
+
+class TemplateTest : public test::MonitorTest {
+ protected:
+  TemplateTest() {
+    OpenDatabases();
+    SetLanguageIndex(0);
+    std::filesystem::create_directory(Folder() + "/httpEnglish");
+    Loadlanguage(0);
+    DataCenter.InputVoltage = 229.9F;
+    DataCenter.OutputVoltage = 230;
+    DataCenter.LoadPercent = 61;
+    DataCenter.Frequency = 49.9F;
+    DataCenter.BatteryVoltage = 2.1F;
+    DataCenter.Temperature = 27.1F;
+    DataCenter.RatingVoltage = 230;
+    DataCenter.RatingCurrent = 5;
+    DataCenter.RatingFrequency = 50;
+    DataCenter.UPSShutdownBuffer = 3;
+    DataCenter.UPSCompany = "Maker";
+    DataCenter.UseCelsius = DataCenter.HasLoad = DataCenter.HasTemperature = kSet;
+    DataCenter.Utility = DataCenter.Beeper = kSet;
+    DataCenter.UPSStage = 7;
+  }
+
+  static std::string Expand(std::string text) {
+    ExpandTemplate(text);
+    return text;
+  }
+};
+
+TEST_F(TemplateTest, EveryKeyHasItsText) {
+  LoginKey = "key";
+  ChartStartTime = "11:00:00";
+  FiveEventText[4] = "oldest";
+  FiveEventTime[0] = "newest";
+  const struct {
+    const char* page;
+    std::string text;
+  } cases[] = {
+      {"no marker %> at all", "no marker %> at all"},
+      {"<%GETTIME%>", "12:00:00"},
+      {"<%GETUPSSTAGE%>", StageText[7]},
+      {"<%GETINPUTVOLTAGE%>/<%GETOUTPUTVOLTAGE%>", "229.9/230"},
+      {"<%GETSTRTIME%>", "11:00:00"},
+      {"<%VARUPStype%><%VARUtility%><%VARBypass%><%VARIsConnect%><%VARBatLow%>", "01000"},
+      {"<%VARUPSFailed%><%VARTestProgress%><%VARShutdownActive%><%VARBeeper%>", "0001"},
+      {"<%GETTEMPLATER%>", "27.1 C"},
+      {"<%GETBATVOLTAHE%> <%BATP%>", "72 60"},
+      {"<%GETFrequency%> <%HZP%>", "49.9 49"},
+      {"<%GETVarLoad%> <%LOADP%>", "61 50"},
+      {"<%GETUPSMODE%>", "On Line "},
+      {"<%GETINPOWERON%>", "<font color='#FF0000'>" + LangText[12] + "</font> "},
+      {"<%GETCompanyName%><%GETUPSModel%><%GETUPSVersion%>.", "Maker."},
+      {"<%GETBatteryOKFileName%><%GetTypeName%>", "\"batteryOKTest.gif\"\"OnFail.gif\""},
+      {"<%GETRatingVoltage%> <%GETRatingCurrent%> <%GETRatingFrequebcy%>", "230 5 50"},
+      {"<%GETMAXVOL%> <%INVOLP%> <%OUTVOLP%>", "250 91 92"},
+      {"<%TEMPP%>", "18"},
+      {"<%Event5%><%EventTime1%><%GETKEY%>", "oldestnewestkey"},
+      {"<%DelayShuntDownTime%>", "3"},
+      {"a<%NOSUCH%>b<%getkey%>c", "abc"},
+      {"<%GetLoadOutL%>x<%GETVarLoad%>y<%GetLoadOutR%>", "x61y"},
+      {"<%NOSUCH%><%GETKEY%>", "key"},
+  };
+  for (const auto& one : cases) EXPECT_EQ(Expand(one.page), one.text) << one.page;
+}
+
+TEST_F(TemplateTest, OtherUnitsReadOtherwise) {
+  DataCenter.UPStype = DataCenter.Bypass = kSet;
+  DataCenter.HasLoad = DataCenter.HasTemperature = DataCenter.Utility = kClear;
+  EXPECT_EQ(Expand("<%GetLoadOutL%>x<%GETVarLoad%>y<%GetLoadOutR%>"), "<!--x<!--y-->");
+  EXPECT_EQ(Expand("<%TEMPP%>"), "") << "no key before it";
+  EXPECT_EQ(Expand("<%GETUPSMODE%><%GetTypeName%>"), "OFF-Line Buck mode\"OffPass.gif\"");
+  EXPECT_EQ(Expand("<%GETINPOWERON%>"), LangText[11]);
+  DataCenter.HasTemperature = kSet;
+  DataCenter.UseCelsius = kClear;
+  EXPECT_EQ(Expand("<%GETTEMPLATER%> <%TEMPP%>"), "80.7 F 53");
+  const std::pair<float, const char*> ratings[] = {
+      {150, "150"}, {150.1F, "250"}, {250, "250"}, {250.1F, "420"}};
+  for (const auto& [rating, scale] : ratings) {
+    DataCenter.RatingVoltage = rating;
+    EXPECT_EQ(Expand("<%GETMAXVOL%>"), scale);
+  }
+}
+
+TEST_F(TemplateTest, SideEffectsGiveNoText) {
+  std::ofstream(Folder() + "/httpEnglish/page.htm") << "<%DRAWBETLINE%><%Do5EVENT%><%Event1%>|";
+  FiveEventText[0] = "stale";
+  EXPECT_EQ(ReadPage(WebPath("page.htm")), "|");
+  EXPECT_TRUE(std::filesystem::exists(Folder() + "/httpEnglish/temperature.bmp"));
+  const std::string keys = Expand("<%GETCONTROLKEY%><%GETCONTROLKEY%>");
+  EXPECT_NE(keys.substr(0, 31), keys.substr(31));
+  EXPECT_EQ(keys.substr(31), ControlKey);
+}
+
+TEST_F(TemplateTest, AnErrorLeavesThePageAsFarAsItGot) {
+  DataCenter.UPSModel = "ab<%GETKEY%>";  // Found from its third character on.
+  LoginKey = "key";
+  EXPECT_EQ(Expand("<%GETUPSModel%>"), "abkey");
+  for (const char* rest : {"<%INVOLP%><%GETKEY%>", "<%GETKEY"}) {
+    std::string text = std::string("<%GETKEY%>") + rest;
+    EXPECT_THROW(ExpandTemplate(text), platform::RuntimeError);
+    EXPECT_EQ(text, std::string("key") + rest);
+    std::ofstream(Folder() + "/httpEnglish/page.htm") << text;
+    EXPECT_EQ(ReadPage(WebPath("page.htm")), text) << "the reader goes on";
+  }
+  std::string source = "a<%X%>b<%X%>";
+  EXPECT_EQ(ReplaceFirst(source, "<%X%>", "1"), "a1b<%X%>");
+  EXPECT_EQ(ReplaceFirst(source, "<%Y%>", "1"), "");
+  EXPECT_EQ(source, "Null");
+}
+
+}  // namespace
+}  // namespace varek
