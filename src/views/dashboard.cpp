@@ -135,6 +135,9 @@ Form1::Form1()
 }
 
 Form1::~Form1() {
+  // The toolkit may tell parts of a dying window that the pointer has left them.
+  for (PictureView* view : Picture8) view->OnMouse({}, {});
+  BackPic->OnMouse({}, {});
   Timer4.SetInterval(0);
   Timer2.SetInterval(0);
   menu_->Stop();
