@@ -142,6 +142,10 @@ void Database::BeginTransaction() {
   Engine([&] { connection_->sqlite.exec("BEGIN IMMEDIATE"); });
 }
 
+void Database::BeginReading() {
+  Engine([&] { connection_->sqlite.exec("BEGIN"); });
+}
+
 void Database::CommitTransaction() {
   Engine([&] { connection_->sqlite.exec("COMMIT"); });
 }

@@ -19,9 +19,11 @@ class RuntimeError final : public std::runtime_error {
 };
 
 namespace errors {
+constexpr int kInvalidCall = 5;
 constexpr int kOverflow = 6;
 constexpr int kSubscript = 9;
 constexpr int kInternal = 51;
+constexpr int kDivisionByZero = 11;
 constexpr int kFileNotFound = 53;
 constexpr int kDeviceIo = 57;
 constexpr int kInputPastEnd = 62;

@@ -3,11 +3,13 @@
 #include <arpa/inet.h>
 #include <netinet/in.h>
 #include <netinet/tcp.h>
+#include <sys/resource.h>
 #include <sys/socket.h>
 #include <unistd.h>
 
 #include <QSocketNotifier>
 #include <QTimer>
+#include <algorithm>
 #include <cerrno>
 #include <cstring>
 #include <map>
@@ -28,6 +30,7 @@ namespace platform {
 namespace {
 
 constexpr size_t kWaitingLimit = 1024 * 1024;
+constexpr rlim_t kReservedDescriptors = 64;
 constexpr size_t kReadChunk = 64 * 1024;
 constexpr int kIdleSecondsBeforeProbe = 60;
 constexpr int kMillisecondsWithoutDescriptors = 500;
@@ -129,17 +132,30 @@ class Partings final {
   }
 
   void Sweep() {
-    std::erase_if(parting_, [](Parting& one) {
-      if (--one.sweepsLeft > 0 && !PeerHasEnded(one.descriptor)) return false;
+    for (Parting& one : parting_) {
+      if (--one.sweepsLeft > 0 && !PeerHasEnded(one.descriptor)) continue;
       close(one.descriptor);
-      return true;
-    });
+      one.sweepsLeft = 0;
+    }
+    std::erase_if(parting_, [](const Parting& one) { return one.sweepsLeft == 0; });
     if (parting_.empty()) timer_.stop();
   }
 
   std::vector<Parting> parting_;
   QTimer timer_;
 };
+
+/// Callers wait at the door while few descriptors are left: the shutdown command, the databases and
+/// the serial port need theirs.
+bool DescriptorsRunLow(int descriptor) {
+  rlimit limit{};
+  if (getrlimit(RLIMIT_NOFILE, &limit) != 0) return false;
+  const int lowestFree = dup(descriptor);
+  if (lowestFree < 0) return true;
+  close(lowestFree);
+  const rlim_t reserve = std::min<rlim_t>(kReservedDescriptors, limit.rlim_cur / 4);
+  return static_cast<rlim_t>(lowestFree) + reserve >= limit.rlim_cur;
+}
 
 void Part(int descriptor) {
   static auto* partings = new Partings;  // Never destroyed: the toolkit may be gone before.
@@ -290,6 +306,7 @@ struct Socket::Impl : std::enable_shared_from_this<Impl> {
   }
 
   void RaiseConnectionRequest() {
+    if (DescriptorsRunLow(descriptor)) return LookAgainLater();
     const int caller = accept4(descriptor, nullptr, nullptr, SOCK_NONBLOCK | SOCK_CLOEXEC);
     if (caller < 0) return ListenAgain();
     connectionWaits = true;  // Perhaps; the next look tells.
@@ -306,9 +323,13 @@ struct Socket::Impl : std::enable_shared_from_this<Impl> {
     if (number != EMFILE && number != ENFILE && number != ENOBUFS && number != ENOMEM) {
       return reader->setEnabled(true);
     }
+    LookAgainLater();
+    if (handlers.Error) handlers.Error(number);
+  }
+
+  void LookAgainLater() {
     QTimer::singleShot(kMillisecondsWithoutDescriptors, reader.get(),
                        [this] { reader->setEnabled(true); });
-    if (handlers.Error) handlers.Error(number);
   }
 };
 

@@ -38,6 +38,10 @@ std::string_view Middle(std::string_view text, size_t first, size_t count) {
   return text.substr(first - 1, count);
 }
 
+std::string_view LastCharacters(std::string_view text, size_t count) {
+  return text.substr(text.size() - std::min(text.size(), count));
+}
+
 double LenientNumber(std::string_view text) {
   std::string digits;
   bool pointSeen = false;

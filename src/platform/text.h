@@ -20,6 +20,9 @@ std::string TrimRight(std::string_view text);
 /// missing from the result.
 std::string_view Middle(std::string_view text, size_t first, size_t count = std::string_view::npos);
 
+/// The last `count` characters, or all of a shorter text.
+std::string_view LastCharacters(std::string_view text, size_t count);
+
 /// The lenient number reader: leading blanks are skipped, digits and one point are taken up to
 /// the first other character. Text without a number reads 0; it never fails.
 double LenientNumber(std::string_view text);

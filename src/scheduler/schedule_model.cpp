@@ -11,6 +11,7 @@
 #include "platform/text.h"
 #include "records/events.h"
 #include "scheduler/schedule_rows.h"
+#include "scheduler/schedule_runner.h"
 
 namespace varek {
 
@@ -89,32 +90,35 @@ void StrikeOutMarked(std::vector<ScheduleEntry>& entries) {
   }
 }
 
-/// Nothing for a row that can't be read.
+/// Nothing for a row that can't be read, or that has no date: it would run every day.
 std::optional<ScheduleEntry> ReadableRow(ScheduleRows& rows) {
   std::optional<ScheduleEntry> entry;
   platform::IgnoreErrors([&] { entry = rows.Current(); });
+  if (entry && entry->date.size() < kDateLength) return std::nullopt;
   return entry;
 }
 
-/// False when the date has more entries than a set takes: its marks are not applied then.
-bool ReadDate(int year, int month, int day, DayEntries& set) {
+enum class Loading { Complete, TooMany, Failed };
+
+/// Of a date with more entries than a set takes the marks are not applied.
+Loading ReadDate(int year, int month, int day, DayEntries& set) {
   const std::string date = StoredDate(year, month, day);
   for (ScheduleRows rows(DateQuery(year, month, day)); !rows.Eof(); rows.MoveNext()) {
     std::optional<ScheduleEntry> entry = ReadableRow(rows);
     if (!entry || StartDate(*entry) > date) continue;
-    if (++set.count > kMostOfDate) return false;
+    if (++set.count > kMostOfDate) return Loading::TooMany;
     set.entries.push_back(std::move(*entry));
   }
   StrikeOutMarked(set.entries);
-  return true;
+  return Loading::Complete;
 }
 
 /// ReadDate with errors ignored: what can't be read leaves the set without it.
-bool LoadDate(int year, int month, int day, DayEntries& set) {
+Loading LoadDate(int year, int month, int day, DayEntries& set) {
   set = DayEntries();
-  bool complete = true;
-  platform::IgnoreErrors([&] { complete = ReadDate(year, month, day, set); });
-  return complete;
+  Loading result = Loading::Failed;
+  platform::IgnoreErrors([&] { result = ReadDate(year, month, day, set); });
+  return result;
 }
 
 std::vector<ScheduleDay> DaysOf(int year, int month) {
@@ -142,7 +146,12 @@ bool LoadMonthTable(int year, int month, size_t limit, MonthTable& table) {
   ScheduleRows rows(MonthQuery(year, month));
   const std::vector<ScheduleDay> days = DaysOf(year, month);
   for (; !rows.Eof(); rows.MoveNext()) {
-    if (!Place(rows.Current(), days, limit, table)) return false;
+    const auto entry = ReadableRow(rows);
+    if (!entry) {
+      AddEventLine("DATA EVENT ERROR");
+    } else if (!Place(*entry, days, limit, table)) {
+      return false;
+    }
   }
   for (auto& entries : table.days) StrikeOutMarked(entries);
   return true;
@@ -189,11 +198,14 @@ int RestartMinutes(const std::string& event) {
 }
 
 void ReNewTodayEvent(int year, int month, int day) {
-  if (LoadDate(year, month, day, ShownEntries)) return;
+  if (LoadDate(year, month, day, ShownEntries) != Loading::TooMany) return;
   AddEventLine("Load todayschedule error! more then 100 event!");
 }
 
-void ReNewRunTodayEvent(int year, int month, int day) { LoadDate(year, month, day, RunEntries); }
+/// A schedule that can't be read now must not cost the day: the next tick tries again.
+void ReNewRunTodayEvent(int year, int month, int day) {
+  if (LoadDate(year, month, day, RunEntries) == Loading::Failed) LoadedRunDate = {};
+}
 
 void ReloadRunList() {
   const platform::DateTime now = platform::Now();

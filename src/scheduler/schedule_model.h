@@ -38,7 +38,7 @@ struct DayEntries {
   int count = 0;
 };
 
-/// The days of one month, index 0 for the first: a second reading of the same rule.
+/// The days of one month, index 0 for the first. A day has the same entries here as in DayEntries.
 struct MonthTable {
   int year = 0;
   int month = 0;
@@ -77,6 +77,9 @@ std::string ReptText(const std::string& rept);
 /// The set of the date shown in the calendar, and today's run list.
 extern DayEntries ShownEntries;
 extern DayEntries RunEntries;
+
+/// Load the two sets. Errors are ignored; a date with more than 100 entries leaves a debug line for
+/// the shown set.
 void ReNewTodayEvent(int year, int month, int day);
 void ReNewRunTodayEvent(int year, int month, int day);
 /// ReNewRunTodayEvent for the present date: what every change of the table ends with.

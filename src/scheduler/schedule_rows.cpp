@@ -1,6 +1,10 @@
 #include "scheduler/schedule_rows.h"
 
+#include <cmath>
+#include <limits>
+
 #include "platform/paths.h"
+#include "platform/runtime_error.h"
 
 namespace varek {
 
@@ -17,6 +21,15 @@ constexpr char kEvent[] = "event";
 constexpr char kRept[] = "rept";
 constexpr char kNote[] = "note";
 
+/// One less than the largest, so that the next entry's number fits too.
+int32_t EntryNumber(const platform::Value& value) {
+  const double number = ValueNumber(value);
+  if (!(std::abs(number) < std::numeric_limits<int32_t>::max())) {
+    throw platform::RuntimeError(platform::errors::kOverflow, "an entry's number does not fit");
+  }
+  return static_cast<int32_t>(number);
+}
+
 }  // namespace
 
 ScheduleRows::ScheduleRows(const std::string& tableOrQuery)
@@ -28,7 +41,7 @@ bool ScheduleRows::Find(int number) {
 }
 
 ScheduleEntry ScheduleRows::Current() {
-  return {.number = static_cast<int32_t>(ValueNumber(rows_->Get(kNumber))),
+  return {.number = EntryNumber(rows_->Get(kNumber)),
           .note = ValueText(rows_->Get(kNote)),
           .rept = ValueText(rows_->Get(kRept)),
           .time = ValueText(rows_->Get(kTime)),
@@ -39,7 +52,7 @@ ScheduleEntry ScheduleRows::Current() {
 int ScheduleRows::LastNumber() {
   if (rows_->RecordCount() == 0) return 0;
   rows_->MoveLast();
-  return static_cast<int>(ValueNumber(rows_->Get(0)));
+  return EntryNumber(rows_->Get(0));
 }
 
 void ScheduleRows::Append(const ScheduleEntry& entry) {

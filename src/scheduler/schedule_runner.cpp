@@ -15,9 +15,6 @@ namespace varek {
 
 namespace {
 
-/// Says that no timed restart is wanted; the unit gets it as it stands.
-constexpr int kUntimedRestart = 9999;
-
 constexpr size_t kSecondsPart = 3;  ///< ":00"
 
 void ShutDownUPS(int restart) { StartUPSShutdown(DataCenter.UPSShutdownBuffer, restart); }

@@ -6,11 +6,6 @@
 
 namespace varek {
 
-namespace {
-/// Minutes until the unit comes back: the most that its command can say, about a week.
-constexpr int kLatestRestart = 9999;
-}  // namespace
-
 void PressControl(int number) {
   switch (number) {
     case 3:
@@ -23,7 +18,7 @@ void PressControl(int number) {
       Link.PendingCommand = "CT";
       break;
     case 6:
-      StartUPSShutdown(DataCenter.UPSShutdownBuffer, kLatestRestart);
+      StartUPSShutdown(DataCenter.UPSShutdownBuffer, kUntimedRestart);
       break;
     case 7:
       StartSystemShutdown(DataCenter.SystemShutdownBuffer);

@@ -74,9 +74,8 @@ TimeOfDay SplitTime(const std::string& time) {
 }
 
 std::unique_ptr<Recordset> OpenWindow(const SampleWindow& window) {
-  Database database(platform::ProgramPath(kDataFile));
-  // Else the engine would take and drop its lock for each row. It ends with the connection.
-  database.BeginTransaction();
+  Database database(platform::ProgramPath(kDataFile), platform::Access::ReadOnly);
+  database.BeginReading();
   const std::string column =
       database.OpenRecordset("Select * From [" + window.table + "] Where 1 = 0")->FieldName(0);
   return database.OpenRecordset("Select *  From  [" + window.table + "] Where  " + column + "> #" +

@@ -17,9 +17,8 @@ namespace varek {
 
 namespace {
 
-/// The unit takes it for no restart at a chosen time.
-constexpr int kNoChosenRestart = 9999;
 constexpr int kMinutesPerDay = 24 * 60;
+constexpr size_t kLongestMinutes = 64;
 
 // A restart: letter, one digit of days, a character that is passed over, hour "+", minute "+".
 constexpr size_t kDaysPlace = 1;
@@ -30,8 +29,10 @@ void ShutDownUnit(int restart) { StartUPSShutdown(DataCenter.UPSShutdownBuffer, 
 
 /// The minutes go to the unit as they come, up to the end of a line: what stood behind it would be
 /// a command of its own, and could cut power without the password.
+/// What is longer than any command is ignored: it would only keep the line busy.
 void TestForMinutes(const std::string& command) {
-  Link.PendingCommand = "T" + command.substr(1, command.find_first_of("\r\n") - 1);
+  const std::string minutes = command.substr(1, command.find_first_of("\r\n") - 1);
+  if (minutes.size() <= kLongestMinutes) Link.PendingCommand = "T" + minutes;
 }
 
 double NumberBetween(const std::string& text, size_t first, size_t end) {
@@ -86,11 +87,11 @@ constexpr Order kOrders[] = {
     {'P', false, false, [](const std::string&) { Link.PendingCommand = "CT"; }},
     {'Q', false, false, [](const std::string&) { Link.PendingCommand = "Q"; }},
     {'C', false, true, [](const std::string&) { CancelShutdowns(); }},
-    {'S', true, true, [](const std::string&) { ShutDownUnit(kNoChosenRestart); }},
+    {'S', true, true, [](const std::string&) { ShutDownUnit(kUntimedRestart); }},
     {'M', true, false, [](const std::string&) { ShutDownComputer(); }},
     {'A', true, false,
      [](const std::string&) {
-       ShutDownUnit(kNoChosenRestart);
+       ShutDownUnit(kUntimedRestart);
        ShutDownComputer();
      }},
     {'R', true, true, RestartUnit},

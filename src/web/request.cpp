@@ -1,6 +1,7 @@
 #include "web/request.h"
 
 #include "platform/runtime_error.h"
+#include "platform/text.h"
 
 namespace varek {
 
@@ -8,7 +9,12 @@ namespace {
 
 constexpr char kGet[] = "GET";
 constexpr char kPost[] = "POST";
-constexpr int kInvalidCall = 5;
+
+/// In any case of letters, as the file is looked up.
+bool NamesAPage(const std::string& name) {
+  return platform::SameIgnoringCase(platform::LastCharacters(name, 3), "htm") ||
+         platform::SameIgnoringCase(platform::LastCharacters(name, 4), "html");
+}
 
 }  // namespace
 
@@ -18,7 +24,8 @@ bool IsPost(const std::string& request) { return request.starts_with(kPost); }
 std::string PathOf(const std::string& request) {
   const size_t first = IsGet(request) ? sizeof kGet : sizeof kPost;  // One blank behind the word.
   const size_t end = request.find(' ', first + 1);
-  if (end == std::string::npos) throw platform::RuntimeError(kInvalidCall, "a path without an end");
+  if (end == std::string::npos)
+    throw platform::RuntimeError(platform::errors::kInvalidCall, "a path without an end");
   return request.substr(first, end - first);
 }
 
@@ -36,7 +43,7 @@ bool AwaitsBody(const std::string& request) {
 bool IsGuarded(const std::string& request) {
   if (!IsGet(request)) return true;
   const std::string path = PathOf(request);
-  return path.ends_with("HTM") || path.ends_with("htm");
+  return path.ends_with("HTM") || path.ends_with("htm") || NamesAPage(FileNameOf(path, ""));
 }
 
 std::string FileNameOf(const std::string& path, const std::string& defaultPage) {

@@ -7,6 +7,7 @@
 
 namespace varek {
 
+/// By the first word of the request.
 bool IsGet(const std::string& request);
 bool IsPost(const std::string& request);
 
@@ -22,7 +23,8 @@ std::optional<std::string> FieldOf(const std::string& request, const std::string
 bool AwaitsBody(const std::string& request);
 
 /// True when only a logged-in browser may have the answer: everything but a GET of a file that is
-/// no page. Throws RuntimeError 5 as PathOf does.
+/// no page, neither by its path nor by the file that the path turns into. Throws RuntimeError 5 as
+/// PathOf does.
 bool IsGuarded(const std::string& request);
 
 /// The file that `path` names, below the language folder, with backslashes. Two dots fall out

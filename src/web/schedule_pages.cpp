@@ -2,6 +2,7 @@
 
 #include <array>
 #include <bitset>
+#include <limits>
 #include <string_view>
 
 #include "platform/runtime_error.h"
@@ -133,6 +134,15 @@ bool IsAddition(const Edit& edit) {
          OneLetterOf("NDWM", edit.recurrence);
 }
 
+/// Numbers of entries may pass 16 bits, in which the other numbers of a request stand.
+int EntryNumber(const std::string& text) {
+  const double number = platform::LenientNumber(text);
+  if (!(number < std::numeric_limits<int32_t>::max())) {
+    throw platform::RuntimeError(platform::errors::kOverflow, "no such entry");
+  }
+  return static_cast<int>(number);
+}
+
 /// A restart counts from the moment of the action: unlike the calendar window, the console does
 /// not take the wait before the shutdown off.
 void AddEntry(const Edit& edit) {
@@ -149,7 +159,7 @@ void AddEntry(const Edit& edit) {
 
 void Apply(const Edit& edit) {
   if (IsDeletion(edit.action)) {
-    DeleteByChoice(edit.action[1], WholeNumber(edit.action.substr(2)), edit.day, edit.time);
+    DeleteByChoice(edit.action[1], EntryNumber(edit.action.substr(2)), edit.day, edit.time);
   } else if (IsAddition(edit)) {
     AddEntry(edit);
   }

@@ -24,11 +24,10 @@ namespace {
 
 constexpr std::string_view kOpen = "<%";
 constexpr std::string_view kClose = "%>";
-/// The search goes on this far into a replacement, so that one can't expand itself for ever.
+/// The search goes on this far into a replacement.
 constexpr size_t kResume = kOpen.size();
-
-constexpr int kInvalidCall = 5;
-constexpr int kDivisionByZero = 11;
+/// More markers than any page has: a text from the wire that holds markers would expand for ever.
+constexpr int kMostMarkers = 10000;
 
 constexpr size_t kMainsNormalText = 11;
 constexpr size_t kMainsFailedText = 12;
@@ -53,7 +52,8 @@ int BatteryLevel() { return std::max(BatteryPercent(GetBatteryVoltage()), 0); }
 
 /// A bar's length in percent of its scale.
 std::string Percent(double value, int scale) {
-  if (scale == 0) throw platform::RuntimeError(kDivisionByZero, "the scale of a bar is 0");
+  if (scale == 0)
+    throw platform::RuntimeError(platform::errors::kDivisionByZero, "the scale of a bar is 0");
   return std::to_string(static_cast<int64_t>(platform::RoundHalfEven(value * 100)) / scale);
 }
 
@@ -211,11 +211,12 @@ KeyText TextOf(std::string_view name, Expansion& page) {
 void ExpandTemplate(std::string& text) {
   platform::DoEvents();
   Expansion page;
+  int markers = 0;
   for (size_t open = text.find(kOpen); open != std::string::npos;) {
     const size_t keyStart = open + kOpen.size();
     const size_t keyEnd = text.find(kClose, keyStart);
-    if (keyEnd == std::string::npos) {
-      throw platform::RuntimeError(kInvalidCall, "a marker without its end");
+    if (keyEnd == std::string::npos || ++markers > kMostMarkers) {
+      throw platform::RuntimeError(platform::errors::kInvalidCall, "a marker without its end");
     }
     const KeyText found = TextOf(text.substr(keyStart, keyEnd - keyStart), page);
     if (found) page.Replacement = *found;

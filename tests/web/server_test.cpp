@@ -197,7 +197,10 @@ TEST_F(ServerTest, OneSessionThatTheLastLoginHas) {
   Write("a.gif", "");
   const std::string key = LoginKey;
   EXPECT_EQ(Ask("GET / HTTP/1.1"), kLoginPage);
-  EXPECT_EQ(Get("/index.htm"), kLoginPage) << "no login yet";
+  for (const char* path : {"/index.htm", "/index.htm../", "/index.htm..x", "/index.Htm"})
+    EXPECT_EQ(Ask("GET " + std::string(path) + " HTTP/1.1"), kLoginPage) << path;
+  for (const char* path : {"/index.htm/", "/index.htm\\", "/index.htm/.", "/index.htm//"})
+    EXPECT_EQ(Ask("GET " + std::string(path) + " HTTP/1.1"), kBad) << path;
   EXPECT_EQ(Ask("GET /a.gif HTTP/1.1"), kGif) << "open to all";
   EXPECT_EQ(Ask(Post("/a.gif", "T1=")), kLoginPage) << "a POST is always guarded";
   EXPECT_EQ(Ask("GET /index.htm x" + LoginToken()), kHtml + "Model!\r\n");
