@@ -92,6 +92,16 @@ void Surface::Line(double x1, double y1, double x2, double y2, Color color) {
   painter.drawLine(QPointF(x1, y1), QPointF(x2, y2));
 }
 
+void Surface::Segments(const std::vector<Segment>& segments, Color color) {
+  Impl::Brush painter(*impl_);
+  QPen pen = impl_->Pen(color);
+  // Wide lines that meet at an angle leave no notch.
+  pen.setCapStyle(Qt::SquareCap);
+  painter.setPen(pen);
+  for (const Segment& line : segments)
+    painter.drawLine(QPointF(line.x1, line.y1), QPointF(line.x2, line.y2));
+}
+
 void Surface::Circle(double x, double y, double radius, Color color) {
   Impl::Brush painter(*impl_);
   painter.setPen(impl_->Pen(color));

@@ -6,6 +6,7 @@
 #include <cstdint>
 #include <memory>
 #include <string>
+#include <vector>
 
 class QImage;
 
@@ -25,6 +26,14 @@ struct Rect {
   double width = 0;
   double height = 0;
   bool operator==(const Rect&) const = default;
+};
+
+struct Segment {
+  double x1 = 0;
+  double y1 = 0;
+  double x2 = 0;
+  double y2 = 0;
+  bool operator==(const Segment&) const = default;
 };
 
 enum class LineStyle { Solid, Dotted };
@@ -53,6 +62,8 @@ class Surface final {
   /// so that it can be read back. Starts plain.
   void SetSmooth(bool smooth);
   void Line(double x1, double y1, double x2, double y2, Color color);
+  /// Lines all in one colour, at a fraction of the cost of as many calls of Line.
+  void Segments(const std::vector<Segment>& segments, Color color);
   void Circle(double x, double y, double radius, Color color);
   void Rectangle(const Rect& rect, Color color);
   void Fill(const Rect& rect, Color color);

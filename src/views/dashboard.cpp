@@ -17,13 +17,17 @@
 #include "records/events.h"
 #include "records/shutdown.h"
 #include "settings/language.h"
+#include "views/data_history.h"
+#include "views/event_log.h"
 #include "views/kit/bubble.h"
 #include "views/kit/colors.h"
 #include "views/kit/picture_button.h"
 #include "views/kit/picture_view.h"
 #include "views/kit/pictures.h"
 #include "views/menu_strip.h"
+#include "views/oscilloscope.h"
 #include "views/palette.h"
+#include "views/schedule_calendar.h"
 #include "views/search_box.h"
 
 namespace varek {
@@ -60,7 +64,11 @@ QString Shown(const std::string& text) { return QString::fromStdString(text); }
 
 /// What each menu picture opens. Empty places belong to windows that are not built in.
 using Opener = void (*)();
-constexpr std::array<Opener, kMenuItems> kOpeners{};
+constexpr std::array<Opener, kMenuItems> kOpeners{
+    nullptr,      nullptr,         ShowScheduleCalendar,
+    ShowEventLog, ShowDataHistory, ShowOscilloscope,
+    nullptr,      nullptr,         nullptr,
+    nullptr};
 
 void OpenMenuItem(int item) {
   if (const Opener open = kOpeners.at(static_cast<size_t>(item))) open();
@@ -234,6 +242,8 @@ void Form1::ShowDebugLines() {
   Combo1->setToolTip(Combo1->currentText());
   Combo1->view()->setMinimumWidth(Combo1->view()->sizeHintForColumn(0) + kListMargin);
 }
+
+QWidget* Form1::MenuItem(int item) const { return menu_->Item(item); }
 
 std::string Form1::SelectedLine() const { return Combo1->currentText().toStdString(); }
 

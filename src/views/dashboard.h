@@ -52,6 +52,7 @@ class Form1 final : public ViewWindow {
   PictureButton* Button(int number) const {
     return Picture7.at(static_cast<size_t>(number - kFirstControl));
   }
+  QWidget* MenuItem(int item) const;
   /// The one of the ten lines that is selected.
   std::string SelectedLine() const;
 

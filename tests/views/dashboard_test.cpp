@@ -105,6 +105,16 @@ TEST_F(DashboardTest, NeverCutsThePanel) {
   }
 }
 
+TEST_F(DashboardTest, ItsMenuOpensTheViewers) {
+  const std::pair<int, int> cases[] = {{2, 4}, {3, 6}, {4, 2}, {5, 3}};  // item, form
+  Form1& form = Open();
+  for (const auto& [item, opened] : cases) {
+    Click(form.MenuItem(item));
+    EXPECT_TRUE(DataCenter.FormOpen[static_cast<size_t>(opened)]) << item;
+    UnloadForm(opened);
+  }
+}
+
 TEST_F(DashboardTest, ASearchShowsHowFarItIs) {
   SearchBox& box = Open().Search();
   box.Open();

@@ -13,8 +13,8 @@ namespace varek {
 
 namespace {
 
-/// Colours stand in it by their names in the palette. A combo box has its colours from the
-/// program's palette: of each box with colours from a sheet the toolkit keeps a kilobyte for good.
+/// Colours stand in it by their names in the palette. Combo boxes have theirs from the program's
+/// palette.
 constexpr char kSheet[] = R"(
 QLabel, QCheckBox { color: @text; background: transparent; }
 QLabel:disabled, QCheckBox:disabled { color: @muted; }
@@ -59,6 +59,7 @@ QScrollBar::handle:horizontal { min-width: 24px; }
 QScrollBar::handle:hover { background: @muted; }
 QScrollBar::add-line, QScrollBar::sub-line { width: 0px; height: 0px; }
 QScrollBar::add-page, QScrollBar::sub-page { background: transparent; }
+#panel { background: @panel; border: 1px solid @edge; border-radius: 4px; }
 QToolTip { color: @text; background: @panel; border: 1px solid @accent; padding: 2px; }
 )";
 

@@ -1,0 +1,50 @@
+#include "views/delete_panel.h"
+
+#include <QVBoxLayout>
+
+#include "views/kit/picture_button.h"
+#include "views/schedule_controls.h"
+
+namespace varek {
+
+namespace {
+
+constexpr int kMargin = 10;
+constexpr int kCrossSize = 18;
+constexpr size_t kTitleText = 90;
+constexpr size_t kCancelText = 83;
+/// In the order of kDeleteChoices.
+constexpr std::array<size_t, kDeleteChoices.size()> kChoiceTexts{91, 106, 93, 94};
+
+}  // namespace
+
+DeletePanel::DeletePanel(QWidget* parent, StickyPanels& panels, size_t number,
+                         std::function<void(char choice)> chosen)
+    : MovablePanel(parent, "form4 Frame4", panels, number) {
+  auto* column = new QVBoxLayout(this);
+  column->setContentsMargins(kMargin, kTitleHeight, kMargin, kMargin);
+  for (size_t i = 0; i < Command6.size(); ++i) {
+    Command6[i] = MakeScheduleButton(this, "Command6", [chosen, i] { chosen(kDeleteChoices[i]); });
+    column->addWidget(Command6[i]);
+  }
+  cross_ = new PictureButton(this, QStringLiteral("close"), [this] { PutAway(); });
+}
+
+void DeletePanel::PutAway() {
+  hide();
+  TellPanels();
+}
+
+void DeletePanel::ApplyLanguage() {
+  SetTitle(ScheduleText(kTitleText));
+  for (size_t i = 0; i < Command6.size(); ++i) Command6[i]->setText(ScheduleText(kChoiceTexts[i]));
+  cross_->setToolTip(ScheduleText(kCancelText));
+  cross_->setAccessibleName(ScheduleText(kCancelText));
+  layout()->invalidate();
+  adjustSize();
+  const int margin = (kTitleHeight - kCrossSize) / 2;
+  cross_->setGeometry(width() - kCrossSize - margin, margin, kCrossSize, kCrossSize);
+  TellPanels();
+}
+
+}  // namespace varek

@@ -1,0 +1,377 @@
+#include "views/schedule_calendar.h"
+
+#include <QComboBox>
+#include <QHBoxLayout>
+#include <QLabel>
+#include <QPushButton>
+#include <algorithm>
+
+#include "core/data_center.h"
+#include "platform/calendar.h"
+#include "platform/clock.h"
+#include "platform/events.h"
+#include "platform/message_box.h"
+#include "settings/language.h"
+#include "views/delete_panel.h"
+#include "views/kit/colors.h"
+#include "views/kit/month_grid.h"
+#include "views/kit/picture_view.h"
+#include "views/kit/pictures.h"
+#include "views/palette.h"
+#include "views/schedule_controls.h"
+#include "views/schedule_dialog.h"
+#include "views/schedule_list.h"
+
+namespace varek {
+
+namespace {
+
+constexpr int kFirstYear = 2000;
+constexpr int kLastYear = 2011;
+constexpr int kMonths = 12;
+constexpr size_t kMostEntriesOfADay = 100;
+
+// Places are those in a client area of the start size.
+constexpr QSize kStartSize{1010, 690};
+constexpr QSize kLeastSize{1010, 560};  ///< list and dialog stand side by side
+constexpr QRect kHeaderPlace{12, 10, 230, 30};
+constexpr QRect kYearPlace{256, 10, 140, 30};
+constexpr QRect kMonthPlace{406, 10, 140, 30};
+constexpr QRect kNewPlace{556, 10, 140, 30};
+constexpr QRect kLegendPlace{12, 44, 986, 32};
+constexpr QRect kGridPlace{12, 80, 986, 400};
+
+constexpr int kHeaderSize = 18;  ///< pixels, of its letters
+constexpr QSize kPictureSize{24, 24};
+constexpr int kLegendGap = 4;
+
+// Numbers of the movable panels.
+constexpr size_t kListPanel = 0;
+constexpr size_t kDialogPanel = 1;
+constexpr size_t kDeletePanel = 2;
+
+constexpr size_t kNoMonthName = 60;  ///< the text before January's
+constexpr size_t kCaptionText = 80;
+constexpr size_t kNewText = 81;
+constexpr size_t kEditText = 85;
+constexpr size_t kChooseYearText = 203;
+constexpr size_t kChooseMonthText = 205;
+
+constexpr char kTooManyEntries[] = "DATA EVENT ERROR";
+
+constexpr DayColors kPlainDay{{255, 255, 255}, palette::kFace};
+constexpr DayColors kToday{{205, 238, 240}, palette::kFace};
+constexpr DayColors kSelectedDay{{111, 127, 255}, {255, 255, 255}};
+
+QString MonthName(int month) { return ScheduleText(kNoMonthName + static_cast<size_t>(month)); }
+
+template <typename Control>
+Control* Named(Control* control, const char* name) {
+  control->setObjectName(QString::fromLatin1(name));
+  return control;
+}
+
+/// From the event loop: the window may go while the person reads.
+void Tell(const std::string& text) {
+  platform::Post("form4 message", [text] { platform::MessageBox(text); });
+}
+
+bool Plans(const std::vector<ScheduleEntry>& entries, char action) {
+  return std::ranges::any_of(
+      entries, [action](const ScheduleEntry& entry) { return entry.event.starts_with(action); });
+}
+
+}  // namespace
+
+FormSlot<Form4>& ScheduleCalendar() {
+  static FormSlot<Form4> slot(Form4::kNumber);
+  return slot;
+}
+
+void ShowScheduleCalendar() { ScheduleCalendar().Get().ShowAndRaise(); }
+
+Form4::Form4()
+    : ViewWindow(kNumber, kStartSize, kLeastSize),
+      panels_({Panel{}, Panel{}, Panel{}}, WhenResized::FollowEdges) {
+  LoadActionPictures();
+  MakeChoosers();
+  MakeLegend();
+  MakeMonth();
+  MakePanels();
+  SelectToday();
+  reloadmon();
+  ApplyLanguage();
+  LayoutControls();
+  Picture1_Click(selected_.day);
+  Picture1->setFocus();
+  DataCenter.FormOpen[kNumber] = kSet;
+}
+
+Form4::~Form4() { DataCenter.FormOpen[kNumber] = kClear; }
+
+void Form4::LoadActionPictures() {
+  for (size_t i = 0; i < kPictures; ++i)
+    ActionPicture[i] = LoadPicture("SchedulePic" + std::to_string(i + 1) + ".jpg");
+}
+
+void Form4::MakeChoosers() {
+  Label1 = Named(new QLabel(Client()), "Label1");
+  Label1->setStyleSheet(QStringLiteral("font-size: %1px; font-weight: bold;").arg(kHeaderSize));
+  Combo1 = Named(new QComboBox(Client()), "Combo1");
+  for (int year = kFirstYear; year <= kLastYear; ++year) Combo1->addItem(QString::number(year));
+  Combo2 = Named(new QComboBox(Client()), "Combo2");
+  for (int month = 1; month <= kMonths; ++month) Combo2->addItem(QString());
+  newEntry_ = MakeScheduleButton(Client(), "NewEntry", [this] { NewEntry_Click(); });
+}
+
+/// A picture under the pointer tells its action beside the strip.
+void Form4::MakeLegend() {
+  legend_ = new QWidget(Client());
+  auto* strip = new QHBoxLayout(legend_);
+  strip->setContentsMargins(0, 0, 0, 0);
+  strip->setSpacing(kLegendGap);
+  Label6 = Named(new QLabel(legend_), "Label6");
+  for (size_t i = 0; i < kPictures; ++i) {
+    Picture5[i] = Named(new PictureView(legend_), "Picture5");
+    Picture5[i]->setFixedSize(kPictureSize);
+    Picture5[i]->SetPicture(ActionPicture[i]);
+    Picture5[i]->OnMouse(
+        "form4 Picture5_MouseMove",
+        [this, code = std::string(1, kActionLetters[i])] {
+          Label6->setText(QString::fromStdString(EventCodeText(code)));
+        },
+        [this] { Label6->clear(); });
+    strip->addWidget(Picture5[i]);
+  }
+  strip->addWidget(Label6, 1);
+}
+
+void Form4::MakeMonth() {
+  Picture1 = Named(new MonthGrid(Client(), "form4 Picture1", {kPlainDay, kToday, kSelectedDay}),
+                   "Picture1");
+  Picture1->OnClick([this](int day) { Picture1_Click(day); });
+}
+
+void Form4::MakePanels() {
+  Frame1 = new ScheduleList(Client(), panels_, kListPanel,
+                            {.edit = [this] { Command4_Click(); },
+                             .remove = [this] { Command5_Click(); },
+                             .close = [this] { Command3_Click(); }});
+  Frame2 = new ScheduleDialog(
+      Client(), panels_, kDialogPanel,
+      {.save = [this] { Command1_Click(); }, .cancel = [this] { Command2_Click(); }});
+  Frame4 = new DeletePanel(Client(), panels_, kDeletePanel,
+                           [this](char choice) { Command6_Click(choice); });
+  for (MovablePanel* panel : std::initializer_list<MovablePanel*>{Frame1, Frame2, Frame4}) {
+    panel->hide();
+    panel->TellPanels();
+  }
+}
+
+/// The list of years ends before today. Such a year can't be chosen and none is selected, but its
+/// month is shown all the same until another year is chosen.
+void Form4::SelectToday() {
+  const platform::DateTime now = platform::Now();
+  selected_ = {now.year, now.month, now.day};
+  Combo1->setCurrentIndex(Combo1->findText(QString::number(now.year)));
+  Combo2->setCurrentIndex(now.month - 1);
+  connect(Combo1, &QComboBox::currentIndexChanged, this,
+          [this](int index) { Enter("Combo1_Click", [=, this] { Combo1_Click(index); }); });
+  connect(Combo2, &QComboBox::currentIndexChanged, this,
+          [this](int index) { Enter("Combo2_Click", [=, this] { Combo2_Click(index); }); });
+}
+
+void Form4::ApplyLanguage() {
+  ViewWindow::ApplyLanguage();
+  SetCaption(ScheduleText(kCaptionText));
+  Combo1->setPlaceholderText(ScheduleText(kChooseYearText));
+  Combo1->setToolTip(ScheduleText(kChooseYearText));
+  Combo2->setToolTip(ScheduleText(kChooseMonthText));
+  for (int month = 1; month <= kMonths; ++month) Combo2->setItemText(month - 1, MonthName(month));
+  newEntry_->setText(ScheduleText(kNewText));
+  Frame1->ApplyLanguage();
+  Frame2->ApplyLanguage();
+  Frame4->ApplyLanguage();
+  TitleDialog();
+  reNewTable();
+  Frame1->ShowEntries(month_.days.at(static_cast<size_t>(selected_.day) - 1));
+  ReWindow();
+}
+
+/// The list and the dialog begin side by side below the month, and stuck to the lower edge.
+void Form4::LayoutControls() {
+  Label1->setGeometry(kHeaderPlace);
+  Combo1->setGeometry(kYearPlace);
+  Combo2->setGeometry(kMonthPlace);
+  newEntry_->setGeometry(kNewPlace);
+  legend_->setGeometry(kLegendPlace);
+  Picture1->setGeometry(kGridPlace);
+  const QSize client = Client()->size();
+  layout_.Resizeinit(client, {Label1, Combo1, Combo2, newEntry_, legend_, Picture1});
+  panels_.SetClientSize(client.width(), client.height());
+  panels_.At(kListPanel).left = panels_.MakeXPointForm(kListPanel, 0);
+  panels_.At(kListPanel).top =
+      panels_.MakeYPointForm(kListPanel, client.height() - Frame1->height());
+  panels_.At(kDialogPanel).left =
+      panels_.MakeXPointForm(kDialogPanel, client.width() - Frame2->width());
+  panels_.At(kDialogPanel).top =
+      panels_.MakeYPointForm(kDialogPanel, client.height() - Frame2->height());
+  Form_Resize();
+}
+
+void Form4::Form_Resize() {
+  layout_.Apply(Client()->size());
+  ReWindow();
+}
+
+void Form4::ReWindow() {
+  panels_.SetClientSize(Client()->width(), Client()->height());
+  panels_.ReWindow();
+  Frame1->FollowPanels();
+  Frame2->FollowPanels();
+  Frame4->FollowPanels();
+}
+
+void Form4::renewdatetable() {
+  reloadmon();
+  reNewTable();
+}
+
+void Form4::reloadmon() {
+  bool complete = true;
+  Enter("reloadmon", [&] {
+    complete = LoadMonthTable(selected_.year, selected_.month, kMostEntriesOfADay, month_);
+  });
+  if (!complete) Tell(kTooManyEntries);
+}
+
+void Form4::reNewTable() {
+  Label1->setText(QString::number(selected_.year) + QStringLiteral(" ") +
+                  MonthName(selected_.month));
+  Picture1->ShowMonth(selected_.year, selected_.month);
+  Picture1->SelectDay(selected_.day);
+  for (int day = 1; day <= platform::DaysInMonth(selected_.year, selected_.month); ++day)
+    Picture1->SetPictures(day, PicturesOf(day));
+}
+
+/// One picture for each action, however often it is planned, in the order of the legend.
+std::vector<const QPixmap*> Form4::PicturesOf(int day) const {
+  const auto& entries = month_.days.at(static_cast<size_t>(day) - 1);
+  std::vector<const QPixmap*> pictures;
+  for (size_t i = 0; i < kPictures; ++i) {
+    if (Plans(entries, kActionLetters[i])) pictures.push_back(&ActionPicture[i]);
+  }
+  return pictures;
+}
+
+/// A list that is up goes on to the day that is selected now: its buttons act on that date.
+void Form4::ShowSelectedMonth() {
+  selected_.day = std::min(selected_.day, platform::DaysInMonth(selected_.year, selected_.month));
+  renewdatetable();
+  if (!Frame1->isHidden()) Picture1_Click(selected_.day);
+}
+
+/// What every change of the table ends with; the run list has been reloaded by then.
+void Form4::ShowAfterChange() {
+  renewdatetable();
+  Picture1_Click(selected_.day);
+}
+
+void Form4::ShowPanel(MovablePanel& panel) {
+  panel.show();
+  panel.raise();
+  panel.TellPanels();
+  ReWindow();
+}
+
+void Form4::HidePanel(MovablePanel& panel) {
+  panel.hide();
+  panel.TellPanels();
+}
+
+void Form4::TitleDialog() { Frame2->SetTitle(ScheduleText(edited_ ? kEditText : kNewText)); }
+
+void Form4::Combo1_Click(int index) {
+  if (index < 0) return;
+  selected_.year = kFirstYear + index;
+  ShowSelectedMonth();
+}
+
+void Form4::Combo2_Click(int index) {
+  if (index < 0) return;
+  selected_.month = index + 1;
+  ShowSelectedMonth();
+}
+
+void Form4::Picture1_Click(int day) {
+  selected_.day = day;
+  Picture1->SelectDay(day);
+  Frame1->SetTitle(QString::fromStdString(ScheduleDate(selected_.year, selected_.month, day)));
+  Frame1->ShowEntries(month_.days.at(static_cast<size_t>(day) - 1));
+  ReNewTodayEvent(selected_.year, selected_.month, day);
+  ShowPanel(*Frame1);
+}
+
+void Form4::NewEntry_Click() {
+  edited_.reset();
+  Frame2->SetFields(ScheduleForm());
+  TitleDialog();
+  ShowPanel(*Frame2);
+}
+
+/// A new entry leaves the dialog up, for the next one; a refused one leaves it as it is.
+void Form4::Command1_Click() {
+  const ScheduleForm form = Frame2->Fields();
+  const std::string refused =
+      edited_ ? SaveEditedEntry(*edited_, form, selected_) : SaveNewEntry(form, selected_);
+  if (!refused.empty()) return Tell(refused);
+  if (edited_) HidePanel(*Frame2);
+  ShowAfterChange();
+}
+
+void Form4::Command2_Click() { HidePanel(*Frame2); }
+
+void Form4::Command3_Click() {
+  HidePanel(*Frame1);
+  edited_.reset();
+  TitleDialog();
+}
+
+void Form4::Command4_Click() {
+  const std::optional<int> number = Frame1->SelectedNumber();
+  ScheduleForm form = Frame2->Fields();
+  if (!number || !OpenEntry(*number, form)) return;
+  edited_ = number;
+  Frame2->SetFields(form);
+  TitleDialog();
+  ShowPanel(*Frame2);
+}
+
+void Form4::Command5_Click() {
+  const std::optional<int> number = Frame1->SelectedNumber();
+  if (!number) return;
+  const std::string time = Frame1->SelectedTime();
+  const Deletion deletion = DeleteEntry(*number);
+  if (deletion == Deletion::Deleted) ShowAfterChange();
+  if (deletion != Deletion::Ask) return;
+  deleting_ = *number;
+  deletingTime_ = time;
+  CentreDeletePanel();
+  ShowPanel(*Frame4);
+}
+
+/// The step of a drag to where it stands makes it forget the edges to which it was dragged before.
+void Form4::CentreDeletePanel() {
+  panels_.At(kDeletePanel).left = (Client()->width() - Frame4->width()) / 2;
+  panels_.At(kDeletePanel).top = (Client()->height() - Frame4->height()) / 2;
+  panels_.Grab(0, 0);
+  panels_.Drag(kDeletePanel, 0, 0);
+}
+
+void Form4::Command6_Click(char choice) {
+  HidePanel(*Frame4);
+  DeleteByChoice(choice, deleting_, selected_, deletingTime_);
+  ShowAfterChange();
+}
+
+}  // namespace varek

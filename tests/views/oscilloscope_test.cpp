@@ -1,0 +1,397 @@
+// The oscilloscope: which hours are loaded and how they are asked for, the arithmetic of the view,
+// what is drawn and read back by its colour, and the window around it.
+#include "views/oscilloscope.h"
+
+#include <gtest/gtest.h>
+
+#include <QApplication>
+#include <QCheckBox>
+#include <QListWidget>
+#include <QMouseEvent>
+#include <cmath>
+
+#include "core/data_center.h"
+#include "platform/clock.h"
+#include "platform/events.h"
+#include "records/databases.h"
+#include "settings/language.h"
+#include "support/monitor_fixture.h"
+#include "support/serial_line.h"
+#include "views/curve_panel.h"
+#include "views/kit/month_calendar.h"
+#include "views/scope_colors.h"
+#include "views/scope_widgets.h"
+
+namespace varek {
+namespace {
+
+constexpr char kToday[] = "20260310";
+
+HourLines Lines(const std::vector<size_t>& hours) {
+  HourLines lines{};
+  for (const size_t hour : hours) lines.at(hour) = true;
+  return lines;
+}
+
+TEST(ScopeHoursTest, OnlyTheFirstRunIsAskedForButEveryLineCounts) {
+  const struct {
+    std::vector<size_t> lines;
+    int32_t total;
+    std::string lower, upper;
+  } cases[] = {{{2, 3, 5, 6}, 4 * 3600, "02:00:00", "04:00:00"},
+               {{9}, 3600, "09:00:00", "10:00:00"},
+               {{21, 22, 23}, 3 * 3600, "21:00:00", "23:59:59"},
+               {{0, 23}, 2 * 3600, "00:00:00", "01:00:00"}};
+  for (const auto& c : cases) {
+    const ScopeHours hours = ChosenHours(Lines(c.lines));
+    EXPECT_EQ(hours.TotalSeconds, c.total);
+    EXPECT_EQ(SampleQuery(kToday, "date", hours), "Select *  From  [20260310] Where  [date] > #" +
+                                                      c.lower + "# And [date] < #" + c.upper + "#");
+    EXPECT_EQ(EventQuery(kToday, hours),
+              "Select *  From  [allevent] Where [DateANDTime] >= #2026/03/10 " + c.lower +
+                  "# And [DateANDTime] <= #2026/03/10 " + c.upper +
+                  "# And [type] In (1,2,3,4,5,6,7,8,9,10,11,12)");
+  }
+  EXPECT_EQ(ChosenHours({}).TotalSeconds, 0);
+}
+
+/// A view of four hours at its start: 6750 to 7650 seconds, 0 to 200.
+ScopeView FourHours() {
+  ScopeView view;
+  view.Recentre(4 * 3600);
+  return view;
+}
+
+TEST(ScopeViewTest, MovesWithinThePlane) {
+  const auto band = [](ScopePoint a, ScopePoint b) {
+    return [a, b](ScopeView& view) { view.SelectBand(a, b, 900, 400); };
+  };
+  const auto pan = [](ScopePoint by) {
+    return [by](ScopeView& view) {
+      view.Grab({500, 200});
+      view.DragTo({500 + by.x / 2, 200}, 900, 400);
+      view.DragTo({500 + by.x, 200 + by.y}, 900, 400);
+    };
+  };
+  const auto times = [](int count, void (ScopeView::*step)()) {
+    return [count, step](ScopeView& view) {
+      for (int i = 0; i < count; ++i) (view.*step)();
+    };
+  };
+  const struct {
+    const char* what;
+    std::function<void(ScopeView&)> change;
+    double left, right, bottom, top;
+  } cases[] = {
+      {"start", [](ScopeView&) {}, 6750, 7650, 0, 200},
+      {"reset", &ScopeView::ResetView, 2000, 3000, 0, 200},
+      {"all", &ScopeView::ShowAll, 0, 14400, 0, 500},
+      {"in", &ScopeView::ZoomIn, 6975, 7425, 50, 150},
+      // 900, 450, 225, 112.5, 56: there time stops; values go 200, 100, 50, 25, 12.5, 6, 3, 1.5.
+      {"in to the end", times(12, &ScopeView::ZoomIn), 7172, 7228, 99.25, 100.75},
+      {"out", &ScopeView::ZoomOut, 6300, 8100, 0, 300},
+      {"out to the end", times(9, &ScopeView::ZoomOut), 0, 14400, 0, 500},
+      {"pan", pan({90, 40}), 6660, 7560, 20, 220},
+      {"pan too far", pan({9000, -400}), 0, 900, 0, 200},
+      {"pan too far back", pan({-9000, 4000}), 13500, 14400, 300, 500},
+      {"band", band({100, 100}, {200, 300}), 6850, 6950, 50, 150},
+      {"band, other corners", band({200, 100}, {100, 300}), 6850, 6950, 50, 150},
+      {"band of a point", band({100, 100}, {100, 100}), 6820, 6880, 149, 151},
+      {"band out of the plane", band({-7650, 300}, {-6750, 500}), 0, 900, 0, 100},
+      {"jump",
+       [](ScopeView& view) {
+         view.CentreOn({80, 50});
+       },
+       3150, 4050, 150, 350},
+      {"jump to a corner",
+       [](ScopeView& view) {
+         view.CentreOn({319, 99});
+       },
+       13500, 14400, 0, 200},
+  };
+  for (const auto& c : cases) {
+    SCOPED_TRACE(c.what);
+    ScopeView view = FourHours();
+    c.change(view);
+    EXPECT_NEAR(view.Left(), c.left, 1);
+    EXPECT_NEAR(view.Right() - view.Left(), c.right - c.left, 0.5);
+    EXPECT_DOUBLE_EQ(view.Bottom(), c.bottom);
+    EXPECT_DOUBLE_EQ(view.Top(), c.top);
+    EXPECT_EQ(view.SpanX(), std::nearbyint(view.Right() - view.Left()));
+    EXPECT_EQ(view.SpanY(), std::nearbyint(view.Top() - view.Bottom()));
+  }
+}
+
+TEST(ScopeViewTest, ZoomingInAtASpanOf60LeavesTheTimeAlone) {
+  ScopeView view = FourHours();
+  view.SelectBand({300, 100}, {360, 300}, 900, 400);
+  ASSERT_EQ(view.SpanX(), 60);
+  view.ZoomIn();
+  EXPECT_EQ(view.Left(), 7050);
+  EXPECT_EQ(view.SpanX(), 60);
+  EXPECT_EQ(view.SpanY(), 50);
+}
+
+TEST(ScopeCurveTest, TenMissingSecondsAreBridgedElevenAreNot) {
+  for (const size_t missing : {0U, 10U, 11U, 500U}) {
+    Curve curve(missing + 4, kNoSample);
+    curve[0] = curve[1] = 1;
+    curve[missing + 2] = curve[missing + 3] = 2;
+    const auto lines = CurveSegments(curve, 0, 10000, {0, 0, 2, 10, 100});
+    const platform::Segment bridge{2, 90, 2.0 * static_cast<double>(missing + 2), 80};
+    EXPECT_EQ(lines.size(), missing <= 10 ? 3U : 2U) << missing;
+    EXPECT_EQ(std::count(lines.begin(), lines.end(), bridge), missing <= 10) << missing;
+  }
+}
+
+/// 100 seconds a pixel: few lines, which still reach every extreme.
+TEST(ScopeCurveTest, AWholeDayBecomesOneExtentAColumn) {
+  Curve curve(86401, 50);
+  curve[43210] = 90;
+  curve[43220] = 10;
+  const auto lines = CurveSegments(curve, 0, 86400, {0, 0, 0.01, 1, 100});
+  EXPECT_LT(lines.size(), 870U);
+  EXPECT_EQ(std::count(lines.begin(), lines.end(), platform::Segment{432.5, 10, 432.5, 90}), 1);
+  EXPECT_NEAR(lines.back().x2, 864, 1);
+}
+
+/// How many lines of the grid cross a row or a column of the plot.
+int GridLines(const platform::Surface& plot, bool across) {
+  int count = 0;
+  bool before = false;
+  for (int i = 0; i < (across ? plot.Width() : plot.Height()); ++i) {
+    const bool now = (across ? plot.Pixel(i, 50) : plot.Pixel(450, i)) == kGridColor;
+    count += now && !before;
+    before = now;
+  }
+  return count;
+}
+
+/// A line on the right or the lower edge lies just outside.
+TEST(ScopeChartTest, TheGridFollowsTheSpan) {
+  test::StartToolkit();
+  const ScopeData none;
+  const std::pair<int32_t, int> times[] = {{10, 0},   {11, 3},   {120, 24}, {121, 3},
+                                           {600, 10}, {601, 3},  {1800, 6}, {1900, 4},
+                                           {3600, 6}, {4000, 3}, {9000, 5}, {86400, 48}};
+  ScopeView view;
+  ScopeChart chart(none, view);
+  chart.Resize(1000, 1000);
+  for (const auto& [span, lines] : times) {
+    view.Recentre(span);
+    view.ShowAll();
+    chart.DrawChart();
+    EXPECT_EQ(GridLines(chart.Picture(), true), lines) << span;
+  }
+  const std::pair<int, int> values[] = {{2, 20},   {3, 3},   {20, 20}, {21, 5},
+                                        {100, 20}, {101, 5}, {150, 6}, {151, 4}};
+  chart.Resize(1000, 500);
+  for (const auto& [span, lines] : values) {
+    view.Recentre(10);
+    view.ShowAll();
+    view.SelectBand({0, 0}, {1000, double(span)}, 1000, 500);
+    chart.DrawChart();
+    EXPECT_EQ(GridLines(chart.Picture(), false), lines) << span;
+  }
+}
+
+TEST(ScopeTipTest, StandsInsideAndInTheComplement) {
+  EXPECT_EQ(TipPlace(10, 50, 100), 10);
+  EXPECT_EQ(TipPlace(60, 50, 100), 10);
+  EXPECT_EQ(TipTextColor({255, 255, 33}), (platform::Color{0, 0, 222}));
+}
+
+/// Today has samples from 11:59:58 to 13:00:00, without 12:25:00 to 12:25:04; input 100, load 50,
+/// frequency 20, battery 90, temperature 27. The mains fail at 12:30.
+class OscilloscopeTest : public test::MonitorTest {
+ protected:
+  OscilloscopeTest() {
+    test::InstallPictures(Folder());
+    Loadlanguage(0);
+    DataCenter.UseCelsius = DataCenter.HasLoad = DataCenter.HasTemperature = kSet;
+    OpenDatabases();
+    Records.data->BeginTransaction();
+    for (int second = -2; second <= 3600; ++second) {
+      if (second < 1500 || second > 1504) AddRow(12 * 3600 + second);
+    }
+    Records.data->CommitTransaction();
+    AddEvent("2026-03-10 12:30:00", 6);
+    AddEvent("2026-03-10 13:00:00", 8);
+    AddEvent("2026-03-10 13:00:01", 1);
+    AddEvent("2026-03-09 12:30:00", 2);
+  }
+
+  static void AddRow(int second) {
+    platform::Recordset& rows = *Records.samples;
+    rows.AddNew();
+    rows.Set(0, platform::FormatTime({0, 0, 0, second / 3600, second / 60 % 60, second % 60}));
+    const double values[] = {100, 250, 50, 20, 90, 27};
+    for (int i = 0; i < 6; ++i) rows.Set(i + 1, values[i]);
+    rows.Update();
+  }
+
+  static void AddEvent(const std::string& time, int64_t type) {
+    Records.allevent->AddNew();
+    Records.allevent->Set(0, time);
+    Records.allevent->Set(1, type);
+    Records.allevent->Update();
+  }
+
+  static LoadResult Load(ScopeData& scope, const HourLines& lines, const char* day = kToday) {
+    return scope.LoadDayData(*Records.data, *Records.event, day, ChosenHours(lines), [](int) {});
+  }
+
+  /// A click is posted, loads, and posts its message.
+  static void Settle() {
+    for (int i = 0; i < 4; ++i) platform::DoEvents();
+  }
+
+  static Form3& Open() {
+    ShowOscilloscope();
+    Settle();
+    return Oscilloscope().Get();
+  }
+
+  static void Mouse(QWidget& widget, QEvent::Type type, QPointF at,
+                    Qt::MouseButton button = Qt::NoButton) {
+    const bool moves = type == QEvent::MouseMove;
+    QMouseEvent event(type, at, widget.mapToGlobal(at), moves ? Qt::NoButton : button,
+                      type == QEvent::MouseButtonRelease ? Qt::NoButton : button, {});
+    QApplication::sendEvent(&widget, &event);
+  }
+
+  static void Drag(QWidget& widget, QPointF from, QPointF to, Qt::MouseButton button) {
+    Mouse(widget, QEvent::MouseButtonPress, from, button);
+    Mouse(widget, QEvent::MouseMove, to, button);
+    Mouse(widget, QEvent::MouseButtonRelease, to, button);
+  }
+};
+
+TEST_F(OscilloscopeTest, LoadsWhatLiesBetweenTheHours) {
+  ScopeData scope;
+  ASSERT_EQ(Load(scope, Lines({12, 14})), LoadResult::Loaded);
+  EXPECT_EQ(scope.Samples(0).size(), 7201U);
+  const std::pair<int32_t, float> slots[] = {{-1, kNoSample},   {0, kNoSample},   {1, 100},
+                                             {1500, kNoSample}, {3599, 100},      {3600, kNoSample},
+                                             {7200, kNoSample}, {7201, kNoSample}};
+  for (const auto& [second, value] : slots) EXPECT_EQ(scope.SampleAt(0, second), value) << second;
+  ASSERT_EQ(scope.EventList().size(), 2U);
+  EXPECT_EQ(scope.EventList()[0].time, 1800);
+  EXPECT_EQ(scope.EventList()[0].type, 6);
+  EXPECT_EQ(scope.EventList()[1].time, 3600);
+
+  DataCenter.UseCelsius = kClear;
+  EXPECT_EQ(scope.SampleAt(5, 1), 27);
+  Load(scope, Lines({12}));
+  EXPECT_FLOAT_EQ(scope.SampleAt(5, 1), 80.6F);
+
+  EXPECT_EQ(Load(scope, Lines({15})), LoadResult::NoRows);
+  EXPECT_TRUE(scope.EventList().empty());
+  EXPECT_EQ(Load(scope, Lines({12}), "20260308"), LoadResult::NoTable);
+  EXPECT_EQ(scope.SampleAt(0, 1), kNoSample);
+}
+
+/// One second a pixel, half a unit a pixel.
+TEST_F(OscilloscopeTest, TipsAreFoundByTheirColour) {
+  ScopeData scope;
+  Load(scope, Lines({12}));
+  ScopeView view;
+  view.Recentre(scope.TotalSeconds());
+  ScopeChart chart(scope, view);
+  chart.Resize(900, 400);
+  chart.DrawChart();
+  const struct {
+    int x, y;
+    const char* text;
+  } cases[] = {
+      {100, 200, "Input voltage\n100\n12:24:10"},
+      {100, 204, "Input voltage\n100\n12:24:10"},
+      {100, 196, "Input voltage\n100\n12:24:10"},
+      {100, 206, ""},
+      {152, 200, "Input voltage\nNo sample at this time\n12:25:2"},
+      {100, 300, "Load\n50\n12:24:10"},
+      {100, 360, "Frequency\n20\n12:24:10"},
+      {100, 220, "Battery\n90\n12:24:10"},
+      {100, 346, "Temperature\n27\n12:24:10"},
+      {450, 60, "Mains power failed\n2026-03-10 12:30:00"},
+      {100, 100, ""},  // a line of the grid
+      {300, 60, ""},   // another
+      {-1, 200, ""},
+  };
+  for (const auto& c : cases) {
+    const auto tip = TipAt(chart.Picture(), c.x, c.y, scope, view);
+    EXPECT_EQ(tip ? tip->text : "", c.text) << c.x << ", " << c.y;
+  }
+}
+
+TEST_F(OscilloscopeTest, OpensOnThePresentHourAndFollowsTheMouse) {
+  Form3& form = Open();
+  EXPECT_TRUE(DataCenter.FormOpen[Form3::kNumber]);
+  EXPECT_EQ(form.Data().SampleAt(0, 1), 100);
+  EXPECT_EQ(form.View().Left(), 1350);
+  EXPECT_TRUE(messages.empty());
+
+  const QPointF onInput(30, form.Plot().height() / 2.0);
+  Mouse(form.Plot(), QEvent::MouseMove, onInput);
+  EXPECT_TRUE(form.Tip().Text().startsWith(QStringLiteral("Input voltage")));
+  EXPECT_TRUE(form.Tip().isVisible());
+  form.Curves().Box(0).click();
+  Mouse(form.Plot(), QEvent::MouseMove, onInput);
+  EXPECT_FALSE(form.Tip().isVisible());
+
+  const double width = form.Plot().width();
+  Drag(form.Plot(), {0, 100}, {width / 9, 100}, Qt::LeftButton);
+  EXPECT_NEAR(form.View().Left(), 1250, 1e-6);
+  Drag(form.Plot(), {50, 50}, {50, 50}, Qt::RightButton);
+  EXPECT_EQ(form.View().SpanX(), 60);
+  Drag(form.Miniature(), {10, 10}, {160, 50}, Qt::LeftButton);
+  EXPECT_EQ(form.View().Left(), 1770);
+}
+
+TEST_F(OscilloscopeTest, TellsThatThereIsNoDataAndSurvivesItsOwnEnd) {
+  Form3& form = Open();
+  form.Hours().clearSelection();
+  form.Hours().item(15)->setSelected(true);
+  Settle();
+  EXPECT_EQ(messages, std::vector{LangText[121]});
+  EXPECT_EQ(form.Data().SampleAt(0, 1), kNoSample);
+
+  form.Calendar().Lastmonth();
+  QMouseEvent click(QEvent::MouseButtonPress, form.Calendar().CellRect(20).center(), {},
+                    Qt::LeftButton, Qt::LeftButton, {});
+  QApplication::sendEvent(&form.Calendar(), &click);
+  Settle();
+  ASSERT_EQ(messages.size(), 2U);
+  EXPECT_EQ(messages[1], LangText[121] + "!");
+
+  form.LoadDayData();
+  form.Hours().item(16)->setSelected(true);
+  Oscilloscope().Unload();
+  Settle();
+  EXPECT_EQ(messages.size(), 3U);
+  EXPECT_FALSE(DataCenter.FormOpen[Form3::kNumber]);
+}
+
+TEST_F(OscilloscopeTest, LeavesOutWhatTheUnitDoesNotMeasureInEveryLanguage) {
+  Form3& form = Open();
+  CurvePanel& curves = form.Curves();
+  const QPoint placeOfTemperature = curves.Box(5).pos();
+  DataCenter.HasTemperature = kClear;
+  form.LoadDayData();
+  EXPECT_TRUE(curves.Box(5).isHidden());
+  EXPECT_FALSE(curves.IsOn(5));
+  EXPECT_EQ(curves.Box(kEventSwitch).pos(), placeOfTemperature);
+  DataCenter.HasTemperature = kSet;
+  form.LoadDayData();
+  EXPECT_TRUE(curves.IsOn(5));
+  for (int index = 0; index < 3; ++index) {
+    Loadlanguage(index);
+    language(Form3::kNumber);
+    EXPECT_EQ(form.windowTitle().toStdString(), LangText[74]);
+    for (int i = 0; i < kScopeSwitches; ++i)
+      EXPECT_LE(curves.Box(i).sizeHint().width(), curves.Box(i).width()) << index << i;
+  }
+}
+
+}  // namespace
+}  // namespace varek
