@@ -16,6 +16,7 @@
 #include "platform/guard.h"
 #include "settings/language.h"
 #include "views/kit/bubble.h"
+#include "views/kit/month_choosers.h"
 #include "views/kit/month_grid.h"
 #include "views/kit/movable_panel.h"
 #include "views/kit/picture_button.h"
@@ -25,10 +26,6 @@
 namespace varek {
 
 namespace {
-
-constexpr int kFirstYear = 2000;
-constexpr int kLastYear = 2011;
-constexpr int kMonths = 12;
 
 // Places are those in a client area of the start size.
 constexpr QSize kStartSize{900, 580};
@@ -46,7 +43,6 @@ constexpr int kCloseSize = 20;
 constexpr int kTimeWidth = 150;
 constexpr int kRowHeight = 22;
 
-constexpr size_t kNoMonthName = 60;  ///< the text before January's
 constexpr size_t kCloseText = 31;
 constexpr size_t kSelectAllText = 191;
 constexpr size_t kSelectNoneText = 192;
@@ -55,9 +51,7 @@ constexpr std::array<size_t, 2> kColumnHeads{194, 195};
 constexpr size_t kNoEventsText = 197;
 constexpr size_t kTypesText = 198;
 constexpr size_t kRefreshTip = 199;
-constexpr size_t kChooseYearText = 203;
 constexpr size_t kCaptionText = 204;
-constexpr size_t kChooseMonthText = 205;
 constexpr size_t kDayListText = 209;
 constexpr size_t kCountText = 210;
 
@@ -66,8 +60,6 @@ constexpr DayColors kToday{{255, 255, 255}, {0, 110, 200}};
 constexpr DayColors kSelectedDay{{111, 127, 255}, {255, 255, 255}};
 
 QString Text(size_t number) { return QString::fromStdString(LangText[number]); }
-
-QString MonthName(int month) { return Text(kNoMonthName + static_cast<size_t>(month)); }
 
 template <typename Control>
 Control* Named(Control* control, const char* name) {
@@ -120,9 +112,8 @@ void Form6::MakeChoosers() {
   Label1 = Named(new QLabel(Client()), "Label1");
   Label1->setStyleSheet(QStringLiteral("font-size: %1px; font-weight: bold;").arg(kHeaderSize));
   Combo1 = Named(new QComboBox(Client()), "Combo1");
-  for (int year = kFirstYear; year <= kLastYear; ++year) Combo1->addItem(QString::number(year));
   Combo2 = Named(new QComboBox(Client()), "Combo2");
-  for (int month = 1; month <= kMonths; ++month) Combo2->addItem(QString());
+  FillMonthChoosers(*Combo1, *Combo2);
 }
 
 void Form6::MakeMonth() {
@@ -213,10 +204,7 @@ void Form6::SelectToday() {
 void Form6::ApplyLanguage() {
   ViewWindow::ApplyLanguage();
   SetCaption(Text(kCaptionText));
-  Combo1->setPlaceholderText(Text(kChooseYearText));
-  Combo1->setToolTip(Text(kChooseYearText));
-  Combo2->setToolTip(Text(kChooseMonthText));
-  for (int month = 1; month <= kMonths; ++month) Combo2->setItemText(month - 1, MonthName(month));
+  ApplyChooserLanguage(*Combo1, *Combo2);
   Label2->setText(Text(kTypesText));
   for (size_t i = 0; i < Check1.size(); ++i)
     Check1[i]->setText(QString::fromStdString(EventText[i]));
@@ -268,7 +256,7 @@ std::vector<const QPixmap*> Form6::PicturesOf(int day) const {
 }
 
 void Form6::renewdatetable() {
-  Label1->setText(QString::number(shownYear_) + QStringLiteral(" ") + MonthName(shownMonth_));
+  Label1->setText(MonthTitle(shownYear_, shownMonth_));
   Picture1->ShowMonth(shownYear_, shownMonth_);
   Picture1->SelectDay(selectedDay_);
   for (int day = 1; day <= platform::DaysInMonth(shownYear_, shownMonth_); ++day)
@@ -277,7 +265,7 @@ void Form6::renewdatetable() {
 
 void Form6::Combo1_Click(int index) {
   if (index < 0) return;
-  shownYear_ = kFirstYear + index;
+  shownYear_ = kFirstChooserYear + index;
   ShowMonth();
 }
 

@@ -14,6 +14,7 @@
 #include "settings/language.h"
 #include "views/delete_panel.h"
 #include "views/kit/colors.h"
+#include "views/kit/month_choosers.h"
 #include "views/kit/month_grid.h"
 #include "views/kit/picture_view.h"
 #include "views/kit/pictures.h"
@@ -26,9 +27,6 @@ namespace varek {
 
 namespace {
 
-constexpr int kFirstYear = 2000;
-constexpr int kLastYear = 2011;
-constexpr int kMonths = 12;
 constexpr size_t kMostEntriesOfADay = 100;
 
 // Places are those in a client area of the start size.
@@ -50,20 +48,15 @@ constexpr size_t kListPanel = 0;
 constexpr size_t kDialogPanel = 1;
 constexpr size_t kDeletePanel = 2;
 
-constexpr size_t kNoMonthName = 60;  ///< the text before January's
 constexpr size_t kCaptionText = 80;
 constexpr size_t kNewText = 81;
 constexpr size_t kEditText = 85;
-constexpr size_t kChooseYearText = 203;
-constexpr size_t kChooseMonthText = 205;
 
 constexpr char kTooManyEntries[] = "DATA EVENT ERROR";
 
 constexpr DayColors kPlainDay{{255, 255, 255}, palette::kFace};
 constexpr DayColors kToday{{205, 238, 240}, palette::kFace};
 constexpr DayColors kSelectedDay{{111, 127, 255}, {255, 255, 255}};
-
-QString MonthName(int month) { return ScheduleText(kNoMonthName + static_cast<size_t>(month)); }
 
 template <typename Control>
 Control* Named(Control* control, const char* name) {
@@ -118,9 +111,8 @@ void Form4::MakeChoosers() {
   Label1 = Named(new QLabel(Client()), "Label1");
   Label1->setStyleSheet(QStringLiteral("font-size: %1px; font-weight: bold;").arg(kHeaderSize));
   Combo1 = Named(new QComboBox(Client()), "Combo1");
-  for (int year = kFirstYear; year <= kLastYear; ++year) Combo1->addItem(QString::number(year));
   Combo2 = Named(new QComboBox(Client()), "Combo2");
-  for (int month = 1; month <= kMonths; ++month) Combo2->addItem(QString());
+  FillMonthChoosers(*Combo1, *Combo2);
   newEntry_ = MakeScheduleButton(Client(), "NewEntry", [this] { NewEntry_Click(); });
 }
 
@@ -184,10 +176,7 @@ void Form4::SelectToday() {
 void Form4::ApplyLanguage() {
   ViewWindow::ApplyLanguage();
   SetCaption(ScheduleText(kCaptionText));
-  Combo1->setPlaceholderText(ScheduleText(kChooseYearText));
-  Combo1->setToolTip(ScheduleText(kChooseYearText));
-  Combo2->setToolTip(ScheduleText(kChooseMonthText));
-  for (int month = 1; month <= kMonths; ++month) Combo2->setItemText(month - 1, MonthName(month));
+  ApplyChooserLanguage(*Combo1, *Combo2);
   newEntry_->setText(ScheduleText(kNewText));
   Frame1->ApplyLanguage();
   Frame2->ApplyLanguage();
@@ -246,8 +235,7 @@ void Form4::reloadmon() {
 }
 
 void Form4::reNewTable() {
-  Label1->setText(QString::number(selected_.year) + QStringLiteral(" ") +
-                  MonthName(selected_.month));
+  Label1->setText(MonthTitle(selected_.year, selected_.month));
   Picture1->ShowMonth(selected_.year, selected_.month);
   Picture1->SelectDay(selected_.day);
   for (int day = 1; day <= platform::DaysInMonth(selected_.year, selected_.month); ++day)
@@ -293,7 +281,7 @@ void Form4::TitleDialog() { Frame2->SetTitle(ScheduleText(edited_ ? kEditText : 
 
 void Form4::Combo1_Click(int index) {
   if (index < 0) return;
-  selected_.year = kFirstYear + index;
+  selected_.year = kFirstChooserYear + index;
   ShowSelectedMonth();
 }
 

@@ -14,6 +14,7 @@
 #include "settings/language.h"
 #include "views/kit/calendar_page.h"
 #include "views/kit/colors.h"
+#include "views/kit/month_choosers.h"
 #include "views/kit/style.h"
 #include "views/palette.h"
 
@@ -21,7 +22,6 @@ namespace varek {
 
 namespace {
 
-constexpr size_t kMonthNames = 60;  ///< the text before January's
 constexpr size_t kWeekDayNames = 154;
 constexpr size_t kPreviousText = 221;
 constexpr size_t kNextText = 222;
@@ -201,8 +201,7 @@ void MonthCalendar::paintEvent(QPaintEvent*) {
 }
 
 void MonthCalendar::PaintHeader(QPainter& painter) const {
-  const std::string& month = LangText[kMonthNames + static_cast<size_t>(month_)];
-  const QString text = Shown(std::to_string(year_) + " " + month);
+  const QString text = MonthTitle(year_, month_);
   const QRect room(kButtonWidth, 0, width() - 2 * kButtonWidth, kHeaderHeight - 2);
   painter.setFont(FittingFont(font(), text, room.size()));
   painter.setPen(ToQColor(palette::kText));
