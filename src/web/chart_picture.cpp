@@ -26,6 +26,7 @@ constexpr int kLongestBridge = 10;  ///< seconds
 
 // Three digits must fit into the 20 pixels beside the plot, "23:59" into the 30 below it, and the
 // twelve pixels between two values of the small chart must part them.
+constexpr size_t kNoDataText = 121;
 constexpr int kLabelSize = 9;
 constexpr int kLabelDistance = 30;
 constexpr int kLabelShift = 13;
@@ -126,6 +127,7 @@ void Chart::Curve(const ChartSeries& series, Color color) {
 
 Surface& Chart::Finish(const TimeOfDay& start) {
   picture_.Copy(plot_, kPlotLeft, kPlotTop);
+  if (shape_.framed) DrawFrame();
   picture_.SetTextSize(kLabelSize);
   picture_.SetTextColor(Color{});
   ScaleLabels();
@@ -147,12 +149,12 @@ void Chart::TimeLabels(const TimeOfDay& start) {
   }
 }
 
-void DrawFrame(Surface& picture) {
-  // The right side twice: this is how the chart has always looked.
-  picture.Line(20, 123, 200, 123, kGridColor);
-  picture.Line(198, 5, 198, 125, kGridColor);
-  picture.Line(20, 5, 200, 5, kGridColor);
-  picture.Line(198, 5, 198, 125, kGridColor);
+/// None on the left, and the right side twice: this is how the chart has always looked.
+void Chart::DrawFrame() {
+  picture_.Line(20, 123, 200, 123, kGridColor);
+  picture_.Line(198, 5, 198, 125, kGridColor);
+  picture_.Line(20, 5, 200, 5, kGridColor);
+  picture_.Line(198, 5, 198, 125, kGridColor);
 }
 
 Surface NoDataPicture(const ChartShape& shape) {
@@ -160,7 +162,7 @@ Surface NoDataPicture(const ChartShape& shape) {
   picture.Clear(palette::kFace);
   picture.Rectangle({0, 0, shape.width - 1.0, shape.height - 1.0}, palette::kPanelEdge);
   picture.SetTextColor(palette::kText);
-  const std::string& text = LangText[121];
+  const std::string& text = LangText[kNoDataText];
   picture.Text((shape.width - picture.TextWidth(text)) / 2,
                (shape.height - picture.TextHeight()) / 2, text);
   return picture;

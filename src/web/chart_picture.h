@@ -18,6 +18,7 @@ struct ChartShape {
   int gridSeconds;            ///< between two vertical lines
   int lastLabel;              ///< where the last label of the time may stand
   int pixelsPerMinute;
+  bool framed;              ///< has lines around its plot
   const char* curveErrors;  ///< what stands in the error list for a curve that can't be drawn
 };
 
@@ -30,6 +31,7 @@ inline constexpr ChartShape kSmallChart{.width = 220,
                                         .gridSeconds = 600,
                                         .lastLabel = 200,
                                         .pixelsPerMinute = 3,
+                                        .framed = true,
                                         .curveErrors = "網路曲線圖畫圖時"};
 inline constexpr ChartShape kLargeChart{
     .width = 385,
@@ -41,6 +43,7 @@ inline constexpr ChartShape kLargeChart{
     .gridSeconds = 300,
     .lastLabel = 350,
     .pixelsPerMinute = 6,
+    .framed = false,
     .curveErrors = "資料檢視讀檔錯誤網路畫圖十發生LINE錯誤，編號"};
 
 class Chart final {
@@ -52,11 +55,12 @@ class Chart final {
   /// added to the error list and ends the curve where it is.
   void Curve(const ChartSeries& series, platform::Color color);
 
-  /// Puts plot and labels together; the hour shown begins at `start`.
+  /// Puts plot, frame and labels together; the hour shown begins at `start`.
   platform::Surface& Finish(const TimeOfDay& start);
 
  private:
   void Grid();
+  void DrawFrame();
   void ScaleLabels();
   void TimeLabels(const TimeOfDay& start);
 
@@ -65,9 +69,6 @@ class Chart final {
   platform::Surface plot_;
   platform::Surface picture_;
 };
-
-/// The lines around the plot of a small chart. There is none on the left.
-void DrawFrame(platform::Surface& picture);
 
 /// What stands in a chart's place when there is nothing to draw.
 platform::Surface NoDataPicture(const ChartShape& shape);

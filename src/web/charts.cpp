@@ -58,9 +58,7 @@ void DrawSmallChart(const ChartSeries& series, platform::Color color, const Time
                     const char* file) {
   Chart chart(kSmallChart, ScaleTop(series, kLeastScale));
   chart.Curve(series, color);
-  platform::Surface& picture = chart.Finish(start);
-  DrawFrame(picture);
-  picture.SaveBmp(WebPath(file));
+  chart.Finish(start).SaveBmp(WebPath(file));
 }
 
 bool IsDrawn(int column, const SeriesShown& shown) {
