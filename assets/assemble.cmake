@@ -1,9 +1,10 @@
 # Puts the files that come with the program into the program folder. The language table, the
-# pictures and the web pages belong to the program and follow it; settings and records belong to the
-# user and are only ever added.
+# pictures, the manuals and the web pages belong to the program and follow it; settings and records
+# belong to the user and are only ever added.
 file(MAKE_DIRECTORY ${PROGRAM_FOLDER}/database)
 file(COPY ${INITIAL}/LangData.mdb DESTINATION ${PROGRAM_FOLDER}/database)
 file(COPY ${INITIAL}/image DESTINATION ${PROGRAM_FOLDER})
+file(COPY ${INITIAL}/manual DESTINATION ${PROGRAM_FOLDER})
 
 function(copy_if_missing source target)
   if(NOT EXISTS ${target})

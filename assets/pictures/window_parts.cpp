@@ -2,6 +2,7 @@
 #include <QLineF>
 #include <array>
 #include <initializer_list>
+#include <iterator>
 #include <string>
 
 #include "pictures/canvas.h"
@@ -96,6 +97,33 @@ void MakeFrameButtons(const fs::path& folder, size_t number) {
   MakeFrameButton(folder, "minimise", number, {QLineF(6.5, 14.5, 15.5, 14.5)});
 }
 
+struct Language {
+  const char* name;  ///< in the language itself
+  const char* typeface;
+};
+
+/// By language index. No flags: languages are not countries.
+constexpr Language kLanguages[] = {
+    {"English", "DejaVu Sans"},
+    {"繁體中文", "Noto Sans CJK TC"},
+    {"简体中文", "Noto Sans CJK SC"},
+};
+
+/// The language picker's buttons: language00.jpg is English, normal.
+void MakeLanguageButtons(const fs::path& folder, size_t number) {
+  for (size_t index = 0; index < std::size(kLanguages); ++index) {
+    Canvas canvas(240, 64, Ink(palette::kWindow));
+    DrawRounded(canvas, kStates.at(number), 8);
+    QFont font = Letters(28);
+    font.setFamily(QString::fromUtf8(kLanguages[index].typeface));
+    canvas.Painter().setFont(font);
+    canvas.Painter().setPen(Ink(palette::kText));
+    canvas.Painter().drawText(canvas.Area(), Qt::AlignCenter,
+                              QString::fromUtf8(kLanguages[index].name));
+    canvas.Save(Numbered(folder, ("language" + std::to_string(index)).c_str(), number));
+  }
+}
+
 void MakeBackground(const fs::path& folder) {
   const QColor window = Ink(palette::kWindow);
   Canvas canvas(320, 200, window);
@@ -122,6 +150,7 @@ void MakeWindowParts(const fs::path& folder) {
   for (size_t number = 0; number < kStates.size(); ++number) {
     MakeButton(folder, number);
     MakeFrameButtons(folder, number);
+    MakeLanguageButtons(folder, number);
   }
 }
 

@@ -17,6 +17,12 @@
 #include "records/events.h"
 #include "records/shutdown.h"
 #include "settings/language.h"
+#include "settings/language_picker.h"
+#include "settings/mail_settings.h"
+#include "settings/sms_settings.h"
+#include "settings/system_settings.h"
+#include "settings/version_window.h"
+#include "settings/web_log.h"
 #include "views/data_history.h"
 #include "views/event_log.h"
 #include "views/kit/bubble.h"
@@ -62,17 +68,12 @@ constexpr size_t kFirstButtonText = 1;
 
 QString Shown(const std::string& text) { return QString::fromStdString(text); }
 
-/// What each menu picture opens. Empty places belong to windows that are not built in.
-using Opener = void (*)();
-constexpr std::array<Opener, kMenuItems> kOpeners{
-    nullptr,      nullptr,         ShowScheduleCalendar,
-    ShowEventLog, ShowDataHistory, ShowOscilloscope,
-    nullptr,      nullptr,         nullptr,
-    nullptr};
+/// What each menu picture opens.
+constexpr std::array<void (*)(), kMenuItems> kOpeners{
+    ShowLanguagePicker, ShowSystemSettings, ShowScheduleCalendar, ShowEventLog, ShowDataHistory,
+    ShowOscilloscope,   ShowSmsSettings,    ShowMailSettings,     ShowWebLog,   ShowVersion};
 
-void OpenMenuItem(int item) {
-  if (const Opener open = kOpeners.at(static_cast<size_t>(item))) open();
-}
+void OpenMenuItem(int item) { kOpeners.at(static_cast<size_t>(item))(); }
 
 /// Shows the panel's surface.
 class PanelView final : public QWidget {

@@ -105,8 +105,9 @@ TEST_F(DashboardTest, NeverCutsThePanel) {
   }
 }
 
-TEST_F(DashboardTest, ItsMenuOpensTheViewers) {
-  const std::pair<int, int> cases[] = {{2, 4}, {3, 6}, {4, 2}, {5, 3}};  // item, form
+TEST_F(DashboardTest, ItsMenuOpensTheWindows) {
+  const std::pair<int, int> cases[] = {{0, 7}, {1, 14}, {2, 4}, {3, 6}, {4, 2},
+                                       {5, 3}, {6, 9},  {7, 5}, {8, 15}};  // item, form
   Form1& form = Open();
   for (const auto& [item, opened] : cases) {
     Click(form.MenuItem(item));

@@ -1,0 +1,105 @@
+#include "settings/manuals.h"
+
+#include <QListWidget>
+#include <QShortcut>
+#include <array>
+
+#include "platform/events.h"
+#include "platform/guard.h"
+#include "platform/message_box.h"
+#include "platform/open_document.h"
+#include "platform/paths.h"
+#include "settings/language.h"
+#include "views/kit/picture_button.h"
+
+namespace varek {
+
+namespace {
+
+constexpr QSize kStartSize{340, 170};
+constexpr int kMargin = 12;
+constexpr int kLineSpacing = 3;
+constexpr QSize kButtonSize{110, 30};
+
+constexpr size_t kCloseText = 303;
+constexpr size_t kCaptionText = 306;
+constexpr size_t kMissingText = 307;
+constexpr size_t kNoProgramText = 308;
+
+struct Manual {
+  size_t file;  ///< text number of the path below the program folder
+  size_t title;
+};
+
+constexpr std::array<Manual, 2> kManuals{{{309, 311}, {310, 312}}};
+
+QString Text(size_t number) { return QString::fromStdString(LangText[number]); }
+
+/// While the message is up the window may be closed, so it waits for the end of the handler.
+void Tell(size_t text) {
+  platform::Post("form17 showpdf", [text] { platform::MessageBox(LangText[text]); });
+}
+
+}  // namespace
+
+FormSlot<Form17>& Manuals() {
+  static FormSlot<Form17> slot(Form17::kNumber);
+  return slot;
+}
+
+void ShowManuals() { Manuals().Get().ShowAndRaise(); }
+
+Form17::Form17()
+    : ViewWindow(kNumber, kStartSize, kStartSize),
+      List1(new QListWidget(Client())),
+      Picture6(new PictureButton(Client(), QStringLiteral("button"), [this] { close(); })) {
+  List1->setObjectName(QStringLiteral("List1"));
+  Picture6->setObjectName(QStringLiteral("Picture6"));
+  List1->setSpacing(kLineSpacing);
+  for (size_t i = 0; i < kManuals.size(); ++i) List1->addItem(QString());
+  List1->setCurrentRow(0);
+  connect(List1, &QListWidget::doubleClicked, this, [this] { OpenSelected(); });
+  for (const auto key : {Qt::Key_Return, Qt::Key_Enter}) {
+    auto* enter = new QShortcut(key, List1);
+    enter->setContext(Qt::WidgetShortcut);
+    connect(enter, &QShortcut::activated, this, [this] { OpenSelected(); });
+  }
+  ApplyLanguage();
+  Form17::Form_Resize();
+  List1->setFocus();
+}
+
+void Form17::ApplyLanguage() {
+  ViewWindow::ApplyLanguage();
+  SetCaption(Text(kCaptionText));
+  List1->setAccessibleName(Text(kCaptionText));
+  for (size_t i = 0; i < kManuals.size(); ++i)
+    List1->item(static_cast<int>(i))->setText(Text(kManuals[i].title));
+  Picture6->SetText(Text(kCloseText));
+}
+
+void Form17::Form_Resize() {
+  const QRect area = Client()->rect().adjusted(kMargin, kMargin, -kMargin, -kMargin);
+  List1->setGeometry(area.adjusted(0, 0, 0, -kMargin - kButtonSize.height()));
+  Picture6->setGeometry(QRect(
+      area.bottomRight() - QPoint(kButtonSize.width() - 1, kButtonSize.height() - 1), kButtonSize));
+}
+
+void Form17::OpenSelected() {
+  platform::Guarded("form17 List1_DblClick", [this] { showpdf(List1->currentRow()); });
+}
+
+void Form17::showpdf(int index) {
+  if (index < 0 || index >= static_cast<int>(kManuals.size())) return;
+  const std::string& file = LangText[kManuals[static_cast<size_t>(index)].file];
+  switch (platform::OpenDocument(platform::ProgramPath(file))) {
+    case platform::OpenResult::Opened:
+      return;
+    case platform::OpenResult::FileMissing:
+      return Tell(kMissingText);
+    case platform::OpenResult::NoProgram:
+      return Tell(kNoProgramText);
+  }
+}
+
+}  // namespace varek

@@ -1,0 +1,60 @@
+// The rules of the system settings dialog, without a window: what its fields show when it opens,
+// and the checks and changes behind its OK, in their order.
+#pragma once
+
+#include <array>
+#include <cstdint>
+#include <optional>
+#include <string>
+
+namespace varek {
+
+constexpr size_t kSettingsBoxes = 10;
+constexpr size_t kDelaySwitches = 4;
+
+/// The choices of a port: USB, then COM 1 to COM 16.
+constexpr int kPortChoices = 17;
+
+/// Stands in a password's box for the password that is set; left there, it changes nothing.
+constexpr char kPasswordMask[] = "**********";
+
+/// What the fields of the dialog hold.
+struct SettingsFields {
+  std::string port;  ///< as PortChoice names it
+  bool webEnabled = false;
+  std::string webPort;
+  /// 0 and 1 the login password and its repeat, 2 and 3 the control password's; then minutes: 4 and
+  /// 5 the delays of computer and UPS for schedule and web, 6 and 7 those on mains failure, 8 and 9
+  /// those on battery low, where the UPS comes first.
+  std::array<std::string, kSettingsBoxes> boxes;
+  bool autoSave = false;
+  /// Mains failure: computer, UPS; battery low: computer, UPS.
+  std::array<bool, kDelaySwitches> delaysOn{};
+  bool eventPopup = false;
+  bool celsius = false;
+};
+
+/// Stands for the web port's field where a box's number is asked for.
+constexpr size_t kWebPortBox = kSettingsBoxes;
+
+/// Why OK is refused: the number of the message and the box that it is about.
+struct SettingsFault {
+  size_t message;
+  size_t box;
+  bool operator==(const SettingsFault&) const = default;
+};
+
+/// The name of choice 0 to 16.
+std::string PortChoice(int index);
+/// The choice of a port number; a number without one gives a choice that does not exist.
+int ChoiceOfPort(int16_t port);
+
+/// The present settings as the dialog shows them when it opens.
+SettingsFields PresentSettings();
+
+/// Takes the fields into the settings and writes the configuration. The first check that fails ends
+/// it, and only what comes before that check has been taken: a password may have changed, and with
+/// a wrong web port also the link. Throws RuntimeError 75 when the file can't be written.
+std::optional<SettingsFault> ApplySettings(const SettingsFields& fields);
+
+}  // namespace varek

@@ -1,0 +1,118 @@
+#include "settings/sms_settings.h"
+
+#include <QComboBox>
+#include <QGridLayout>
+#include <QLabel>
+#include <QLineEdit>
+#include <QPointer>
+
+#include "platform/guard.h"
+#include "platform/message_box.h"
+#include "records/notification.h"
+#include "settings/sms_text.h"
+
+namespace varek {
+
+namespace {
+
+constexpr size_t kCaptionText = 165;
+constexpr size_t kGatewayText = 179;
+constexpr size_t kAccountText = 180;
+constexpr size_t kPasswordText = 181;
+constexpr size_t kNumberText = 182;
+constexpr size_t kNumberHint = 183;
+constexpr size_t kGatewayHint = 184;
+constexpr size_t kApiIdHint = 185;
+constexpr size_t kEventsText = 186;
+constexpr size_t kPasswordHint = 189;
+constexpr size_t kChargeHint = 190;
+constexpr size_t kLimitHint = 212;
+
+/// By the number that the sender knows them by.
+constexpr std::array<const char*, 2> kGateways{"www.every8d.com", "www.clickatell.com"};
+constexpr int16_t kClickatell = 1;
+
+}  // namespace
+
+FormSlot<Form9>& SmsSettings() {
+  static FormSlot<Form9> slot(Form9::kNumber);
+  return slot;
+}
+
+void ShowSmsSettings() { SmsSettings().Get().ShowAndRaise(); }
+
+Form9::Form9()
+    : NotificationWindow({kNumber, kCaptionText, kEventsText, DataCenter.SmsEventEnable,
+                          DataCenter.SmsEventText}) {
+  MakeGateway();
+  MakeFields();
+  AddFootnote(kLimitHint);
+  AddFootnote(kChargeHint);
+  connect(Grid().Text7(), &QLineEdit::textChanged, this,
+          [this] { platform::Guarded("form9 Text7_Change", [this] { Text7_Change(); }); });
+  CompleteControls();
+}
+
+void Form9::MakeGateway() {
+  Combo1 = new QComboBox(Client());
+  Combo1->setObjectName(QStringLiteral("Combo1"));
+  for (const char* address : kGateways) Combo1->addItem(QString::fromLatin1(address));
+  QLabel* caption = AddCaption(kGatewayText);
+  caption->setBuddy(Combo1);
+  Fields().addWidget(caption, 0, 0);
+  Fields().addWidget(Combo1, 0, 1);
+  Fields().addWidget(AddHint(kGatewayHint), 0, 2);
+  connect(Combo1, &QComboBox::currentIndexChanged, this,
+          [this] { platform::Guarded("form9 Combo1_Click", [this] { Combo1_Click(); }); });
+}
+
+void Form9::MakeFields() {
+  Text3 = AddField("Text3", AddCaption(kAccountText), DataCenter.SmsAccount, 1, 0);
+  Text5 = AddField("Text5", AddCaption(kPasswordText), DataCenter.SmsPassword, 2, 0);
+  Fields().addWidget(AddHint(kPasswordHint), 2, 2);
+  Text6 = AddField("Text6", AddCaption(kNumberText), DataCenter.SmsNumber, 3, 0);
+  Fields().addWidget(AddHint(kNumberHint), 3, 2);
+  auto* caption = new QLabel(QStringLiteral("api_id"), Client());
+  Text1 = AddField("Text1", caption, DataCenter.SmsApiId, 4, 0);
+  QLabel* hint = AddHint(kApiIdHint);
+  Fields().addWidget(hint, 4, 2);
+  apiIdRow_ = {caption, Text1, hint};
+  Fields().setColumnStretch(1, 1);
+  Fields().setColumnStretch(2, 1);
+}
+
+/// A gateway that the list does not have shows as the first.
+void Form9::ShowSettings() {
+  NotificationWindow::ShowSettings();
+  Combo1->setCurrentIndex(DataCenter.SmsGateway == kClickatell ? kClickatell : 0);
+  Combo1_Click();
+}
+
+void Form9::TakeSettings() {
+  NotificationWindow::TakeSettings();
+  DataCenter.SmsGateway = gateway_;
+}
+
+/// A hidden api_id keeps its value.
+void Form9::Combo1_Click() {
+  gateway_ = static_cast<int16_t>(Combo1->currentIndex());
+  for (QWidget* control : apiIdRow_) control->setVisible(gateway_ == kClickatell);
+}
+
+/// The window could go while the message is shown.
+void Form9::Text7_Change() {
+  const QPointer<QLineEdit> box = Grid().Text7();
+  const std::u16string text = box->text().toStdU16String();
+  const std::u16string fitting = FitSmsText(text);
+  if (fitting == text) return;
+  platform::MessageBox("Too Much Word.");
+  if (box) box->setText(QString::fromStdU16String(fitting));
+}
+
+void Form9::Picture3_Click() {
+  const std::string apiId = gateway_ == kClickatell ? Text1->text().toStdString() : "";
+  SendMsg(gateway_, Text3->text().toStdString(), Text5->text().toStdString(),
+          Text6->text().toStdString(), "Send Test OK", apiId, "T");
+}
+
+}  // namespace varek

@@ -1,0 +1,117 @@
+#include "settings/version_window.h"
+
+#include <QFrame>
+#include <QLabel>
+#include <QListWidget>
+#include <QPushButton>
+
+#include "platform/guard.h"
+#include "settings/language.h"
+#include "settings/manuals.h"
+#include "views/kit/colors.h"
+#include "views/kit/picture_button.h"
+#include "views/palette.h"
+
+namespace varek {
+
+namespace {
+
+constexpr QSize kStartSize{440, 230};
+constexpr int kMargin = 12;
+constexpr int kLineHeight = 24;
+constexpr int kVersionPixels = 15;
+constexpr QSize kButtonSize{110, 30};
+
+constexpr size_t kCaptionText = 226;
+constexpr size_t kCloseText = 303;
+constexpr size_t kLicenceText = 304;
+constexpr size_t kProductText = 305;
+constexpr size_t kManualsText = 306;
+
+constexpr char kVersion[] = "Version: Varek 705\n\n";
+
+/// The newest first.
+constexpr const char* kChanges[] = {
+    "Windows for the settings, the web log and the manuals",
+    "Viewers: oscilloscope, data history, event log, schedule",
+    "Web console in three languages",
+    "Dashboard and tray icon",
+    "Monitor on serial and USB links, records, shutdowns",
+};
+
+QString Text(size_t number) { return QString::fromStdString(LangText[number]); }
+
+template <typename Control>
+Control* Named(Control* control, const char* name) {
+  control->setObjectName(QString::fromLatin1(name));
+  return control;
+}
+
+QString LinkLooks() {
+  return QStringLiteral(
+             "QPushButton { border: none; background: transparent; color: %1; text-align: left; }"
+             "QPushButton:hover, QPushButton:focus { color: %2; }")
+      .arg(ToQColor(palette::kMuted).name(), ToQColor(palette::kAccent).name());
+}
+
+/// Keeps what `inner` is and puts it into the middle of `outer`.
+QRect Centred(QSize inner, QSize outer) {
+  return {(outer.width() - inner.width()) / 2, (outer.height() - inner.height()) / 2, inner.width(),
+          inner.height()};
+}
+
+}  // namespace
+
+FormSlot<Form16>& VersionWindow() {
+  static FormSlot<Form16> slot(Form16::kNumber);
+  return slot;
+}
+
+void ShowVersion() { VersionWindow().Get().ShowAndRaise(); }
+
+Form16::Form16()
+    : ViewWindow(kNumber, kStartSize, kStartSize),
+      panel_(Named(new QFrame(Client()), "panel")),
+      Label1(Named(new QLabel(panel_), "Label1")),
+      Label5(Named(new QLabel(Client()), "Label5")),
+      Label4(Named(new QPushButton(Client()), "Label4")),
+      Picture6(Named(new PictureButton(Client(), QStringLiteral("button"), [this] { close(); }),
+                     "Picture6")),
+      List1(Named(new QListWidget(Client()), "List1")) {
+  Label1->setAlignment(Qt::AlignCenter);
+  Label1->setStyleSheet(QStringLiteral("font-size: %1px;").arg(kVersionPixels));
+  Label5->setAlignment(Qt::AlignCenter);
+  Label4->setStyleSheet(LinkLooks());
+  connect(Label4, &QPushButton::clicked, this,
+          [] { platform::Guarded("form16 Label4_Click", [] { ShowManuals(); }); });
+  List1->hide();
+  ApplyLanguage();
+  Picture6->setFocus();
+}
+
+void Form16::ApplyLanguage() {
+  ViewWindow::ApplyLanguage();
+  SetCaption(Text(kCaptionText));
+  Label1->setText(Text(kProductText) + QString::fromLatin1(kVersion));
+  Label4->setText(Text(kManualsText));
+  Label5->setText(Text(kLicenceText));
+  Picture6->SetText(Text(kCloseText));
+  Form16::Form_Resize();
+}
+
+void Form16::Form_Resize() {
+  const QRect area = Client()->rect().adjusted(kMargin, kMargin, -kMargin, -kMargin);
+  const int buttonTop = area.bottom() + 1 - kButtonSize.height();
+  const int licenceTop = buttonTop - kMargin - kLineHeight;
+  panel_->setGeometry(area.x(), area.y(), area.width(), licenceTop - kMargin / 2 - area.y());
+  Label1->setGeometry(Centred(Label1->sizeHint(), panel_->size()));
+  Label5->setGeometry(area.x(), licenceTop, area.width(), kLineHeight);
+  Label4->setGeometry(QRect({area.x(), buttonTop}, kButtonSize));
+  Picture6->setGeometry(QRect({area.right() + 1 - kButtonSize.width(), buttonTop}, kButtonSize));
+}
+
+void Form16::printout() {
+  for (const char* change : kChanges) List1->addItem(QString::fromLatin1(change));
+}
+
+}  // namespace varek

@@ -1,0 +1,274 @@
+// The windows of the e-mail and SMS settings through their controls: the grid and its edit box, the
+// limits of a text message, what a test sends and what is saved.
+#include <gtest/gtest.h>
+
+#include <QApplication>
+#include <QComboBox>
+#include <QKeyEvent>
+#include <QLineEdit>
+#include <QMouseEvent>
+#include <QPushButton>
+#include <QScrollBar>
+#include <fstream>
+#include <iterator>
+
+#include "platform/events.h"
+#include "settings/language.h"
+#include "settings/mail_settings.h"
+#include "settings/sms_settings.h"
+#include "support/monitor_fixture.h"
+
+namespace varek {
+namespace {
+
+class NotificationSettingsTest : public test::MonitorTest {
+ protected:
+  NotificationSettingsTest() {
+    test::InstallPictures(Folder());
+    Loadlanguage(0);
+    DataCenter.HasLoad = kSet;
+    DataCenter.MailServer = "mail.example";
+    DataCenter.MailEventText[3] = "four";
+    DataCenter.MailEventText[4] = "five";
+    DataCenter.MailEventEnable[4] = kSet;
+    DataCenter.MailEventText[9] = "overload";
+  }
+  ~NotificationSettingsTest() override {
+    UnloadForm(Form5::kNumber);
+    UnloadForm(Form9::kNumber);
+  }
+
+  static Form5& OpenMail() {
+    ShowMailSettings();
+    platform::DoEvents();
+    return MailSettings().Get();
+  }
+
+  static Form9& OpenSms() {
+    ShowSmsSettings();
+    platform::DoEvents();
+    return SmsSettings().Get();
+  }
+
+  static EventGrid& GridOf(QWidget& form) { return *form.findChild<EventGrid*>(); }
+
+  template <typename Control>
+  static Control& Find(QWidget& form, const char* name) {
+    return *form.findChild<Control*>(QString::fromLatin1(name));
+  }
+
+  static QLineEdit& Box(QWidget& form, const char* name) { return Find<QLineEdit>(form, name); }
+
+  static void ClickAt(QWidget& widget, QPointF at) {
+    widget.setFocus(Qt::MouseFocusReason);
+    for (const auto type : {QEvent::MouseButtonPress, QEvent::MouseButtonRelease}) {
+      QMouseEvent event(type, at, widget.mapToGlobal(at), Qt::LeftButton, Qt::LeftButton, {});
+      QApplication::sendEvent(&widget, &event);
+    }
+    platform::DoEvents();
+  }
+
+  static void ClickCell(EventGrid& grid, int row, int column) {
+    const QRect cell = grid.visualItemRect(grid.item(row, column));
+    grid.setFocus(Qt::MouseFocusReason);
+    ClickAt(*grid.viewport(), cell.center());
+  }
+
+  static void ClickControl(QWidget& form, const char* name) {
+    QWidget& control = Find<QWidget>(form, name);
+    ClickAt(control, control.rect().center());
+  }
+
+  static void Press(QWidget& widget, int key) {
+    QKeyEvent event(QEvent::KeyPress, key, {});
+    QApplication::sendEvent(&widget, &event);
+    platform::DoEvents();
+  }
+
+  static std::string CellText(const EventGrid& grid, int row, int column) {
+    return grid.item(row, column)->text().toStdString();
+  }
+
+  std::string Config() const {
+    std::ifstream file(Folder() + "/config.qmz");
+    return {std::istreambuf_iterator<char>(file), {}};
+  }
+};
+
+TEST_F(NotificationSettingsTest, AClickOrEnterOnTheSecondColumnSwitches) {
+  EventGrid& grid = GridOf(OpenMail());
+  for (const char* expected : {"", "YES"}) {
+    ClickCell(grid, 4, 1);
+    EXPECT_EQ(CellText(grid, 4, 1), expected);
+  }
+  Press(grid, Qt::Key_Return);
+  EXPECT_EQ(CellText(grid, 4, 1), "");
+  EXPECT_TRUE(MailSettings().IsLoaded());
+}
+
+TEST_F(NotificationSettingsTest, TheEditBoxWritesToTheCellOnWhichItWasOpened) {
+  Form5& form = OpenMail();
+  EventGrid& grid = GridOf(form);
+  QLineEdit& box = *grid.Text7();
+  const auto edit = [&] {
+    ClickCell(grid, 3, 2);
+    EXPECT_FALSE(box.isHidden());
+    const std::string before = box.text().toStdString();
+    box.setText(QStringLiteral("typed"));
+    return before;
+  };
+
+  EXPECT_EQ(edit(), "four");
+  EXPECT_EQ(box.pos(), grid.visualItemRect(grid.item(3, 2)).topLeft() + QPoint(2, 2));
+  Press(box, Qt::Key_Escape);
+  EXPECT_TRUE(box.isHidden());
+  EXPECT_EQ(CellText(grid, 3, 2), "four");
+  EXPECT_TRUE(MailSettings().IsLoaded());
+
+  edit();
+  Press(box, Qt::Key_Return);
+  EXPECT_TRUE(box.isHidden());
+  EXPECT_EQ(CellText(grid, 3, 2), "typed");
+  EXPECT_TRUE(MailSettings().IsLoaded());
+
+  grid.item(3, 2)->setText(QStringLiteral("again"));
+  EXPECT_EQ(edit(), "again");
+  ClickCell(grid, 4, 2);
+  EXPECT_EQ(CellText(grid, 3, 2), "typed");
+  EXPECT_EQ(box.text().toStdString(), "five");
+  grid.setCurrentCell(0, 0);
+  box.setText(QStringLiteral("elsewhere"));
+  Box(form, "Text1").setFocus(Qt::MouseFocusReason);
+  EXPECT_EQ(CellText(grid, 4, 2), "elsewhere");
+  EXPECT_TRUE(box.isHidden());
+}
+
+TEST_F(NotificationSettingsTest, TheEditBoxFollowsAScroll) {
+  Form5& form = OpenMail();
+  form.resize(form.minimumSize());
+  platform::DoEvents();
+  EventGrid& grid = GridOf(form);
+  ClickCell(grid, 3, 2);
+  const int before = grid.Text7()->y();
+  grid.verticalScrollBar()->setValue(2);
+  EXPECT_LT(grid.Text7()->y(), before);
+  EXPECT_EQ(grid.Text7()->y(), grid.visualItemRect(grid.item(3, 2)).y() + 2);
+}
+
+TEST_F(NotificationSettingsTest, ForAUnitWithoutALoadTheOverloadIsHiddenAndKept) {
+  DataCenter.HasLoad = kClear;
+  Form5& form = OpenMail();
+  EXPECT_EQ(GridOf(form).rowHeight(9), 0);
+  EXPECT_FALSE(GridOf(form).isRowHidden(8));
+  ClickControl(form, "Command2");
+  EXPECT_EQ(DataCenter.MailEventText[9], "overload");
+}
+
+TEST_F(NotificationSettingsTest, OnlyOkSaves) {
+  for (const bool ok : {false, true}) {
+    Form5& form = OpenMail();
+    EXPECT_TRUE(DataCenter.FormOpen[Form5::kNumber]);
+    Box(form, "Text1").setText(QStringLiteral(" new ] server "));
+    ClickCell(GridOf(form), 0, 1);
+    ClickCell(GridOf(form), 3, 2);
+    GridOf(form).Text7()->clear();
+    if (ok) {
+      ClickControl(form, "Command2");
+    } else {
+      Press(form, Qt::Key_Escape);
+    }
+    EXPECT_FALSE(MailSettings().IsLoaded());
+    EXPECT_FALSE(DataCenter.FormOpen[Form5::kNumber]);
+    EXPECT_EQ(DataCenter.MailServer, ok ? " new ] server " : "mail.example");
+    EXPECT_EQ(DataCenter.MailEventEnable[0], ToFlag(ok));
+    EXPECT_EQ(DataCenter.MailEventText[3], ok ? "" : "four");
+  }
+  EXPECT_NE(Config().find("\n new ] server \n"), std::string::npos);
+}
+
+TEST_F(NotificationSettingsTest, TheTestMailHasTheUnsavedValues) {
+  Form5& form = OpenMail();
+  for (const char* name : {"Text1", "Text2", "Text3", "Text4", "Text5", "Text6"})
+    Box(form, name).setText(QString::fromLatin1(name) + QStringLiteral("  "));
+  ClickControl(form, "Picture3");
+  const auto mails = Started("mailto.exe");
+  ASSERT_EQ(mails.size(), 1U);
+  EXPECT_EQ(mails[0].rest, "[Text1][Text3][Text2][Text5][Text4][Text6][TEST OK][T][0]");
+  EXPECT_EQ(DataCenter.MailServer, "mail.example");
+}
+
+TEST_F(NotificationSettingsTest, OnlyAnotherWindowOfOursBringsTheSettingsBack) {
+  Form5& form = OpenMail();
+  Box(form, "Text1").setText(QStringLiteral("typed"));
+  QWidget foreign;
+  foreign.show();
+  foreign.activateWindow();
+  platform::DoEvents();
+  OpenMail();
+  EXPECT_EQ(Box(form, "Text1").text().toStdString(), "typed");
+  OpenSms();
+  OpenMail();
+  EXPECT_EQ(Box(form, "Text1").text().toStdString(), "mail.example");
+}
+
+TEST_F(NotificationSettingsTest, ATextMessageIsCutToItsLimit) {
+  const QString narrow = QStringLiteral("a");
+  const QString wide = QStringLiteral("\u96fb");
+  const struct {
+    QString pasted;
+    qsizetype left;
+  } cases[] = {
+      {narrow.repeated(160), 160},
+      {narrow.repeated(161), 160},
+      {narrow.repeated(200), 160},
+      {wide.repeated(70), 70},
+      {wide.repeated(71), 70},
+      {narrow.repeated(100) + wide, 70},
+      {QStringLiteral("\u00e9").repeated(160), 160},
+      {narrow.repeated(69) + QStringLiteral("\U0001F50B"), 69},
+  };
+  Form9& form = OpenSms();
+  QLineEdit& box = *GridOf(form).Text7();
+  ClickCell(GridOf(form), 2, 2);
+  for (const auto& [pasted, left] : cases) {
+    box.clear();
+    messages.clear();
+    box.insert(pasted);
+    EXPECT_EQ(box.text(), pasted.left(left));
+    const size_t expected = left < pasted.size() ? 1 : 0;
+    EXPECT_EQ(messages, std::vector<std::string>(expected, "Too Much Word."));
+  }
+}
+
+TEST_F(NotificationSettingsTest, TheGatewayDecidesAboutTheApiId) {
+  DataCenter.SmsGateway = 1;
+  DataCenter.SmsApiId = "id";
+  Form9& form = OpenSms();
+  EXPECT_FALSE(Box(form, "Text1").isHidden());
+  Box(form, "Text3").setText(QStringLiteral("me"));
+  ClickControl(form, "Picture3");
+  Find<QComboBox>(form, "Combo1").setCurrentIndex(0);
+  EXPECT_TRUE(Box(form, "Text1").isHidden());
+  ClickControl(form, "Picture3");
+  const auto sent = Started("SMSTO.exe");
+  ASSERT_EQ(sent.size(), 2U);
+  EXPECT_EQ(sent[0].rest, "[1][me][][][Send Test OK][id][T][0]");
+  EXPECT_EQ(sent[1].rest, "[0][me][][][Send Test OK][][T][0]");
+  EXPECT_EQ(DataCenter.SmsGateway, 1);
+  ClickControl(form, "Command2");
+  EXPECT_EQ(DataCenter.SmsGateway, 0);
+  EXPECT_EQ(DataCenter.SmsApiId, "id");
+}
+
+TEST_F(NotificationSettingsTest, ALanguageChangeKeepsWhatIsTyped) {
+  Form5& form = OpenMail();
+  Box(form, "Text1").setText(QStringLiteral("typed"));
+  Loadlanguage(1);
+  language(Form5::kNumber);
+  EXPECT_EQ(form.windowTitle().toStdString(), LangText[125]);
+  EXPECT_EQ(CellText(GridOf(form), 0, 0), EventText[0]);
+  EXPECT_EQ(Box(form, "Text1").text().toStdString(), "typed");
+}
+
+}  // namespace
+}  // namespace varek
