@@ -63,8 +63,8 @@ class Database final {
   /// What is changed between the two reaches the disk at once and whole. An open transaction ends
   /// with Rollback, or with the connection.
   void BeginTransaction();
-  /// Until the connection ends, all reads see one state, and the engine takes its lock once instead
-  /// of for every row. Hinders no writer.
+  /// Until Rollback, CommitTransaction or the connection's end all reads see one state, and the
+  /// engine takes its lock once instead of for every row. Hinders no writer.
   void BeginReading();
   void CommitTransaction();
   void Rollback();

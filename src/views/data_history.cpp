@@ -241,6 +241,7 @@ std::string Form2::QueryText() {
 /// What the database refuses is a limit that is no number: the table is there, and its clauses are
 /// ours.
 void Form2::Command4_Click() {
+  notice_->clear();
   if (!Data1 || !Data1->HasTable(DayTable)) return TellNoData();
   std::shared_ptr<HistoryRows> found;
   const bool accepted = platform::Guarded("form2 Data1_Refresh", [&] {
@@ -248,6 +249,7 @@ void Form2::Command4_Click() {
   });
   if (!accepted) return Tell(LangText[history_text::kBadLimit]);
   rows_->ShowRows(std::move(found));
+  shownTable_ = DayTable;
   PrepareGrid();
   DBgrid1->setCurrentIndex(rows_->index(0, 0));
   ShowPosition();
@@ -263,7 +265,7 @@ void Form2::PrepareGrid() {
 
 void Form2::ShowPosition() {
   position_->setText(QString::fromStdString(
-      PositionText(DayTable, DBgrid1->currentIndex().row(), rows_->rowCount())));
+      PositionText(shownTable_, DBgrid1->currentIndex().row(), rows_->rowCount())));
 }
 
 std::string Form2::Position() const { return position_->text().toStdString(); }

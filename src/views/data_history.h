@@ -69,7 +69,8 @@ class Form2 final : public ViewWindow {
   void ShowDay();
 
   std::optional<platform::Database> Data1;
-  std::string DayTable;  ///< "yyyymmdd"
+  std::string DayTable;     ///< "yyyymmdd"
+  std::string shownTable_;  ///< that of the rows in the grid
   StickyPanels panels_;
   DesignLayout layout_;
 

@@ -101,6 +101,8 @@ Form3::Form3()
 Form3::~Form3() {
   // The list goes after this, and must not tell of its selection then.
   disconnect(List1, nullptr, this, nullptr);
+  Picture1->Forget();
+  Picture2->Forget();
   DataCenter.FormOpen[kNumber] = kClear;
 }
 

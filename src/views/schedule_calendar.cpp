@@ -100,7 +100,11 @@ Form4::Form4()
   DataCenter.FormOpen[kNumber] = kSet;
 }
 
-Form4::~Form4() { DataCenter.FormOpen[kNumber] = kClear; }
+Form4::~Form4() {
+  // The toolkit may tell parts of a dying window that the pointer has left them.
+  for (PictureView* picture : Picture5) picture->OnMouse({}, {});
+  DataCenter.FormOpen[kNumber] = kClear;
+}
 
 void Form4::LoadActionPictures() {
   for (size_t i = 0; i < kPictures; ++i)
@@ -343,6 +347,7 @@ void Form4::Command5_Click() {
   if (deletion == Deletion::Deleted) ShowAfterChange();
   if (deletion != Deletion::Ask) return;
   deleting_ = *number;
+  deletingDay_ = selected_;
   deletingTime_ = time;
   CentreDeletePanel();
   ShowPanel(*Frame4);
@@ -358,7 +363,7 @@ void Form4::CentreDeletePanel() {
 
 void Form4::Command6_Click(char choice) {
   HidePanel(*Frame4);
-  DeleteByChoice(choice, deleting_, selected_, deletingTime_);
+  DeleteByChoice(choice, deleting_, deletingDay_, deletingTime_);
   ShowAfterChange();
 }
 

@@ -92,6 +92,7 @@ class Form4 final : public ViewWindow {
   SelectedDay selected_;
   std::optional<int> edited_;  ///< the entry on which the dialog was opened
   int deleting_ = 0;           ///< the entry that waits in the delete panel
+  SelectedDay deletingDay_;    ///< the day from whose list it was taken
   std::string deletingTime_;
   DesignLayout layout_;
   StickyPanels panels_;

@@ -96,11 +96,13 @@ void ScopeView::DragTo(ScopePoint at, int width, int height) {
 }
 
 void ScopeView::SelectBand(ScopePoint corner, ScopePoint opposite, int width, int height) {
-  const auto [left, right] = std::minmax({corner.x, opposite.x});
-  const auto [upper, lower] = std::minmax({corner.y, opposite.y});
+  const auto [left, right] = std::minmax(
+      {std::clamp<double>(corner.x, 0, width), std::clamp<double>(opposite.x, 0, width)});
+  const auto [upper, lower] = std::minmax(
+      {std::clamp<double>(corner.y, 0, height), std::clamp<double>(opposite.y, 0, height)});
   const auto second = [&](double x) { return x / width * ViewSpanX + ViewLeft; };
   const auto value = [&](double y) { return (height - y) / height * ViewSpanY + ViewBottom; };
-  // A corner outside the picture, or one widened at its edge, must not lead out of the plane.
+  // What is widened at the picture's edge must not lead out of the plane.
   const Range x = HeldInside(Widened({second(left), second(right)}, kWidenX), totalSeconds_);
   const Range y = HeldInside(Widened({value(lower), value(upper)}, kWidenY), kTopOfPlane);
   SetX(x.low, x.high);

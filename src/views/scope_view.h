@@ -49,7 +49,6 @@ class ScopeView final {
   double Top() const { return ViewTop; }
   int32_t SpanX() const { return ViewSpanX; }
   int16_t SpanY() const { return ViewSpanY; }
-  int32_t TotalSeconds() const { return totalSeconds_; }
 
  private:
   void SetX(double left, double right);

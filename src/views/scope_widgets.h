@@ -28,6 +28,9 @@ class SurfaceView final : public QWidget {
   /// `surface` must live as long as the view. The handlers run guarded, under `name` and the event.
   SurfaceView(QWidget* parent, std::string name, const platform::Surface& surface, Mouse mouse);
 
+  /// No handler runs any more: their owner goes.
+  void Forget() { mouse_ = {}; }
+
  protected:
   void paintEvent(QPaintEvent* event) override;
   void mousePressEvent(QMouseEvent* event) override;

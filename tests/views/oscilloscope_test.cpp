@@ -97,7 +97,8 @@ TEST(ScopeViewTest, MovesWithinThePlane) {
       {"band", band({100, 100}, {200, 300}), 6850, 6950, 50, 150},
       {"band, other corners", band({200, 100}, {100, 300}), 6850, 6950, 50, 150},
       {"band of a point", band({100, 100}, {100, 100}), 6820, 6880, 149, 151},
-      {"band out of the plane", band({-7650, 300}, {-6750, 500}), 0, 900, 0, 100},
+      {"band out of the picture", band({-7650, 300}, {-6750, 500}), 6720, 6780, 0, 50},
+      {"band wider than the picture", band({9000, -900}, {-9000, 900}), 6750, 7650, 0, 200},
       {"jump",
        [](ScopeView& view) {
          view.CentreOn({80, 50});
