@@ -30,8 +30,8 @@ void SetSearchDisplay(SearchDisplay display);
 /// of the poll port; one on which the link is up counts as found.
 void findport(int16_t& port);
 
-/// Switches the working link to COM port 1 to 16 or to USB (800). 0 and the present number change
-/// nothing. A port that can't be opened is tried again by the poll cycle.
+/// Switches the working link to COM port 1 to 16 or to USB (800). The present number changes
+/// nothing; 0 closes what is open, which the poll cycle opens again. A port that can't be opened is tried again by the poll cycle.
 void SetPort(int16_t port);
 
 /// Reads until `terminator` has come or `timeoutMs` have passed; all that was read, or nothing

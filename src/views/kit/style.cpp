@@ -20,6 +20,11 @@ QLabel, QCheckBox { color: @text; background: transparent; }
 QLabel:disabled, QCheckBox:disabled { color: @muted; }
 QCheckBox::indicator {
   width: 12px; height: 12px; border: 1px solid @muted; border-radius: 2px; background: @face; }
+QRadioButton { color: @text; background: transparent; }
+QRadioButton::indicator {
+  width: 12px; height: 12px; border: 1px solid @muted; border-radius: 7px; background: @face; }
+QRadioButton::indicator:checked { background: @accent; }
+QRadioButton::indicator:focus, QRadioButton::indicator:hover { border-color: @accent; }
 QCheckBox::indicator:checked { background: @accent; }
 QCheckBox::indicator:focus, QCheckBox::indicator:hover { border-color: @accent; }
 QLineEdit, QListView, QTableView {
