@@ -111,7 +111,6 @@ void EventGrid::Toggle(int row) {
   cell.setText(cell.text() == Enabled() ? QString() : Enabled());
 }
 
-/// The text comes last: a change of it may bring a message, during which the window could go.
 void EventGrid::OpenBox(int row) {
   AcceptBox();
   openRow_ = row;
@@ -166,6 +165,7 @@ bool EventGrid::eventFilter(QObject* watched, QEvent* event) {
 void EventGrid::keyPressEvent(QKeyEvent* event) {
   const bool acts = IsEnter(event->key()) || event->key() == Qt::Key_Space;
   if (!acts || currentRow() < 0) return QTableWidget::keyPressEvent(event);
+  if (event->isAutoRepeat()) return;
   platform::Guarded(name_ + " MSFlexGrid1_KeyPress",
                     [&] { MSFlexGrid1_Click(currentRow(), currentColumn()); });
 }

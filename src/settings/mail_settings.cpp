@@ -22,8 +22,6 @@ constexpr size_t kEventsText = 162;
 constexpr size_t kSubjectHint = 163;
 constexpr size_t kTestHint = 164;
 
-std::string Trimmed(const QLineEdit* box) { return platform::Trim(box->text().toStdString()); }
-
 }  // namespace
 
 FormSlot<Form5>& MailSettings() {

@@ -10,6 +10,7 @@
 
 #include "core/configuration.h"
 #include "platform/guard.h"
+#include "platform/text.h"
 #include "settings/language.h"
 #include "views/kit/colors.h"
 #include "views/kit/picture_button.h"
@@ -155,7 +156,11 @@ void NotificationWindow::changeEvent(QEvent* event) {
 void NotificationWindow::keyPressEvent(QKeyEvent* event) {
   if (event->key() != Qt::Key_Return && event->key() != Qt::Key_Enter)
     return ViewWindow::keyPressEvent(event);
-  Command2->click();
+  if (!event->isAutoRepeat()) Command2->click();
+}
+
+std::string NotificationWindow::Trimmed(const QLineEdit* box) {
+  return platform::Trim(box->text().toStdString());
 }
 
 void NotificationWindow::Command2_Click() {

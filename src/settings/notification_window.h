@@ -38,6 +38,9 @@ class NotificationWindow : public ViewWindow {
  protected:
   explicit NotificationWindow(const NotificationSettings& settings);
 
+  /// What a test sends of a box: its text as it stands, without blanks at its ends.
+  static std::string Trimmed(const QLineEdit* box);
+
   /// A label that shows text `number` in the present language.
   QLabel* AddCaption(size_t number);
   /// The same as an explanation, in a quieter colour, on several lines where it is long.

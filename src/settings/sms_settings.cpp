@@ -4,8 +4,8 @@
 #include <QGridLayout>
 #include <QLabel>
 #include <QLineEdit>
-#include <QPointer>
 
+#include "platform/events.h"
 #include "platform/guard.h"
 #include "platform/message_box.h"
 #include "records/notification.h"
@@ -99,20 +99,20 @@ void Form9::Combo1_Click() {
   for (QWidget* control : apiIdRow_) control->setVisible(gateway_ == kClickatell);
 }
 
-/// The window could go while the message is shown.
+/// The message comes from the event loop: the window, and the box that tells of its change, could
+/// go while it is shown.
 void Form9::Text7_Change() {
-  const QPointer<QLineEdit> box = Grid().Text7();
+  QLineEdit* box = Grid().Text7();
   const std::u16string text = box->text().toStdU16String();
   const std::u16string fitting = FitSmsText(text);
   if (fitting == text) return;
-  platform::MessageBox("Too Much Word.");
-  if (box) box->setText(QString::fromStdU16String(fitting));
+  box->setText(QString::fromStdU16String(fitting));
+  platform::Post("form9 Text7_Change", [] { platform::MessageBox("Too Much Word."); });
 }
 
 void Form9::Picture3_Click() {
-  const std::string apiId = gateway_ == kClickatell ? Text1->text().toStdString() : "";
-  SendMsg(gateway_, Text3->text().toStdString(), Text5->text().toStdString(),
-          Text6->text().toStdString(), "Send Test OK", apiId, "T");
+  const std::string apiId = gateway_ == kClickatell ? Trimmed(Text1) : "";
+  SendMsg(gateway_, Trimmed(Text3), Trimmed(Text5), Trimmed(Text6), "Send Test OK", apiId, "T");
 }
 
 }  // namespace varek

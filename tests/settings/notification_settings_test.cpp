@@ -234,6 +234,7 @@ TEST_F(NotificationSettingsTest, ATextMessageIsCutToItsLimit) {
     box.clear();
     messages.clear();
     box.insert(pasted);
+    platform::DoEvents();
     EXPECT_EQ(box.text(), pasted.left(left));
     const size_t expected = left < pasted.size() ? 1 : 0;
     EXPECT_EQ(messages, std::vector<std::string>(expected, "Too Much Word."));
