@@ -31,7 +31,8 @@ void SetSearchDisplay(SearchDisplay display);
 void findport(int16_t& port);
 
 /// Switches the working link to COM port 1 to 16 or to USB (800). The present number changes
-/// nothing; 0 closes what is open, which the poll cycle opens again. A port that can't be opened is tried again by the poll cycle.
+/// nothing; 0 closes what is open, which the poll cycle opens again. A port that can't be opened is
+/// tried again by the poll cycle.
 void SetPort(int16_t port);
 
 /// Reads until `terminator` has come or `timeoutMs` have passed; all that was read, or nothing
