@@ -242,6 +242,7 @@ std::string Form2::QueryText() {
 /// ours.
 void Form2::Command4_Click() {
   notice_->clear();
+  if (!Data1) Enter("OpenData", [this] { OpenData(); });
   if (!Data1 || !Data1->HasTable(DayTable)) return TellNoData();
   std::shared_ptr<HistoryRows> found;
   const bool accepted = platform::Guarded("form2 Data1_Refresh", [&] {

@@ -47,6 +47,7 @@ constexpr size_t kZoomOutText = 76;
 constexpr size_t kHoursTitle = 77;
 constexpr size_t kCalendarTitle = 79;
 constexpr size_t kNoDataText = 121;
+constexpr size_t kDatabaseErrorText = 243;
 constexpr size_t kResetText = 201;
 constexpr size_t kWholeDayText = 202;
 constexpr size_t kMiniatureTitle = 208;
@@ -64,9 +65,8 @@ ScopePoint PointOf(const QMouseEvent& event) {
 }
 
 /// From the event loop: the window may go while the person reads.
-void TellNoData(const std::string& end) {
-  platform::Post("form3 message",
-                 [text = LangText[kNoDataText] + end] { platform::MessageBox(text); });
+void Tell(const std::string& text) {
+  platform::Post("form3 message", [text] { platform::MessageBox(text); });
 }
 
 }  // namespace
@@ -277,7 +277,7 @@ void Form3::Picture11_Click() {
 void Form3::LoadDayData() {
   const ScopeHours hours = ChosenHours(SelectedLines());
   if (hours.TotalSeconds == 0) return;
-  LoadResult result = LoadResult::NoTable;
+  std::optional<LoadResult> result;  // Nothing where the load failed.
   Label1->hide();
   Picture9->Open();
   Enter("LoadDayData", [&] {
@@ -289,8 +289,9 @@ void Form3::LoadDayData() {
   Picture7->ShowMeasured();
   SwitchCurves();
   ShowData();
-  if (result == LoadResult::NoTable) TellNoData("!");
-  if (result == LoadResult::NoRows) TellNoData("");
+  if (!result) Tell(LangText[kDatabaseErrorText]);
+  if (result == LoadResult::NoTable) Tell(LangText[kNoDataText] + "!");
+  if (result == LoadResult::NoRows) Tell(LangText[kNoDataText]);
 }
 
 void Form3::SwitchCurves() {

@@ -230,8 +230,9 @@ void Form4::renewdatetable() {
   reNewTable();
 }
 
+/// A month that can't be read is told as one that is too full.
 void Form4::reloadmon() {
-  bool complete = true;
+  bool complete = false;
   Enter("reloadmon", [&] {
     complete = LoadMonthTable(selected_.year, selected_.month, kMostEntriesOfADay, month_);
   });
