@@ -1,0 +1,42 @@
+#include "kit/texts.h"
+
+#include <sstream>
+
+#include "platform/database.h"
+#include "platform/message_box.h"
+#include "platform/paths.h"
+#include "platform/runtime_error.h"
+#include "platform/text.h"
+
+namespace sidecar {
+
+namespace {
+
+constexpr int kLanguageLine = 11;
+constexpr int kLanguages = 3;
+
+int KnownLanguage(int language) { return language > 0 && language < kLanguages ? language : 0; }
+
+}  // namespace
+
+int ChosenLanguage() try {
+  std::istringstream lines(platform::ReadWholeFile(platform::ProgramPath("\\config.qmz")));
+  std::string line;
+  for (int i = 0; i < kLanguageLine; ++i) std::getline(lines, line);
+  return KnownLanguage(static_cast<int>(platform::LenientNumber(line)));
+} catch (const platform::RuntimeError&) {
+  return 0;
+}
+
+std::string Text(int number, int language) try {
+  platform::Database database(platform::ProgramPath("\\database\\LangData.mdb"),
+                              platform::Access::ReadOnly);
+  const auto row =
+      database.OpenRecordset("SELECT * FROM LangData WHERE number = " + std::to_string(number));
+  return platform::ValueText(row->Get(KnownLanguage(language) + 1));
+} catch (const platform::RuntimeError& error) {
+  platform::LogLine("language table: " + std::string(error.what()));
+  return "";
+}
+
+}  // namespace sidecar
