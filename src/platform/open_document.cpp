@@ -1,6 +1,8 @@
 #include "platform/open_document.h"
 
 #include <QDesktopServices>
+#include <QMimeDatabase>
+#include <QProcess>
 #include <QUrl>
 #include <utility>
 
@@ -15,8 +17,22 @@ std::function<bool(const std::string&)>& Replacement() {
   return open;
 }
 
+constexpr int kAnswerMilliseconds = 2000;
+
+/// The desktop's opener starts well and fails later when no program is registered, so the registry
+/// is asked first. Without that registry the opener must do.
+bool HasProgram(const QString& path) {
+  QProcess registry;
+  registry.start(QStringLiteral("xdg-mime"), {QStringLiteral("query"), QStringLiteral("default"),
+                                              QMimeDatabase().mimeTypeForFile(path).name()});
+  if (!registry.waitForStarted(kAnswerMilliseconds)) return true;
+  registry.waitForFinished(kAnswerMilliseconds);
+  return !registry.readAllStandardOutput().trimmed().isEmpty();
+}
+
 bool OpenOnDesktop(const std::string& path) {
-  return QDesktopServices::openUrl(QUrl::fromLocalFile(QString::fromStdString(path)));
+  const QString name = QString::fromStdString(path);
+  return HasProgram(name) && QDesktopServices::openUrl(QUrl::fromLocalFile(name));
 }
 
 }  // namespace

@@ -1,8 +1,8 @@
 #include "settings/language_picker.h"
 
-#include "core/configuration.h"
 #include "core/data_center.h"
 #include "settings/language.h"
+#include "settings/save_settings.h"
 #include "views/kit/picture_button.h"
 
 namespace varek {
@@ -43,14 +43,14 @@ void ChooseLanguage(int16_t index) {
   SetLanguageIndex(index);
   Loadlanguage(DataCenter.LanguageIndex);
   RetitleOpenWindows();
-  WriteConfig();
+  SaveSettings("form7 Picture1_Click");
 }
 
 Form7::Form7() : ViewWindow(kNumber, kClientSize, kClientSize) {
   for (size_t i = 0; i < Picture1.size(); ++i) {
     const auto index = static_cast<int16_t>(i);
     Picture1[i] = new PictureButton(Client(), QStringLiteral("language%1").arg(index),
-                                    [index] { ChooseLanguage(index); });
+                                    "form7 Picture1_Click", [index] { ChooseLanguage(index); });
     Picture1[i]->setObjectName(QStringLiteral("Picture1"));
     Picture1[i]->setAccessibleName(QString::fromUtf8(kNames[i]));
   }

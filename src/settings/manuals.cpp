@@ -52,7 +52,8 @@ void ShowManuals() { Manuals().Get().ShowAndRaise(); }
 Form17::Form17()
     : ViewWindow(kNumber, kStartSize, kStartSize),
       List1(new QListWidget(Client())),
-      Picture6(new PictureButton(Client(), QStringLiteral("button"), [this] { close(); })) {
+      Picture6(new PictureButton(Client(), QStringLiteral("button"), "form17 Picture6_Click",
+                                 [this] { close(); })) {
   List1->setObjectName(QStringLiteral("List1"));
   Picture6->setObjectName(QStringLiteral("Picture6"));
   List1->setSpacing(kLineSpacing);

@@ -8,10 +8,10 @@
 #include <QPushButton>
 #include <QVBoxLayout>
 
-#include "core/configuration.h"
 #include "platform/guard.h"
 #include "platform/text.h"
 #include "settings/language.h"
+#include "settings/save_settings.h"
 #include "views/kit/colors.h"
 #include "views/kit/picture_button.h"
 #include "views/palette.h"
@@ -54,7 +54,9 @@ NotificationWindow::~NotificationWindow() {
 }
 
 void NotificationWindow::MakeButtons() {
-  Picture3 = new PictureButton(Client(), QStringLiteral("button"), [this] { Picture3_Click(); });
+  Picture3 =
+      new PictureButton(Client(), QStringLiteral("button"),
+                        Place(settings_.form, "Picture3_MouseUp"), [this] { Picture3_Click(); });
   Picture3->setObjectName(QStringLiteral("Picture3"));
   Picture3->setFixedSize(kButtonSize);
   Command2 = new QPushButton(Client());
@@ -165,8 +167,7 @@ std::string NotificationWindow::Trimmed(const QLineEdit* box) {
 
 void NotificationWindow::Command2_Click() {
   TakeSettings();
-  WriteConfig();
-  close();
+  if (SaveSettings(Place(settings_.form, "Command2_Click"))) close();
 }
 
 }  // namespace varek

@@ -4,7 +4,6 @@
 #include <cstddef>
 #include <iterator>
 
-#include "core/configuration.h"
 #include "core/data_center.h"
 #include "core/link_record.h"
 #include "link/port_search.h"
@@ -164,7 +163,6 @@ std::optional<SettingsFault> ApplySettings(const SettingsFields& fields) {
   }
   TakeDelays(fields);
   TakeSwitches(fields);
-  WriteConfig();
   return std::nullopt;
 }
 

@@ -52,9 +52,9 @@ int ChoiceOfPort(int16_t port);
 /// The present settings as the dialog shows them when it opens.
 SettingsFields PresentSettings();
 
-/// Takes the fields into the settings and writes the configuration. The first check that fails ends
+/// Takes the fields into the settings, which are then to be saved. The first check that fails ends
 /// it, and only what comes before that check has been taken: a password may have changed, and with
-/// a wrong web port also the link. Throws RuntimeError 75 when the file can't be written.
+/// a wrong web port also the link.
 std::optional<SettingsFault> ApplySettings(const SettingsFields& fields);
 
 }  // namespace varek

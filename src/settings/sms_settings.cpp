@@ -1,6 +1,5 @@
 #include "settings/sms_settings.h"
 
-#include <QComboBox>
 #include <QGridLayout>
 #include <QLabel>
 #include <QLineEdit>
@@ -9,6 +8,7 @@
 #include "platform/guard.h"
 #include "platform/message_box.h"
 #include "records/notification.h"
+#include "settings/choice_list.h"
 #include "settings/sms_text.h"
 
 namespace varek {
@@ -54,7 +54,7 @@ Form9::Form9()
 }
 
 void Form9::MakeGateway() {
-  Combo1 = new QComboBox(Client());
+  Combo1 = new ChoiceList(Client());
   Combo1->setObjectName(QStringLiteral("Combo1"));
   for (const char* address : kGateways) Combo1->addItem(QString::fromLatin1(address));
   QLabel* caption = AddCaption(kGatewayText);

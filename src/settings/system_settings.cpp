@@ -2,7 +2,6 @@
 
 #include <QApplication>
 #include <QCheckBox>
-#include <QComboBox>
 #include <QGridLayout>
 #include <QKeyEvent>
 #include <QLabel>
@@ -19,8 +18,10 @@
 #include "platform/guard.h"
 #include "platform/message_box.h"
 #include "platform/service.h"
+#include "settings/choice_list.h"
 #include "settings/digits_box.h"
 #include "settings/language.h"
+#include "settings/save_settings.h"
 #include "views/kit/picture_button.h"
 
 namespace varek {
@@ -85,15 +86,6 @@ Control* Named(Control* control, const char* name) {
   control->setObjectName(QString::fromLatin1(name));
   return control;
 }
-
-/// The wheel scrolls the panels, and must not change the port on its way.
-class PortList final : public QComboBox {
- public:
-  using QComboBox::QComboBox;
-
- protected:
-  void wheelEvent(QWheelEvent* event) override { event->ignore(); }
-};
 
 /// Its characters show as asterisks, like the mask of a password that is set. The toolkit takes the
 /// character over only when the sheet of a box that is polished changes.
@@ -180,9 +172,10 @@ QCheckBox* Form14::AddCheck(const char* name, size_t text) {
 
 void Form14::MakePort() {
   QFrame* panel = AddPanel(1);
-  Combo1 = Named(new PortList(panel), "Combo1");
+  Combo1 = Named(new ChoiceList(panel), "Combo1");
   for (int i = 0; i < kPortChoices; ++i) Combo1->addItem(QString::fromStdString(PortChoice(i)));
-  Picture1 = Named(new PictureButton(panel, QStringLiteral("button"), [this] { Picture1_Click(); }),
+  Picture1 = Named(new PictureButton(panel, QStringLiteral("button"), "form14 Picture1_MouseUp",
+                                     [this] { Picture1_Click(); }),
                    "Picture1");
   Picture1->setFixedSize(kSearchSize);
   AddRow(panel, new QLabel(panel), Combo1, kPortText);
@@ -248,9 +241,9 @@ void Form14::MakeOk() {
   QFrame* panel = AddPanel(1);
   Label1 = Named(new QLabel(panel), "Label1");
   GridOf(panel)->addWidget(Label1, 0, 0);
-  Picture6 =
-      Named(new PictureButton(Client(), QStringLiteral("button"), [this] { Picture6_Click(); }),
-            "Picture6");
+  Picture6 = Named(new PictureButton(Client(), QStringLiteral("button"), "form14 Picture6_Click",
+                                     [this] { Picture6_Click(); }),
+                   "Picture6");
 }
 
 /// Only from here on: filling the fields is no change of the person's.
@@ -353,6 +346,7 @@ void Form14::Refuse(const SettingsFault& fault) {
 
 void Form14::Picture6_Click() {
   if (const auto fault = ApplySettings(Fields())) return Refuse(*fault);
+  if (!SaveSettings("form14 Picture6_Click")) return;
   const QPointer<Form14> form(this);
   if (RestartNeeded) platform::MessageBox(SettingsMessage[kRestart]);
   if (form) form->close();

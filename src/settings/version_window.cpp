@@ -75,7 +75,8 @@ Form16::Form16()
       Label1(Named(new QLabel(panel_), "Label1")),
       Label5(Named(new QLabel(Client()), "Label5")),
       Label4(Named(new QPushButton(Client()), "Label4")),
-      Picture6(Named(new PictureButton(Client(), QStringLiteral("button"), [this] { close(); }),
+      Picture6(Named(new PictureButton(Client(), QStringLiteral("button"), "form16 Picture6_Click",
+                                       [this] { close(); }),
                      "Picture6")),
       List1(Named(new QListWidget(Client()), "List1")) {
   Label1->setAlignment(Qt::AlignCenter);

@@ -198,7 +198,7 @@ void Form1::MakeControlTab() {
   auto* grid = new QGridLayout(page);
   grid->setSpacing(24);
   for (int i = 0; i < static_cast<int>(Picture7.size()); ++i) {
-    auto* button = new PictureButton(page, QStringLiteral("button"),
+    auto* button = new PictureButton(page, QStringLiteral("button"), "form1 Picture7_MouseUp",
                                      [number = i + kFirstControl] { PressControl(number); });
     button->setMinimumSize(kLeastButton);
     button->setMaximumSize(kLargestButton);

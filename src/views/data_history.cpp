@@ -97,15 +97,14 @@ void Form2::OpenData() {
 }
 
 void Form2::MakeStrip() {
-  const auto button = [this](const char* event, auto act) {
-    auto* made = new PictureButton(Client(), QStringLiteral("button"),
-                                   [this, event, act] { Enter(event, act); });
+  const auto button = [this](const char* place, auto act) {
+    auto* made = new PictureButton(Client(), QStringLiteral("button"), place, act);
     made->resize(kButtonSize);
     return made;
   };
-  queryButton_ = button("QueryButton_MouseUp", [this] { TogglePanel(*Frame2); });
-  calendarButton_ = button("CalendarButton_MouseUp", [this] { TogglePanel(*Picture8); });
-  exportButton_ = button("ExportButton_MouseUp", [this] { Export(); });
+  queryButton_ = button("form2 QueryButton_MouseUp", [this] { TogglePanel(*Frame2); });
+  calendarButton_ = button("form2 CalendarButton_MouseUp", [this] { TogglePanel(*Picture8); });
+  exportButton_ = button("form2 ExportButton_MouseUp", [this] { Export(); });
   recordCaption_ = new QLabel(Client());
   recordCaption_->setAlignment(Qt::AlignRight | Qt::AlignVCenter);
   position_ = new QLabel(Client());

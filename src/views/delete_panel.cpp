@@ -27,7 +27,8 @@ DeletePanel::DeletePanel(QWidget* parent, StickyPanels& panels, size_t number,
     Command6[i] = MakeScheduleButton(this, "Command6", [chosen, i] { chosen(kDeleteChoices[i]); });
     column->addWidget(Command6[i]);
   }
-  cross_ = new PictureButton(this, QStringLiteral("close"), [this] { PutAway(); });
+  cross_ =
+      new PictureButton(this, QStringLiteral("close"), "form4 Frame4_Close", [this] { PutAway(); });
 }
 
 void DeletePanel::PutAway() {

@@ -178,7 +178,8 @@ void Form6::MakeDayList() {
 }
 
 void Form6::MakeDayClose() {
-  Command1 = Named(new PictureButton(Frame2, QStringLiteral("close"), [this] { Command1_Click(); }),
+  Command1 = Named(new PictureButton(Frame2, QStringLiteral("close"), "form6 Command1_Click",
+                                     [this] { Command1_Click(); }),
                    "Command1");
   const int margin = (MovablePanel::kTitleHeight - kCloseSize) / 2;
   Command1->setGeometry(Frame2->width() - kCloseSize - margin, margin, kCloseSize, kCloseSize);

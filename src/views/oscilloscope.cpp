@@ -127,17 +127,16 @@ void Form3::MakeButtons() {
   Label2 = new QLabel(Picture15);
   Label2->setAlignment(Qt::AlignRight | Qt::AlignVCenter);
   int left = kMargin;
-  const auto button = [&](const char* event, void (Form3::*act)()) {
-    auto* made = new PictureButton(Picture15, QStringLiteral("button"), [this, event, act] {
-      Enter(event, [this, act] { (this->*act)(); });
-    });
+  const auto button = [&](const char* place, void (Form3::*act)()) {
+    auto* made = new PictureButton(Picture15, QStringLiteral("button"), place,
+                                   [this, act] { (this->*act)(); });
     made->setGeometry(QRect({left, (kPlateHeight - kButtonSize.height()) / 2}, kButtonSize));
     left += kButtonSize.width() + kMargin;
     return made;
   };
-  Command1 = button("Command1_Click", &Form3::Command1_Click);
-  Command2 = button("Command2_Click", &Form3::Command2_Click);
-  resetButton_ = button("ResetView", &Form3::ResetView);
+  Command1 = button("form3 Command1_Click", &Form3::Command1_Click);
+  Command2 = button("form3 Command2_Click", &Form3::Command2_Click);
+  resetButton_ = button("form3 ResetView", &Form3::ResetView);
   wholeDayButton_ = button("WholeDay", &Form3::WholeDay);
 }
 

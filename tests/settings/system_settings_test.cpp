@@ -2,6 +2,7 @@
 // the checks behind OK and what each leaves changed, and the search.
 #include "settings/system_settings.h"
 
+#include <gmock/gmock.h>
 #include <gtest/gtest.h>
 #include <stdlib.h>
 
@@ -16,9 +17,11 @@
 #include <QRadioButton>
 #include <QScrollBar>
 #include <QWheelEvent>
+#include <filesystem>
 
 #include "core/configuration.h"
 #include "core/data_center.h"
+#include "core/error_list.h"
 #include "core/link_record.h"
 #include "link/usb_link.h"
 #include "platform/events.h"
@@ -235,6 +238,21 @@ TEST_F(SystemSettingsTest, OnlyWebChangesAskForARestartAndEscapeTakesNothing) {
   Key(Box(4), Qt::Key_Escape, QStringLiteral("\x1b"));
   EXPECT_FALSE(SystemSettings().IsLoaded());
   EXPECT_EQ(DataCenter.SystemShutdownBuffer, 9);
+}
+
+TEST_F(SystemSettingsTest, SettingsThatCannotBeSavedAreToldOf) {
+  std::filesystem::remove(ConfigPath());
+  std::filesystem::create_directories(ConfigPath() + "/taken");
+  Find<QCheckBox>("Check1").toggle();
+  Click("Picture6");
+  EXPECT_EQ(Told(), std::vector<std::string>{"SAVE CONFIG ERROR"});
+  EXPECT_TRUE(SystemSettings().IsLoaded());
+  EXPECT_EQ(Form13::List1().size(), 1U);
+  EXPECT_THAT(Form13::List1().back(), testing::HasSubstr("form14 Picture6_Click"));
+  std::filesystem::remove_all(ConfigPath());
+  Click("Picture6");
+  EXPECT_EQ(Told(), Message(3));
+  EXPECT_FALSE(SystemSettings().IsLoaded());
 }
 
 /// A long delay can't be typed; the rule stands for itself.

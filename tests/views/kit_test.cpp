@@ -207,7 +207,7 @@ class KitTest : public test::MonitorTest {
 
 TEST_F(KitTest, PictureButtonActsWhenReleasedOverItself) {
   int acts = 0;
-  PictureButton button(nullptr, QStringLiteral("button"), [&acts] {
+  PictureButton button(nullptr, QStringLiteral("button"), "form1 Picture1_Click", [&acts] {
     ++acts;
     throw platform::RuntimeError(5, "the action's mistake");
   });

@@ -26,10 +26,12 @@ bool IsActKey(const QKeyEvent& event) {
   return key == Qt::Key_Space || key == Qt::Key_Return || key == Qt::Key_Enter;
 }
 
-PictureButton::PictureButton(QWidget* parent, const QString& name, std::function<void()> act)
-    : QWidget(parent), name_(name.toStdString()), act_(std::move(act)) {
+PictureButton::PictureButton(QWidget* parent, const QString& picture, std::string place,
+                             std::function<void()> act)
+    : QWidget(parent), place_(std::move(place)), act_(std::move(act)) {
+  const std::string name = picture.toStdString();
   for (size_t i = 0; i < pictures_.size(); ++i)
-    pictures_[i] = LoadPicture(name_ + std::to_string(i) + ".jpg");
+    pictures_[i] = LoadPicture(name + std::to_string(i) + ".jpg");
   setMouseTracking(true);
   setFocusPolicy(Qt::TabFocus);
   setCursor(Qt::ArrowCursor);
@@ -52,7 +54,7 @@ void PictureButton::ShowPicture(ButtonPicture picture) {
 
 /// From the event loop: the action may destroy the button, or wait while others do.
 void PictureButton::Act() {
-  platform::Post(name_, [button = QPointer(this)] {
+  platform::Post(place_, [button = QPointer(this)] {
     if (!button) return;
     const std::function<void()> act = button->act_;
     act();

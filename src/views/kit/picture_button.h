@@ -18,10 +18,11 @@ enum class ButtonPicture { Normal, Hover, Pressed };
 
 class PictureButton : public QWidget {
  public:
-  /// The three pictures are `\image\<name>0.jpg` to `2.jpg`, stretched to the button's size, which
-  /// is at first the picture's. A missing one throws RuntimeError 53. `act` runs guarded, under
-  /// `name`, and may destroy the button.
-  PictureButton(QWidget* parent, const QString& name, std::function<void()> act);
+  /// The three pictures are `\image\<picture>0.jpg` to `2.jpg`, stretched to the button's size,
+  /// which is at first the picture's. A missing one throws RuntimeError 53. `act` runs guarded, as
+  /// the handler `place`, and may destroy the button.
+  PictureButton(QWidget* parent, const QString& picture, std::string place,
+                std::function<void()> act);
 
   /// Stands in the middle of the button; the pointer on it is on the button. Also the name that a
   /// screen reader says.
@@ -48,7 +49,7 @@ class PictureButton : public QWidget {
   void Act();
   void PaintText(QPainter& painter) const;
 
-  std::string name_;
+  std::string place_;
   std::function<void()> act_;
   std::array<QPixmap, 3> pictures_;  ///< by ButtonPicture
   QString text_;

@@ -49,14 +49,20 @@ struct ViewWindow::Impl {
   Impl(ViewWindow& window, int form)
       : number(form),
         client(&window),
-        minimise(&window, QStringLiteral("minimise"), [&window] { window.showMinimized(); }),
-        close(&window, QStringLiteral("close"), [&window] { window.close(); }) {
+        minimise(&window, QStringLiteral("minimise"), Place("Minimise_Click"),
+                 [&window] { window.showMinimized(); }),
+        close(&window, QStringLiteral("close"), Place("Close_Click"),
+              [&window] { window.close(); }) {
     client.setCursor(Qt::ArrowCursor);
     for (PictureButton* button : {&minimise, &close}) {
       button->resize(kButtonSize, kButtonSize);
       // The keyboard has Escape and the desktop's own keys, and begins in the view.
       button->setFocusPolicy(Qt::NoFocus);
     }
+  }
+
+  std::string Place(const char* handler) const {
+    return "form" + std::to_string(number) + " " + handler;
   }
 
   void PlaceButtons(int windowWidth) {

@@ -1,0 +1,18 @@
+#include "settings/save_settings.h"
+
+#include "core/configuration.h"
+#include "platform/events.h"
+#include "platform/guard.h"
+#include "platform/message_box.h"
+
+namespace varek {
+
+bool SaveSettings(const std::string& handler) {
+  if (platform::Guarded(handler, WriteConfig)) return true;
+  platform::Post(handler, [] {
+    platform::MessageBox("SAVE CONFIG ERROR", "error!", platform::MessageIcon::Exclamation);
+  });
+  return false;
+}
+
+}  // namespace varek

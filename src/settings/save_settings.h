@@ -1,0 +1,13 @@
+// Saving the settings on behalf of a window.
+#pragma once
+
+#include <string>
+
+namespace varek {
+
+/// Writes the configuration file. False when it can't be written: the error is listed under
+/// `handler` and the person is told, from the event loop. What was set then holds until the program
+/// ends.
+bool SaveSettings(const std::string& handler);
+
+}  // namespace varek
