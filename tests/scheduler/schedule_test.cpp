@@ -245,25 +245,6 @@ TEST_F(ScheduleTest, ARestartIsTakenWithinItsLimits) {
   EXPECT_EQ(Table(), (Texts{"1 2026-03-31 23:00 A Null 3note", "2 2026-03-31 23:00 A Null "}));
 }
 
-TEST_F(ScheduleTest, TheDialogIsFilledFromTheRow) {
-  struct Case {
-    const char* event;
-    const char* rept;
-    int action, recurrence, restartDays;
-  };
-  for (const Case& c :
-       {Case{"T", "Null", 0, 0, 5}, Case{"R1439", "Day", 4, 1, 1}, Case{"B1438", "W2", 6, 2, 0},
-        Case{"M", "M10", 7, 3, 5}, Case{"D1", "null", 3, 0, 5}, Case{"C", "", 2, 0, 5}}) {
-    test::InstallDatabases(Folder());
-    Add(c.event, c.rept, "2026/3/10", "08:00");
-    ScheduleForm form{"12:00", 3, 3, 5, "13:00"};
-    EXPECT_TRUE(OpenEntry(1, form) && !OpenEntry(2, form));
-    EXPECT_EQ(form.time + " " + form.restartTime, "08:00 13:00");
-    EXPECT_EQ((Numbers{form.action, form.recurrence, form.restartDays}),
-              (Numbers{c.action, c.recurrence, c.restartDays}));
-  }
-}
-
 TEST_F(ScheduleTest, DeletingAsksForWhatRepeatsAndTakesTheMarksWithIt) {
   Add("T", "Day");
   Add("T", "Null");
@@ -285,17 +266,6 @@ TEST_F(ScheduleTest, DeletingAsksForWhatRepeatsAndTakesTheMarksWithIt) {
   delschdeule(5);
   Add("S");  // the number is free again
   EXPECT_EQ(Table(), Texts{"1 2026-03-10 12:00 S Day "});
-}
-
-TEST_F(ScheduleTest, ShortTexts) {
-  EXPECT_EQ(EventCodeText("R0030"), "Shut down UPS, restart");
-  EXPECT_EQ(EventCodeText("C"), "Cancel battery test");
-  EXPECT_EQ(EventCodeText("D12"), "12 cancelled on this date");
-  EXPECT_EQ(EventCodeText("") + EventCodeText("x") + NoteText("") + ReptText("") + ReptText("W9"),
-            "");
-  EXPECT_EQ(NoteText("207:00"), "07:00 2 days later");
-  EXPECT_EQ(ReptText("Null") + ReptText("Day") + ReptText("W6"), "OnceDailySaturday");
-  EXPECT_EQ(ReptText("M10"), "Monthly on day 10");
 }
 
 TEST_F(ScheduleTest, WhatCannotBeReadLeavesAnEmptyList) {

@@ -310,23 +310,5 @@ TEST_F(SystemSettingsTest, PanelsFollowTheScrollBarAndTheFocus) {
   }
 }
 
-TEST_F(SystemSettingsTest, CaptionsFitTheSmallestWindowInEveryLanguage) {
-  Form14& form = SystemSettings().Get();
-  form.resize(form.minimumSize());
-  for (const int index : {0, 1, 2}) {
-    Loadlanguage(index);
-    language(Form14::kNumber);
-    platform::DoEvents();
-    for (const QWidget* control : form.Client()->findChildren<QWidget*>()) {
-      const QString text = control->property("text").toString();
-      if (qobject_cast<const QLineEdit*>(control) || !control->property("text").isValid()) continue;
-      EXPECT_FALSE(text.isEmpty());
-      EXPECT_LE(control->sizeHint().width(), control->width()) << text.toStdString();
-      EXPECT_LE(control->sizeHint().height(), control->height()) << text.toStdString();
-    }
-  }
-  EXPECT_EQ(form.windowTitle().toStdString(), LangText[248]);
-}
-
 }  // namespace
 }  // namespace varek
