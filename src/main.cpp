@@ -1,5 +1,6 @@
 // The program: makes the application and the controller, and runs the loop.
 
+#include <set>
 #include <string>
 
 #include "core/controller.h"
@@ -7,6 +8,7 @@
 #include "core/start_up.h"
 #include "platform/application.h"
 #include "platform/guard.h"
+#include "platform/message_box.h"
 
 namespace {
 
@@ -17,13 +19,21 @@ std::string CommandLine(int argc, char** argv) {
   return line;
 }
 
+/// The list is for the program; whoever looks after the machine reads the journal. A port that fails
+/// does so every second and is told of once.
+void ListError(const std::string& place, int number, const std::string& description) {
+  constexpr size_t kMostTold = 1000;
+  static std::set<std::string> told;
+  varek::Form13::AddError(place, number);
+  const std::string line = place + ": error " + std::to_string(number) + ", " + description;
+  if (told.size() < kMostTold && told.insert(line).second) platform::LogLine(line);
+}
+
 }  // namespace
 
 int main(int argc, char** argv) {
   platform::Application application(argc, argv);
-  platform::SetErrorSink([](const std::string& place, int number, const std::string&) {
-    varek::Form13::AddError(place, number);
-  });
+  platform::SetErrorSink(ListError);
   varek::Form12 controller;
   application.OnStopSignal([&] { controller.Stop(); });
   application.OnSessionEnd([&] {
