@@ -5,12 +5,14 @@
 #include <unistd.h>
 
 #include <cstdlib>
+#include <cstring>
 #include <filesystem>
 
 #include "platform/message_box.h"
 #include "platform/paths.h"
 #include "platform/process.h"
 #include "platform/runtime_error.h"
+#include "platform/service_unit.h"
 
 namespace platform {
 
@@ -20,6 +22,7 @@ namespace {
 
 constexpr char kUnit[] = "varekservice.service";
 constexpr char kUnitFolder[] = "/etc/systemd/system";
+constexpr char kPackageUnitFolder[] = "/lib/systemd/system";
 constexpr char kWantsFolder[] = "/etc/systemd/system/multi-user.target.wants";
 constexpr char kAutostartFolder[] = "/etc/xdg/autostart";
 constexpr char kManagerSign[] = "/run/systemd/system";
@@ -48,10 +51,17 @@ std::string Escaped(const std::string& text, const std::string& characters, char
   return result;
 }
 
+/// The program's path as the system below VAREK_ROOT sees it.
+std::string ProgramInSystem() {
+  const std::string path = ProgramFolder() + "/Varek";
+  const std::string root = Root();
+  return !root.empty() && path.starts_with(root + "/") ? path.substr(root.size()) : path;
+}
+
 /// The program's path as the manager's files want it: quoted, its specifiers doubled. The manager
 /// takes no program whose path has quotes or backslashes, however they are written.
 std::string UnitCommand() {
-  const std::string path = ProgramFolder() + "/Varek";
+  const std::string path = ProgramInSystem();
   if (path.find_first_of("'\"\\") != std::string::npos) {
     throw RuntimeError(errors::kPathAccess, path + ": the service manager takes no such path");
   }
@@ -59,21 +69,18 @@ std::string UnitCommand() {
 }
 
 std::string UnitText() {
-  return "[Unit]\n"
-         "Description=Varek\n"
-         "After=local-fs.target network.target\n"
-         "\n"
-         "[Service]\n"
-         "Type=notify\n"
-         "ExecStart=" +
-         UnitCommand() +
-         "\n"
-         // A message that is on its way when the service stops must still arrive.
-         "KillMode=process\n"
-         "Restart=on-failure\n"
-         "\n"
-         "[Install]\n"
-         "WantedBy=multi-user.target\n";
+  std::string text = kUnitTemplate;
+  return text.replace(text.find(kUnitCommandMark), std::strlen(kUnitCommandMark), UnitCommand());
+}
+
+/// As links between the manager's files are written: without VAREK_ROOT.
+std::string PackageUnit() { return std::string(kPackageUnitFolder) + "/" + kUnit; }
+
+/// Another copy of the program folder must not take the package's unit for its own.
+bool PackageUnitStartsThisFolder() {
+  const std::string path = Root() + PackageUnit();
+  return IsFile(path) &&
+         ReadWholeFile(path).find("ExecStart=" + UnitCommand() + "\n") != std::string::npos;
 }
 
 /// Files of the system are for everyone to read.
@@ -84,21 +91,36 @@ void WriteSystemFile(const std::string& path, const std::string& text) {
   fs::permissions(path, fs::perms(0644), error);
 }
 
-void EnableUnit() {
-  std::error_code error;
-  fs::create_directories(Root() + kWantsFolder, error);
-  fs::remove(WantsPath(), error);
-  fs::create_symlink(std::string("../") + kUnit, WantsPath(), error);
-  if (!error) return;
-  std::error_code ignored;
-  fs::remove(UnitPath(), ignored);  // Nothing is installed by halves.
-  throw RuntimeError(errors::kPathAccess, WantsPath() + ": " + error.message());
-}
-
 void RemoveFile(const std::string& path) {
   std::error_code error;
   fs::remove(path, error);
   if (error) throw RuntimeError(errors::kPathAccess, path + ": " + error.message());
+}
+
+/// Lets the system's start want the unit at `target`.
+void EnableUnit(const std::string& target) {
+  std::error_code error;
+  fs::create_directories(Root() + kWantsFolder, error);
+  fs::remove(WantsPath(), error);
+  fs::create_symlink(target, WantsPath(), error);
+  if (error) throw RuntimeError(errors::kPathAccess, WantsPath() + ": " + error.message());
+}
+
+/// A unit of ours would stand before the package's.
+void EnablePackageUnit() {
+  RemoveFile(UnitPath());
+  EnableUnit(PackageUnit());
+}
+
+void InstallOwnUnit() {
+  WriteSystemFile(UnitPath(), UnitText());
+  try {
+    EnableUnit(std::string("../") + kUnit);
+  } catch (const RuntimeError&) {
+    std::error_code ignored;
+    fs::remove(UnitPath(), ignored);  // Nothing is installed by halves.
+    throw;
+  }
 }
 
 void AskManager(const std::string& request) { StartCommandLine("systemctl " + request); }
@@ -111,7 +133,7 @@ std::string DesktopWord(const std::string& word) {
 }
 
 std::string DesktopText(const std::string& name, const std::string& arguments) {
-  std::string command = DesktopWord(ProgramFolder() + "/Varek");
+  std::string command = DesktopWord(ProgramInSystem());
   if (!arguments.empty()) command += " " + DesktopWord(arguments);
   return "[Desktop Entry]\nType=Application\nName=" + name + "\nExec=" + command + "\n";
 }
@@ -124,8 +146,7 @@ int OperatingSystemKind() {
 }
 
 void InstallService() {
-  WriteSystemFile(UnitPath(), UnitText());
-  EnableUnit();
+  PackageUnitStartsThisFolder() ? EnablePackageUnit() : InstallOwnUnit();
   AskManager("daemon-reload");
 }
 
@@ -139,12 +160,12 @@ void StartService() { AskManager(std::string("start ") + kUnit); }
 
 void StopService() { AskManager(std::string("stop ") + kUnit); }
 
-void StartServiceControl() {
+void StartServiceControl(const std::string& status) {
   // A program that the service has started inherits its surroundings but is not the service; so
   // the manager's own note of whom it started counts, and the way to speak for it is taken away.
   const char* started = std::getenv("SYSTEMD_EXEC_PID");
   const bool byManager = started && started == std::to_string(getpid());
-  if (!byManager || sd_notify(1, "READY=1") <= 0) {
+  if (!byManager || sd_notify(1, ("READY=1\nSTATUS=" + status).c_str()) <= 0) {
     throw RuntimeError(errors::kNotAService, "the process was not started as a service");
   }
   runsAsService = true;

@@ -9,20 +9,22 @@ namespace platform {
 /// 2 on a host run by systemd, 0 on any other.
 int OperatingSystemKind();
 
-/// Writes the unit varekservice.service for this program folder, enabled, and lets the manager read
-/// it. Throws RuntimeError 75.
+/// Enables the unit varekservice.service and lets the manager read it: the unit of the Debian
+/// package where that one starts this very program folder, else one that is written for it. Throws
+/// RuntimeError 75.
 void InstallService();
 
-/// Removes the unit; nothing happens when there is none. Throws RuntimeError 75.
+/// Removes what InstallService has made, never the package's unit; nothing happens when there is
+/// nothing. Throws RuntimeError 75.
 void UninstallService();
 
 /// Ask the manager to start or to stop the service; nobody waits for it.
 void StartService();
 void StopService();
 
-/// Hands the process to the manager: reports that it is ready. Throws RuntimeError 1063 when the
-/// process was not started by the unit.
-void StartServiceControl();
+/// Hands the process to the manager: reports that it is ready, and `status`, one line that
+/// everybody can read there. Throws RuntimeError 1063 when the process was not started by the unit.
+void StartServiceControl(const std::string& status);
 
 /// True once StartServiceControl has succeeded.
 bool RunsAsService();

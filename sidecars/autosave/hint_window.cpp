@@ -1,0 +1,62 @@
+#include "autosave/hint_window.h"
+
+#include <QCheckBox>
+#include <QHBoxLayout>
+#include <QLabel>
+#include <QVBoxLayout>
+
+#include "autosave/hint_memory.h"
+#include "autosave/save_jobs.h"
+#include "kit/texts.h"
+#include "platform/message_box.h"
+#include "platform/runtime_error.h"
+
+namespace sidecar {
+
+namespace {
+
+constexpr int kSettingCaption = 262;
+constexpr int kCloseText = 315;
+constexpr int kHeadlineText = 323;
+constexpr int kPurposeText = 324;
+constexpr int kFolderText = 325;
+constexpr int kSettingText = 326;
+constexpr int kSilenceText = 327;
+
+constexpr int kTextWidth = 460;
+
+QString Translated(int number) { return QString::fromStdString(Text(number, ChosenLanguage())); }
+
+}  // namespace
+
+HintWindow::HintWindow()
+    : NoticeWindow(Sign::Hint, Translated(kHeadlineText), Translated(kCloseText)),
+      silence_(new QCheckBox(Translated(kSilenceText))) {
+  setAttribute(Qt::WA_ShowWithoutActivating);
+  QLabel* purpose = MakePlainLabel(Translated(kPurposeText));
+  purpose->setFixedWidth(kTextWidth);
+  Contents()->addWidget(purpose);
+  AddStep(1, kFolderText, QString::fromStdString(SaveFolder()));
+  AddStep(2, kSettingText, Translated(kSettingCaption));
+  ButtonRow()->insertWidget(0, silence_);
+}
+
+void HintWindow::AddStep(int number, int text, const QString& detail) {
+  QLabel* step = MakePlainLabel(QString::number(number) + QStringLiteral(". ") + Translated(text) +
+                                QLatin1Char('\n') + detail);
+  step->setFixedWidth(kTextWidth);
+  step->setTextInteractionFlags(Qt::TextSelectableByMouse);
+  Contents()->addWidget(step);
+}
+
+void HintWindow::closeEvent(QCloseEvent* event) {
+  NoticeWindow::closeEvent(event);
+  if (!silence_->isChecked()) return;
+  try {
+    SilenceHint();
+  } catch (const platform::RuntimeError& error) {
+    platform::LogLine("ShowAutoSave: " + std::string(error.what()));
+  }
+}
+
+}  // namespace sidecar

@@ -1,0 +1,112 @@
+#include "autosave/job_runner.h"
+
+#include <fcntl.h>
+#include <spawn.h>
+#include <sys/wait.h>
+#include <unistd.h>
+
+#include <csignal>
+#include <cstring>
+#include <optional>
+
+#include "platform/clock.h"
+
+extern char** environ;
+
+namespace sidecar {
+
+namespace {
+
+constexpr int64_t kGraceMilliseconds = 2'000;
+constexpr int64_t kDyingMilliseconds = 1'000;
+
+sigset_t ChildSignal() {
+  sigset_t set;
+  sigemptyset(&set);
+  sigaddset(&set, SIGCHLD);
+  return set;
+}
+
+/// Usual signals, a group of its own, nothing to read.
+class SpawnSetting {
+ public:
+  SpawnSetting() {
+    sigset_t all, none;
+    sigfillset(&all);
+    sigemptyset(&none);
+    posix_spawnattr_init(&attributes);
+    posix_spawnattr_setsigdefault(&attributes, &all);
+    posix_spawnattr_setsigmask(&attributes, &none);
+    posix_spawnattr_setpgroup(&attributes, 0);
+    posix_spawnattr_setflags(
+        &attributes, POSIX_SPAWN_SETSIGDEF | POSIX_SPAWN_SETSIGMASK | POSIX_SPAWN_SETPGROUP);
+    posix_spawn_file_actions_init(&actions);
+    posix_spawn_file_actions_addopen(&actions, STDIN_FILENO, "/dev/null", O_RDONLY, 0);
+  }
+  ~SpawnSetting() {
+    posix_spawn_file_actions_destroy(&actions);
+    posix_spawnattr_destroy(&attributes);
+  }
+  SpawnSetting(const SpawnSetting&) = delete;
+  SpawnSetting& operator=(const SpawnSetting&) = delete;
+
+  posix_spawnattr_t attributes;
+  posix_spawn_file_actions_t actions;
+};
+
+/// The error's number, 0 when `child` runs.
+int Start(std::string path, pid_t& child) {
+  char* const arguments[] = {path.data(), nullptr};
+  const SpawnSetting setting;
+  return posix_spawn(&child, path.c_str(), &setting.actions, &setting.attributes, arguments,
+                     environ);
+}
+
+/// The status of `child` once it has ended, or nothing after `milliseconds`.
+std::optional<int> AwaitEnd(pid_t child, int64_t milliseconds) {
+  const sigset_t signal = ChildSignal();
+  const int64_t end = platform::TickCount() + milliseconds;
+  int status = 0;
+  while (waitpid(child, &status, WNOHANG) != child) {
+    const int64_t left = end - platform::TickCount();
+    if (left <= 0) return std::nullopt;
+    const timespec rest{left / 1000, left % 1000 * 1'000'000};
+    sigtimedwait(&signal, nullptr, &rest);
+  }
+  return status;
+}
+
+/// The child is not waited for before the second signal, so that no other group can have got its
+/// number. One that hangs in the system is left to it.
+void StopGroup(pid_t child) {
+  kill(-child, SIGTERM);
+  usleep(kGraceMilliseconds * 1'000);
+  kill(-child, SIGKILL);
+  AwaitEnd(child, kDyingMilliseconds);
+}
+
+std::string EndInWords(int status) {
+  if (WIFSIGNALED(status)) return "ended by signal " + std::to_string(WTERMSIG(status));
+  return "ended with status " + std::to_string(WEXITSTATUS(status));
+}
+
+}  // namespace
+
+void PrepareJobs() {
+  // Who starts us may ignore the signal; the system would then clear ended programs away unseen.
+  std::signal(SIGCHLD, SIG_DFL);
+  const sigset_t signal = ChildSignal();
+  sigprocmask(SIG_BLOCK, &signal, nullptr);
+}
+
+std::string RunJob(const std::string& path, int64_t limit) {
+  pid_t child = 0;
+  if (const int error = Start(path, child)) {
+    return "can't be started: " + std::string(std::strerror(error));
+  }
+  if (const auto status = AwaitEnd(child, limit)) return EndInWords(*status);
+  StopGroup(child);
+  return "stopped, it took longer than " + std::to_string((limit + 999) / 1000) + " s";
+}
+
+}  // namespace sidecar

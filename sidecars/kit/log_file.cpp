@@ -1,0 +1,63 @@
+#include "kit/log_file.h"
+
+#include <fcntl.h>
+#include <sys/file.h>
+#include <sys/stat.h>
+#include <unistd.h>
+
+#include <filesystem>
+
+#include "kit/utf8.h"
+#include "platform/clock.h"
+#include "platform/message_box.h"
+
+namespace sidecar {
+
+namespace fs = std::filesystem;
+
+namespace {
+
+constexpr size_t kMostBytes = 1 << 20;
+constexpr size_t kMostCharacters = 1000;
+
+class Descriptor {
+ public:
+  Descriptor(const std::string& path, int flags) : number_(open(path.c_str(), flags, 0600)) {}
+  ~Descriptor() {
+    if (number_ >= 0) close(number_);
+  }
+  Descriptor(const Descriptor&) = delete;
+  Descriptor& operator=(const Descriptor&) = delete;
+  int Number() const { return number_; }
+
+ private:
+  int number_;
+};
+
+}  // namespace
+
+void LogFile::Add(const std::string& event) const {
+  const std::string line = platform::FormatStored(platform::Now()) + " " +
+                           OneLine(Shortened(event, kMostCharacters)) + "\n";
+  // Two processes must not both take the file for too long and rename it twice.
+  const Descriptor folder(fs::path(path_).parent_path().string(),
+                          O_RDONLY | O_DIRECTORY | O_CLOEXEC);
+  flock(folder.Number(), LOCK_EX);
+  MakeRoom(line.size());
+  if (!Append(line)) platform::LogLine(fs::path(path_).filename().string() + ": " + line);
+}
+
+void LogFile::MakeRoom(size_t bytes) const {
+  std::error_code error;
+  const auto size = fs::file_size(path_, error);
+  if (!error && size + bytes > kMostBytes) fs::rename(path_, path_ + ".old", error);
+}
+
+bool LogFile::Append(const std::string& line) const {
+  const Descriptor file(path_, O_WRONLY | O_APPEND | O_CREAT | O_CLOEXEC);
+  if (file.Number() < 0) return false;
+  fchmod(file.Number(), 0600);  // Fails on a file of another account, which is that one's affair.
+  return write(file.Number(), line.data(), line.size()) == static_cast<ssize_t>(line.size());
+}
+
+}  // namespace sidecar

@@ -1,0 +1,35 @@
+// SMSTO: sends one text message and ends. Its one argument holds eight fields in brackets: number
+// of the gateway, account, password, number of the recipient, text, api_id, mode, language.
+// SMSTO.conf beside it describes the gateways; SMSTO.log tells what became of each message.
+
+#include "kit/sender.h"
+#include "platform/runtime_error.h"
+#include "platform/text.h"
+#include "sms/gateway.h"
+#include "sms/service.h"
+
+namespace {
+
+using namespace sidecar;
+
+enum Field { kGateway, kAccount, kPassword, kNumber, kText, kApiId, kMode, kLanguage, kFieldCount };
+
+constexpr int kFirstText = 319;
+
+Delivery PrepareSms(const std::vector<std::string>& fields, const std::string& conf,
+                    const LogFile&) {
+  const Gateway gateway = ReadGateway(conf, platform::Trim(fields[kGateway]));
+  const SmsMessage message{fields[kAccount], fields[kPassword], platform::Trim(fields[kNumber]),
+                           fields[kText], fields[kApiId]};
+  if (message.number.empty()) {
+    throw platform::RuntimeError(platform::errors::kInvalidCall, "no number is set");
+  }
+  return {"to " + message.number + " by " + gateway.name, gateway.delivery,
+          [=] { return SendSms(gateway, message); }};
+}
+
+}  // namespace
+
+int main(int argc, char** argv) {
+  return RunSender({"SMSTO", kFieldCount, kFirstText, PrepareSms}, argc, argv);
+}

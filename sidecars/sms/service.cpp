@@ -1,0 +1,88 @@
+#include "sms/service.h"
+
+#include <algorithm>
+
+#include "kit/secrets.h"
+#include "kit/transfer.h"
+#include "kit/utf8.h"
+#include "sms/encoding.h"
+
+namespace sidecar {
+
+namespace {
+
+constexpr size_t kMostReply = 64 << 10;
+/// The patterns look at the start alone: matching takes stack for each character.
+constexpr size_t kReadReply = 1024;
+constexpr size_t kMostWords = 300;
+
+constexpr long kTimeout = 408;
+constexpr long kTooManyRequests = 429;
+
+/// What is longer than any reply of a service is cut off, which ends the transfer.
+extern "C" size_t TakeReply(char* bytes, size_t, size_t count, void* reply) {
+  auto& text = *static_cast<std::string*>(reply);
+  const size_t taken = std::min(count, kMostReply - text.size());
+  text.append(bytes, taken);
+  return taken;
+}
+
+bool MayDoBetterLater(long status) {
+  return status >= 500 || status == kTimeout || status == kTooManyRequests;
+}
+
+/// A service may repeat the password in each form that it was given.
+std::string WithoutPassword(const std::string& words, const std::string& password) {
+  const std::string latin1 = IsLatin1(password) ? Latin1(password) : "";
+  return Masked(words, {PercentEncoded(password), PercentEncoded(latin1), password, latin1});
+}
+
+/// What the service says of its error, as far as that can be told from the rest. The password is
+/// masked before anything is cut: a part of it would not be found.
+std::string ErrorWords(const Gateway& gateway, const std::string& reply,
+                       const std::string& password) {
+  const std::string safe = WithoutPassword(reply, password).substr(0, kReadReply);
+  std::smatch found;
+  const bool known = gateway.error && std::regex_search(safe, found, *gateway.error);
+  return Shortened(OneLine(known ? found.str() : safe), kMostWords);
+}
+
+Attempt Judge(const Gateway& gateway, long status, const std::string& reply,
+              const std::string& password) {
+  const bool success = status >= 200 && status < 300;
+  const std::string start = reply.substr(0, kReadReply);
+  if (success && std::regex_search(start, *gateway.good)) return {Result::Sent, ""};
+  return {MayDoBetterLater(status) ? Result::Failed : Result::Refused,
+          "HTTP " + std::to_string(status) + ": " + ErrorWords(gateway, reply, password)};
+}
+
+void SetRequest(Transfer& transfer, const Gateway& gateway, const std::string& parameters) {
+  const char joint = gateway.address.find('?') == std::string::npos ? '?' : '&';
+  transfer.Set(CURLOPT_PROTOCOLS_STR, "http,https");
+  if (gateway.post) {
+    transfer.Set(CURLOPT_URL, gateway.address.c_str());
+    transfer.Set(CURLOPT_POSTFIELDSIZE, static_cast<long>(parameters.size()));
+    transfer.Set(CURLOPT_COPYPOSTFIELDS, parameters.c_str());
+  } else {
+    transfer.Set(CURLOPT_URL, (gateway.address + joint + parameters).c_str());
+  }
+}
+
+}  // namespace
+
+Attempt SendSms(const Gateway& gateway, const SmsMessage& message) {
+  std::string reply;
+  Transfer transfer(gateway.delivery.timeout);
+  SetRequest(transfer, gateway, RequestParameters(gateway, message));
+  transfer.Set(CURLOPT_WRITEFUNCTION, TakeReply);
+  transfer.Set(CURLOPT_WRITEDATA, static_cast<void*>(&reply));
+  const CURLcode code = transfer.Perform();
+  const bool cutOff = code == CURLE_WRITE_ERROR && reply.size() == kMostReply;
+  if (code == CURLE_OK || cutOff) {
+    return Judge(gateway, transfer.HttpStatus(), reply, message.password);
+  }
+  return {IsLasting(code) ? Result::Refused : Result::Failed,
+          WithoutPassword(transfer.Words(code), message.password)};
+}
+
+}  // namespace sidecar

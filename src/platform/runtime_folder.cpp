@@ -1,0 +1,78 @@
+#include "platform/runtime_folder.h"
+
+#include <fcntl.h>
+#include <sys/file.h>
+#include <sys/stat.h>
+#include <unistd.h>
+
+#include <cerrno>
+#include <cstdint>
+#include <cstdio>
+#include <cstdlib>
+#include <filesystem>
+#include <utility>
+
+#include "platform/paths.h"
+
+namespace platform {
+
+namespace fs = std::filesystem;
+
+namespace {
+
+/// A folder that only this user can use: that of the session, else one of our own.
+/// Empty when there is none that can be trusted.
+std::string RuntimeFolder() {
+  if (const char* folder = std::getenv("XDG_RUNTIME_DIR"); folder && *folder) return folder;
+  const uid_t user = getuid();
+  const std::string folder = user == 0 ? "/run/varek" : "/tmp/varek-" + std::to_string(user);
+  mkdir(folder.c_str(), 0700);
+  struct stat info {};
+  const bool ours = lstat(folder.c_str(), &info) == 0 && S_ISDIR(info.st_mode) &&
+                    info.st_uid == user && (info.st_mode & (S_IRWXG | S_IRWXO)) == 0;
+  return ours ? folder : "";
+}
+
+/// FNV-1a: a short name that any two folders are most unlikely to share.
+std::string FolderKey() {
+  uint64_t hash = 14695981039346656037U;
+  std::error_code error;
+  for (const char c : fs::weakly_canonical(ProgramFolder(), error).string()) {
+    hash = (hash ^ static_cast<uint8_t>(c)) * 1099511628211U;
+  }
+  char text[17];
+  std::snprintf(text, sizeof text, "%016llx", static_cast<unsigned long long>(hash));
+  return text;
+}
+
+}  // namespace
+
+std::string RuntimePath(const std::string& suffix) {
+  const std::string folder = RuntimeFolder();
+  return folder.empty() ? "" : folder + "/varek-" + FolderKey() + suffix;
+}
+
+RuntimeLock::RuntimeLock(std::string suffix) : suffix_(std::move(suffix)) {}
+
+RuntimeLock::~RuntimeLock() { Release(); }
+
+LockTry RuntimeLock::Take() {
+  if (IsTaken()) return LockTry::Taken;
+  const int file =
+      open(RuntimePath(suffix_).c_str(), O_RDWR | O_CREAT | O_CLOEXEC | O_NOFOLLOW, 0600);
+  if (file < 0) return LockTry::NoPlace;
+  if (flock(file, LOCK_EX | LOCK_NB) != 0) {
+    const bool busy = errno == EWOULDBLOCK;
+    close(file);
+    return busy ? LockTry::Busy : LockTry::NoPlace;
+  }
+  file_ = file;
+  return LockTry::Taken;
+}
+
+void RuntimeLock::Release() {
+  if (IsTaken()) close(file_);
+  file_ = -1;
+}
+
+}  // namespace platform
