@@ -1,17 +1,22 @@
 // Prints the manuals at build time: every HTML source below a folder becomes a PDF file of the same
-// name in the same folder of the output, its pictures set in.
+// name in the same folder of the output, the pictures of its own language set in.
 //
 // Usage: make_manuals SOURCE-FOLDER PICTURE-FOLDER OUTPUT-FOLDER
 
+#include <QAbstractTextDocumentLayout>
 #include <QFile>
 #include <QFont>
 #include <QGuiApplication>
 #include <QPageSize>
 #include <QPdfWriter>
 #include <QRegularExpression>
+#include <QTextBlock>
+#include <QTextCursor>
 #include <QTextDocument>
 #include <QTextFormat>
+#include <QTextFrame>
 #include <QUrl>
+#include <cmath>
 #include <cstdio>
 #include <exception>
 #include <filesystem>
@@ -22,6 +27,8 @@ namespace {
 namespace fs = std::filesystem;
 
 constexpr int kDotsPerInch = 300;
+/// The two centimetres that the toolkit keeps free, in its dots of 1/96 inch.
+constexpr int kPrintMargin = 75;
 
 constexpr char kSheet[] = R"(
 h1 { color: #10303c; font-size: 22pt; }
@@ -34,12 +41,13 @@ th { text-align: left; background-color: #e6eef0; }
 struct Language {
   const char* folder;
   const char* typeface;
+  const char* pictures;  ///< below the folder of the pictures, which are English themselves
 };
 
 constexpr Language kLanguages[] = {
-    {"English", "DejaVu Sans"},
-    {"Big5", "Noto Sans CJK TC"},
-    {"GB232", "Noto Sans CJK SC"},
+    {"English", "DejaVu Sans", ""},
+    {"Big5", "Noto Sans CJK TC", "Big5"},
+    {"GB232", "Noto Sans CJK SC", "GB232"},
 };
 
 QString Text(const fs::path& path) { return QString::fromStdString(path.string()); }
@@ -67,6 +75,32 @@ void CheckPictures(const QTextDocument& document, const fs::path& pictures) {
   }
 }
 
+bool BelongsToNext(const QTextBlock& block) {
+  return block.blockFormat().headingLevel() > 0 ||
+         block.text() == QChar::ObjectReplacementCharacter;
+}
+
+/// A heading, or a picture above its caption, is not left alone at the foot of a page. The pages
+/// are laid out for this as the printing will do it, margins included.
+void KeepTogether(QTextDocument& document, QPdfWriter& writer) {
+  QAbstractTextDocumentLayout& layout = *document.documentLayout();
+  layout.setPaintDevice(&writer);
+  QTextFrameFormat margins = document.rootFrame()->frameFormat();
+  margins.setMargin(kPrintMargin);
+  document.rootFrame()->setFrameFormat(margins);
+  document.setPageSize(QSizeF(writer.width(), writer.height()));
+  const auto page = [&](const QTextBlock& block) {
+    return std::floor(layout.blockBoundingRect(block).bottom() / writer.height());
+  };
+  for (QTextBlock block = document.begin(); block.next().isValid(); block = block.next()) {
+    if (!BelongsToNext(block) || page(block) == page(block.next())) continue;
+    QTextBlockFormat format = block.blockFormat();
+    format.setPageBreakPolicy(QTextFormat::PageBreak_AlwaysBefore);
+    QTextCursor(block).setBlockFormat(format);
+  }
+  document.setPageSize(QSizeF());
+}
+
 void Print(const fs::path& source, const QString& typeface, const fs::path& pictures,
            const fs::path& output) {
   QTextDocument document;
@@ -82,6 +116,7 @@ void Print(const fs::path& source, const QString& typeface, const fs::path& pict
   writer.setPageSize(QPageSize(QPageSize::A4));
   writer.setResolution(kDotsPerInch);
   writer.setTitle(document.metaInformation(QTextDocument::DocumentTitle));
+  KeepTogether(document, writer);
   document.print(&writer);
   if (!fs::exists(output)) throw std::runtime_error("cannot write " + output.string());
 }
@@ -92,7 +127,8 @@ void MakeManuals(const fs::path& sources, const fs::path& pictures, const fs::pa
     fs::create_directories(folder);
     for (const auto& source : fs::directory_iterator(sources / language.folder)) {
       const fs::path name = source.path().stem().replace_extension("pdf");
-      Print(source.path(), QString::fromLatin1(language.typeface), pictures, folder / name);
+      Print(source.path(), QString::fromLatin1(language.typeface), pictures / language.pictures,
+            folder / name);
     }
   }
 }

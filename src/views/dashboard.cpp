@@ -51,8 +51,8 @@ constexpr QSize kLeastSize{612, 428};
 
 constexpr int kTabHeaderHeight = 26;
 constexpr int kBottomMargin = 6;
-/// Beside the longest line of the unfolded list.
-constexpr int kListMargin = 16;
+/// Beside the longest line of the unfolded list: its edges, its mark and its scroll bar.
+constexpr int kListMargin = 48;
 /// What the tabs stand out of the window on the right.
 constexpr int kTabOverhang = 30;
 
@@ -175,6 +175,8 @@ void Form1::MakeTabs() {
   connect(tabBar_, &QTabBar::currentChanged, pages_, &QStackedWidget::setCurrentIndex);
   Combo1 = new QComboBox(Client());
   Combo1->setStyleSheet(QStringLiteral("font-size: 11px;"));
+  Combo1->ensurePolished();      // Its unfolded list is measured by these letters.
+  setTabOrder(tabBar_, Combo1);  // It stands beside the tabs, above what they show.
 }
 
 void Form1::MakeDetailsTab() {
@@ -237,11 +239,14 @@ void Form1::ApplyLanguage() {
 
 void Form1::ShowDebugLines() {
   Combo1->clear();
-  for (auto line = DataCenter.DebugLines.rbegin(); line != DataCenter.DebugLines.rend(); ++line)
+  int longest = 0;
+  for (auto line = DataCenter.DebugLines.rbegin(); line != DataCenter.DebugLines.rend(); ++line) {
     Combo1->addItem(Shown(*line));
+    longest = std::max(longest, Combo1->fontMetrics().horizontalAdvance(Shown(*line)));
+  }
   Combo1->setCurrentIndex(kDebugLineCount - 1);
   Combo1->setToolTip(Combo1->currentText());
-  Combo1->view()->setMinimumWidth(Combo1->view()->sizeHintForColumn(0) + kListMargin);
+  Combo1->view()->setMinimumWidth(longest + kListMargin);
 }
 
 QWidget* Form1::MenuItem(int item) const { return menu_->Item(item); }

@@ -111,6 +111,7 @@ void Form2::MakeStrip() {
   position_->setObjectName(QStringLiteral("position"));
   position_->setAlignment(Qt::AlignCenter);
   notice_ = new QLabel(Client());
+  notice_->setObjectName(QStringLiteral("notice"));
 }
 
 void Form2::MakeGrid() {

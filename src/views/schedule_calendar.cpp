@@ -39,6 +39,7 @@ constexpr QRect kNewPlace{556, 10, 140, 30};
 constexpr QRect kLegendPlace{12, 44, 986, 32};
 constexpr QRect kGridPlace{12, 80, 986, 400};
 
+constexpr int kNewHeight = 28;   ///< in the lowest window too: Chinese letters are high
 constexpr int kHeaderSize = 18;  ///< pixels, of its letters
 constexpr QSize kPictureSize{24, 24};
 constexpr int kLegendGap = 4;
@@ -118,6 +119,7 @@ void Form4::MakeChoosers() {
   Combo2 = Named(new QComboBox(Client()), "Combo2");
   FillMonthChoosers(*Combo1, *Combo2);
   newEntry_ = MakeScheduleButton(Client(), "NewEntry", [this] { NewEntry_Click(); });
+  newEntry_->setMinimumHeight(kNewHeight);
 }
 
 /// A picture under the pointer tells its action beside the strip.

@@ -111,7 +111,7 @@ void ScheduleDialog::ApplyLanguage() {
     Combo4->setItemText(i, ScheduleText(kFirstRestartDayText + static_cast<size_t>(i)).trimmed());
   Command1->setText(ScheduleText(kSaveText));
   Command2->setText(ScheduleText(kCancelText));
-  grid_->invalidate();
+  grid_->activate();  // The row of buttons within it too.
   adjustSize();
   TellPanels();
 }

@@ -30,6 +30,7 @@ SearchBox::SearchBox(QWidget* parent)
   setAutoFillBackground(true);
   caption_->setGeometry(kPlace, 2, kBarWidth - kLabelWidth, kPlace - 4);
   label_->setGeometry(kPlace + kBarWidth - kLabelWidth, 2, kLabelWidth, kPlace - 4);
+  label_->setObjectName(QStringLiteral("port"));
   label_->setAlignment(Qt::AlignRight | Qt::AlignVCenter);
   hide();
 }

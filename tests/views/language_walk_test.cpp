@@ -1,0 +1,346 @@
+// A walk through every window of the program in every language: no text is missing, cut or of
+// another language, Tab goes through the controls in reading order, and Escape closes. And a change
+// of language while windows are open and a browser asks.
+#include <arpa/inet.h>
+#include <gtest/gtest.h>
+#include <unistd.h>
+
+#include <QtWidgets>
+#include <fstream>
+#include <set>
+
+#include "core/data_center.h"
+#include "core/error_list.h"
+#include "core/forms.h"
+#include "platform/events.h"
+#include "records/databases.h"
+#include "records/events.h"
+#include "records/shutdown.h"
+#include "scheduler/schedule_edit.h"
+#include "settings/language.h"
+#include "settings/language_picker.h"
+#include "settings/manuals.h"
+#include "support/monitor_fixture.h"
+#include "support/serial_line.h"
+#include "views/dashboard.h"
+#include "views/kit/movable_panel.h"
+#include "views/kit/picture_button.h"
+#include "views/kit/style.h"
+#include "views/kit/window_frame.h"
+#include "views/search_box.h"
+#include "web/http_server.h"
+#include "web/web_console.h"
+
+namespace varek {
+namespace {
+
+constexpr int kLeastPixels = 10;     ///< of letters that can be read
+constexpr int kCaptionMargins = 72;  ///< beside the caption in a window's strip
+constexpr QSize kHeadMargins{11, 5};
+/// Names, addresses and what else is the same in every language.
+constexpr char kNeutral[] =
+    "Varek Version COM YES And Or Dont Care Hz www every com clickatell api id HTTP URL http index "
+    "htm English 繁體中文 简体中文";
+
+std::set<QString> WordsOf(const QString& text) {
+  static const QRegularExpression word(QStringLiteral("[A-Za-z]{2,}|[\\x{4e00}-\\x{9fff}]"));
+  std::set<QString> words;
+  for (auto found = word.globalMatch(text); found.hasNext();) words.insert(found.next().captured());
+  return words;
+}
+
+/// The texts of a language, and the words and Chinese characters that they are made of.
+struct Vocabulary {
+  explicit Vocabulary(int language) {
+    Loadlanguage(language);
+    for (size_t number = 1; number < kTextCount; ++number) {
+      texts.insert(QString::fromStdString(LangText[number]).trimmed());
+      words.merge(WordsOf(QString::fromStdString(LangText[number])));
+    }
+  }
+  std::set<QString> texts, words = WordsOf(QString::fromUtf8(kNeutral));
+};
+
+bool Fits(const QFont& font, const QString& text, QSize room, int flags = 0) {
+  const QSize size = QFontMetrics(font).boundingRect(QRect({}, room), flags, text).size();
+  return size.width() <= room.width() && size.height() <= room.height();
+}
+
+/// A picture button shrinks its text to its room.
+bool FitsPicture(const PictureButton& button) {
+  const QSize room = button.size() - QSize(8, 0);
+  const QFont font = FittingFont(button.font(), button.Text(), room);
+  return QFontInfo(font).pixelSize() >= kLeastPixels &&
+         Fits(font, button.Text(), room, kFittingText);
+}
+
+/// A text that a control shows, and whether all of it is to be seen.
+struct Shown {
+  QString text;
+  bool whole = true;
+};
+
+void AddCells(const QAbstractItemView& view, std::vector<Shown>& texts) {
+  for (int row = 0; row < view.model()->rowCount(); ++row)
+    for (int column = 0; column < view.model()->columnCount(); ++column) {
+      const QModelIndex cell = view.model()->index(row, column);
+      const int room = view.visualRect(cell).width();  // None where the row is hidden.
+      if (room > 0 && !cell.data().toString().isEmpty())
+        texts.push_back({cell.data().toString(), view.sizeHintForIndex(cell).width() <= room});
+    }
+}
+
+/// An item may be longer than the closed list when the unfolded one shows all of it.
+void AddItems(const QComboBox& box, std::vector<Shown>& texts) {
+  QStyleOptionComboBox option;
+  option.initFrom(&box);
+  const QRect closed =
+      box.style()->subControlRect(QStyle::CC_ComboBox, &option, QStyle::SC_ComboBoxEditField, &box);
+  const QSize room = closed.size().expandedTo({box.view()->minimumWidth(), 0});
+  for (int i = 0; i < box.count(); ++i)
+    texts.push_back({box.itemText(i), Fits(box.font(), box.itemText(i), room)});
+}
+
+std::vector<Shown> TextsOf(const QWidget* control) {
+  std::vector<Shown> texts;
+  if (control->isWindow()) texts.push_back({control->windowTitle()});
+  for (const QString& hint : {control->toolTip(), control->accessibleName()})
+    if (!hint.isEmpty()) texts.push_back({hint});
+  if (const auto* label = qobject_cast<const QLabel*>(control)) {
+    const int wrap = label->wordWrap() ? Qt::TextWordWrap : 0;
+    // One that has nothing to tell at present has a name.
+    if (!label->text().isEmpty() || label->objectName().isEmpty())
+      texts.push_back(
+          {label->text(), Fits(label->font(), label->text(), label->contentsRect().size(), wrap)});
+  } else if (const auto* button = qobject_cast<const QAbstractButton*>(control)) {
+    const QSize needed = button->sizeHint();
+    texts.push_back({button->text(), needed.boundedTo(button->size()) == needed});
+  } else if (const auto* picture = dynamic_cast<const PictureButton*>(control)) {
+    texts.push_back({picture->accessibleName(), FitsPicture(*picture)});
+  } else if (const auto* heads = qobject_cast<const QHeaderView*>(control)) {
+    for (int i = 0; i < heads->count(); ++i) {
+      const QString text = heads->model()->headerData(i, Qt::Horizontal).toString();
+      const QSize room = QSize(heads->sectionSize(i), heads->height()) - kHeadMargins;
+      if (!heads->isSectionHidden(i))
+        texts.push_back({text, Fits(heads->font(), text, room, int(heads->defaultAlignment()))});
+    }
+  } else if (const auto* view = qobject_cast<const QAbstractItemView*>(control)) {
+    AddCells(*view, texts);
+  } else if (const auto* box = qobject_cast<const QComboBox*>(control)) {
+    AddItems(*box, texts);
+  } else if (const auto* tabs = qobject_cast<const QTabBar*>(control)) {
+    for (int i = 0; i < tabs->count(); ++i)
+      texts.push_back({tabs->tabText(i), tabs->sizeHint().width() <= tabs->width()});
+  }
+  return texts;
+}
+
+std::string NameOf(const QWidget* control) {
+  return std::string(control->metaObject()->className()) + " " +
+         (control->objectName() + control->accessibleName()).toStdString();
+}
+
+bool IsTabStop(const QWidget* control, const QWidget& window) {
+  const auto* radio = qobject_cast<const QRadioButton*>(control);
+  return control->isVisibleTo(&window) && control->isEnabled() && !(radio && !radio->isChecked()) &&
+         (control->focusPolicy() & Qt::TabFocus);
+}
+
+const MovablePanel* PanelOf(const QWidget* control) {
+  while (control && !dynamic_cast<const MovablePanel*>(control)) control = control->parentWidget();
+  return static_cast<const MovablePanel*>(control);
+}
+
+/// To a control of the same panel that stands neither below nor right of the former one.
+bool IsStepBack(const QWidget* from, const QWidget* to) {
+  const QPoint step = to->mapToGlobal(QPoint()) - from->mapToGlobal(QPoint());
+  return PanelOf(from) == PanelOf(to) && step.y() < from->height() - 1 &&
+         step.x() < from->width() - 1;
+}
+
+void Press(QWidget* target, int key) {
+  for (const auto type : {QEvent::KeyPress, QEvent::KeyRelease}) {
+    QKeyEvent event(type, key, Qt::NoModifier);
+    QApplication::sendEvent(target, &event);
+  }
+  for (int i = 0; i < 3; ++i) platform::DoEvents();  // What opens or closes is laid out or gone.
+}
+
+/// Where the keys of a window go.
+QWidget* FocusOf(QWidget& window) { return window.focusWidget() ? window.focusWidget() : &window; }
+
+QList<QWidget*> OpenWindows() {
+  QList<QWidget*> windows = QApplication::topLevelWidgets();
+  windows.removeIf(
+      [](QWidget* each) { return !each->isVisible() || !dynamic_cast<WindowFrame*>(each); });
+  return windows;
+}
+
+std::function<void()> MenuItem(int item) {
+  return [item] {
+    ShowDashboard();
+    Press(Dashboard().Get().MenuItem(item), Qt::Key_Space);
+    UnloadForm(Form1::kNumber);
+  };
+}
+
+using Preparation = std::function<void(QWidget& window)>;
+Preparation Tab(int tab) {
+  return [tab](QWidget& window) { window.findChild<QTabBar*>()->setCurrentIndex(tab); };
+}
+Preparation Click(const char* button) {
+  return [name = QString::fromLatin1(button)](QWidget& window) {
+    if (auto* days = window.findChild<QTableWidget*>()) days->selectRow(0);
+    window.findChild<QAbstractButton*>(name)->click();
+  };
+}
+void OpenSearch(QWidget&) { Dashboard().Get().Search().Open(); }
+void ChooseLast(QWidget& window) { window.findChild<QComboBox*>()->setCurrentIndex(1); }
+void ClickDay(QWidget& window) { Press(FocusOf(window), Qt::Key_Space); }
+
+/// A window, and what brings out more of it.
+struct Walk {
+  const char* name;
+  std::function<void()> open;
+  Preparation prepare = [](QWidget&) {};
+};
+const Walk kWalks[] = {
+    {"search", ShowDashboard, OpenSearch},
+    {"details", ShowDashboard, Tab(1)},
+    {"control", ShowDashboard, Tab(2)},
+    {"language", MenuItem(0)},
+    {"settings", MenuItem(1)},
+    {"new entry", MenuItem(2), Click("NewEntry")},
+    {"delete entry", MenuItem(2), Click("Command5")},
+    {"event log", MenuItem(3), ClickDay},
+    {"history", MenuItem(4)},
+    {"oscilloscope", MenuItem(5)},
+    {"gateway 0", MenuItem(6)},
+    {"gateway 1", MenuItem(6), ChooseLast},
+    {"mail", MenuItem(7)},
+    {"web log", MenuItem(8)},
+    {"about", MenuItem(9)},
+    {"manuals", ShowManuals},
+    {"system countdown", [] { StartSystemShutdown(5); }},
+    {"ups countdown", [] { StartUPSShutdown(5, kNoRestart); }},
+};
+
+class LanguageWalk : public test::MonitorTest {
+ protected:
+  LanguageWalk() {
+    test::InstallPictures(Folder());
+    OpenDatabases();
+    DataCenter.OutputVoltage = 220;
+    DataCenter.HasLoad = DataCenter.HasTemperature = DataCenter.UseCelsius = kSet;
+    DataCenter.UPSCompany = DataCenter.UPSModel = DataCenter.UPSVersion = "1";
+    clock.Advance(60'000);
+    AddSample();
+    EventProgramStart();
+    DataCenter.DebugLines.fill("2026/03/10 12:00:00  UPS");
+    SaveNewEntry({.action = 5, .recurrence = 3}, {2026, 3, 10});
+  }
+
+  void ExpectGoodTexts(const QWidget* window, size_t language, const std::string& where) const {
+    const Vocabulary& own = vocabularies_[language];
+    const QSize strip(window->width() - kCaptionMargins, kFrameTop);
+    EXPECT_TRUE(Fits(window->font(), window->windowTitle(), strip)) << where;
+    for (const QWidget* control : window->findChildren<QWidget*>() + QList{window->window()}) {
+      if (!control->isVisibleTo(window)) continue;
+      for (const auto& [text, whole] : TextsOf(control)) {
+        const std::string what = where + ", language " + std::to_string(language) + ": " +
+                                 NameOf(control) + " '" + text.toStdString() + "'";
+        EXPECT_FALSE(text.trimmed().isEmpty()) << what;
+        EXPECT_TRUE(whole) << what;
+        EXPECT_TRUE(std::ranges::includes(own.words, WordsOf(text))) << what;
+        for (const Vocabulary& other : vocabularies_)
+          EXPECT_TRUE(own.texts.contains(text) || !other.texts.contains(text)) << what;
+      }
+    }
+  }
+
+  const std::array<Vocabulary, 3> vocabularies_{Vocabulary(0), Vocabulary(1), Vocabulary(2)};
+};
+
+/// Round the ring of controls there is one step back, from the last to the first.
+void ExpectGoodTabOrder(QWidget& window, const std::string& where) {
+  std::vector<QWidget*> ring;
+  std::vector<std::string> back;
+  while (!std::ranges::count(ring, FocusOf(window))) {
+    QWidget* from = ring.emplace_back(FocusOf(window));
+    Press(from, Qt::Key_Tab);
+    if (IsStepBack(from, FocusOf(window)))
+      back.push_back(NameOf(from) + " to " + NameOf(FocusOf(window)));
+  }
+  EXPECT_LE(back.size(), 1U) << where << testing::PrintToString(back);
+  for (QWidget* control : window.findChildren<QWidget*>())
+    EXPECT_EQ(IsTabStop(control, window), std::ranges::count(ring, control) == 1)
+        << where << ": " << NameOf(control);
+}
+
+TEST_F(LanguageWalk, EveryWindowIsWholeInEveryLanguage) {
+  for (const auto& [name, open, prepare] : kWalks) {
+    for (const int language : {0, 1, 2}) {
+      Loadlanguage((language + 1) % 3);
+      open();
+      prepare(*OpenWindows().value(0));
+      ChooseLanguage(static_cast<int16_t>(language));
+      if (OpenWindows().isEmpty()) open();  // The choice closes the picker.
+      platform::DoEvents();
+      ASSERT_EQ(OpenWindows().size(), 1) << name;
+      QWidget& window = *OpenWindows().front();
+      ExpectGoodTexts(&window, static_cast<size_t>(language), name);
+      window.resize(window.minimumSize());
+      platform::DoEvents();
+      ExpectGoodTexts(&window, static_cast<size_t>(language), std::string("small ") + name);
+      ExpectGoodTabOrder(window, name);
+      Press(FocusOf(window), Qt::Key_Escape);
+      EXPECT_TRUE(OpenWindows().isEmpty()) << name;
+    }
+  }
+  EXPECT_EQ(messages, std::vector<std::string>());
+  EXPECT_TRUE(Form13::List1().empty());
+}
+
+/// What the web console answers to a browser that has not logged in.
+std::string AskConsole() {
+  const int fd = socket(AF_INET, SOCK_STREAM | SOCK_CLOEXEC, 0);
+  sockaddr_in console{};
+  console.sin_family = AF_INET;
+  console.sin_port = htons(static_cast<uint16_t>(LoadedConsole()->Winsock1(0).LocalPort()));
+  console.sin_addr.s_addr = htonl(INADDR_LOOPBACK);
+  connect(fd, reinterpret_cast<const sockaddr*>(&console), sizeof console);
+  send(fd, "GET / ", 6, MSG_NOSIGNAL);
+  std::string answer;
+  test::PumpUntil([&] {
+    char bytes[4096];
+    const ssize_t count = recv(fd, bytes, sizeof bytes, MSG_DONTWAIT);
+    if (count > 0) answer.append(bytes, static_cast<size_t>(count));
+    return count == 0;
+  });
+  close(fd);
+  return answer;
+}
+
+TEST_F(LanguageWalk, AChoiceReachesOpenWindowsAndTheNextRequest) {
+  const char* const folders[] = {"httpEnglish", "httpBig5", "httpGB232"};
+  for (const char* folder : folders) {
+    std::filesystem::create_directory(Folder() + "/" + folder);
+    std::ofstream(Folder() + "/" + folder + "/login.htm") << "page of " << folder;
+  }
+  DataCenter.WebPort = 0;
+  StartWebConsole();
+  for (const int item : {1, 3, 4}) MenuItem(item)();
+  ShowDashboard();
+  for (const size_t language : {1, 2, 0}) {
+    ShowLanguagePicker();
+    EXPECT_EQ(OpenWindows().size(), 5);
+    const auto pictures = LanguagePicker().Get().findChildren<QWidget*>(QStringLiteral("Picture1"));
+    Press(pictures.at(static_cast<qsizetype>(language)), Qt::Key_Space);
+    EXPECT_EQ(OpenWindows().size(), 4);
+    for (const QWidget* window : OpenWindows()) ExpectGoodTexts(window, language, "open");
+    EXPECT_TRUE(AskConsole().ends_with(std::string("page of ") + folders[language] + "\r\n"));
+  }
+}
+
+}  // namespace
+}  // namespace varek
