@@ -1,28 +1,48 @@
-# Puts the files that come with the program into the program folder. The language table, the
-# pictures, the manuals and the web pages belong to the program and follow it; settings and records
-# belong to the user and are only ever added.
-file(MAKE_DIRECTORY ${PROGRAM_FOLDER}/database)
-file(COPY ${INITIAL}/LangData.mdb DESTINATION ${PROGRAM_FOLDER}/database)
-file(COPY ${INITIAL}/image DESTINATION ${PROGRAM_FOLDER})
-file(COPY ${INITIAL}/manual DESTINATION ${PROGRAM_FOLDER})
+# Puts the files that come with the program into PROGRAM_FOLDER: that of the build, of an
+# installation, or of the package. The language table, the pictures, the manuals and the web pages
+# belong to the program and follow it. Settings and records only come along in their initial state,
+# in the folder "initial"; the script there puts into place what is missing.
+#
+# INITIAL is the folder of what the build has made, SOURCE that of the project.
 
-function(copy_if_missing source target)
-  if(NOT EXISTS ${target})
-    get_filename_component(folder ${target} DIRECTORY)
-    file(COPY ${source} DESTINATION ${folder})
-  endif()
+set(FILE OWNER_READ OWNER_WRITE GROUP_READ WORLD_READ)
+set(EXECUTABLE ${FILE} OWNER_EXECUTE GROUP_EXECUTE WORLD_EXECUTE)
+
+# put(<folder below the program folder> <files and folders>...)
+function(put folder)
+  file(
+    COPY ${ARGN}
+    DESTINATION ${PROGRAM_FOLDER}/${folder}
+    FILE_PERMISSIONS ${FILE}
+    DIRECTORY_PERMISSIONS ${EXECUTABLE})
 endfunction()
 
-copy_if_missing(${INITIAL}/Event.mdb ${PROGRAM_FOLDER}/database/Event.mdb)
-copy_if_missing(${INITIAL}/data.mdb ${PROGRAM_FOLDER}/database/data.mdb)
-copy_if_missing(${ASSETS}/config.qmz ${PROGRAM_FOLDER}/config.qmz)
-file(CHMOD ${PROGRAM_FOLDER}/config.qmz PERMISSIONS OWNER_READ OWNER_WRITE)
+function(put_script folder)
+  file(
+    COPY ${ARGN}
+    DESTINATION ${PROGRAM_FOLDER}/${folder}
+    FILE_PERMISSIONS ${EXECUTABLE})
+endfunction()
+
+set(ASSETS ${SOURCE}/assets)
+put(. ${INITIAL}/image ${INITIAL}/manual ${SOURCE}/docs/upssim.md)
+put(database ${INITIAL}/LangData.mdb)
+put_script(. ${ASSETS}/desktop/varek-desktop ${ASSETS}/desktop/try-varek)
+
+put(initial ${ASSETS}/config.qmz ${ASSETS}/mailto.conf ${ASSETS}/SMSTO.conf ${ASSETS}/autosave.d)
+put(initial/database ${INITIAL}/Event.mdb ${INITIAL}/data.mdb)
+put_script(initial ${SOURCE}/packaging/add-missing)
 
 # The charts are empty until the program draws them.
+set(CHARTS bettery.bmp temperature.bmp chart.bmp)
+file(GLOB WEB_PICTURES ${INITIAL}/web_pictures/*)
+list(FILTER WEB_PICTURES EXCLUDE REGEX "\\.bmp$")
 foreach(folder httpEnglish httpBig5 httpGB232)
-  file(COPY ${INITIAL}/pages/${folder} DESTINATION ${PROGRAM_FOLDER})
-  file(COPY ${INITIAL}/web_pictures/ DESTINATION ${PROGRAM_FOLDER}/${folder} PATTERN *.bmp EXCLUDE)
-  foreach(chart bettery.bmp temperature.bmp chart.bmp)
-    copy_if_missing(${INITIAL}/web_pictures/${chart} ${PROGRAM_FOLDER}/${folder}/${chart})
+  put(. ${INITIAL}/pages/${folder})
+  put(${folder} ${WEB_PICTURES})
+  foreach(chart ${CHARTS})
+    if(NOT EXISTS ${PROGRAM_FOLDER}/${folder}/${chart})
+      put(${folder} ${INITIAL}/web_pictures/${chart})
+    endif()
   endforeach()
 endforeach()

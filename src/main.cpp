@@ -19,8 +19,8 @@ std::string CommandLine(int argc, char** argv) {
   return line;
 }
 
-/// The list is for the program; whoever looks after the machine reads the journal. A port that fails
-/// does so every second and is told of once.
+/// The list is for the program; whoever looks after the machine reads the journal. A port that
+/// fails does so every second and is told of once.
 void ListError(const std::string& place, int number, const std::string& description) {
   constexpr size_t kMostTold = 1000;
   static std::set<std::string> told;

@@ -56,7 +56,7 @@ TEST_F(StartUpTest, AServiceTellsItsManagerThatItIsReady) {
   EXPECT_EQ(HandleCommandLine("\\M", 2), StartUp::GoOn);
   char text[64] = "";
   EXPECT_GT(read(manager, text, sizeof text - 1), 0);
-  EXPECT_STREQ(text, "READY=1");
+  EXPECT_STREQ(text, "READY=1\nSTATUS=web console off");
   EXPECT_TRUE(platform::RunsAsService());
   EXPECT_EQ(getenv("NOTIFY_SOCKET"), nullptr);  // not for the programs that are started from here
   close(manager);

@@ -33,17 +33,17 @@ constexpr char kSimulator[] =
     " --link $PWD/dev/com1 --control $PWD/control --log $PWD/log </dev/null >simulator 2>&1";
 
 /// That there is no display the program has to find out by itself.
-constexpr char kProgram[] =
+constexpr char kEnvironment[] =
     "exec env -u DISPLAY -u WAYLAND_DISPLAY -u QT_QPA_PLATFORM -u JOURNAL_STREAM LC_ALL=C.UTF-8 "
     "VAREK_COM_DIR=$PWD/dev VAREK_ROOT=$PWD/root XDG_RUNTIME_DIR=$PWD/run "
-    "PATH=$PWD/bin:$PATH VAREK_SHUTDOWN_COMMAND=\"echo down >> $PWD/shutdowns\" "
-    "$PWD/Varek </dev/null ";
+    "PATH=$PWD/bin:$PATH VAREK_SHUTDOWN_COMMAND=\"echo down >> $PWD/shutdowns\" ";
+constexpr char kProgram[] = " $PWD/Varek </dev/null ";
+
+constexpr const char* kSidecars[] = {"/alert", "/mailto", "/SMSTO", "/Autosave", "/ShowAutoSave"};
 
 void InstallProgram(const std::string& folder) {
   fs::copy_file(PROGRAM_FOLDER "/Varek", folder + "/Varek");
-  for (const char* name : {"/alert", "/mailto", "/SMSTO", "/Autosave", "/ShowAutoSave"}) {
-    fs::create_symlink(SIDECAR_STAND_IN, folder + name);
-  }
+  for (const char* name : kSidecars) fs::create_symlink(SIDECAR_STAND_IN, folder + name);
   fs::create_symlink(PROGRAM_FOLDER "/image", folder + "/image");
   for (const char* name : {"/dev", "/root", "/run", "/bin"}) fs::create_directory(folder + name);
   fs::create_symlink(SIDECAR_STAND_IN, folder + "/bin/systemctl");
@@ -108,7 +108,15 @@ void Monitor::ConnectControl() {
 }
 
 std::string Monitor::ShellLine(const std::string& rest) const {
-  return "cd " + folder_.Path() + " && " + kProgram + rest;
+  return "cd " + folder_.Path() + " && " + kEnvironment + environment_ + kProgram + rest;
+}
+
+void Monitor::TakeRealSidecars(const std::string& environment) {
+  environment_ = environment;
+  for (const char* name : kSidecars) {
+    fs::remove(folder_.Path() + name);
+    fs::copy_file(PROGRAM_FOLDER + std::string(name), folder_.Path() + name);
+  }
 }
 
 void Monitor::Launch(const std::string& arguments) {

@@ -48,6 +48,9 @@ class Monitor final {
   Monitor(const Monitor&) = delete;
   Monitor& operator=(const Monitor&) = delete;
 
+  /// Puts the real programs in the place of the stand-ins; the program is then started with
+  /// `environment` ("NAME=VALUE") too.
+  void TakeRealSidecars(const std::string& environment);
   /// Starts the program and waits for nothing.
   void Launch(const std::string& arguments = "");
   /// Runs a second copy to its end; its exit status.
@@ -93,6 +96,7 @@ class Monitor final {
   std::string Account() const;
 
   TemporaryFolder folder_;
+  std::string environment_;
   std::optional<Process> simulator_;
   std::optional<Process> program_;
   int control_ = -1;
