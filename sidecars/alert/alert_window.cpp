@@ -10,7 +10,7 @@
 
 #include "kit/texts.h"
 #include "platform/clock.h"
-#include "platform/message_box.h"
+#include "platform/service.h"
 #include "views/kit/colors.h"
 #include "views/palette.h"
 
@@ -52,7 +52,7 @@ QTextBlockFormat HangingFormat() {
 }  // namespace
 
 void LogAlert(const std::string& time, const std::string& text) {
-  platform::LogLine(time + " UPS: " + text);
+  platform::LogAlarm(time + " UPS: " + text);
 }
 
 AlertWindow::AlertWindow()

@@ -1,8 +1,8 @@
 #include "kit/delivery.h"
 
-#include <chrono>
+#include <csignal>
+#include <ctime>
 #include <sstream>
-#include <thread>
 
 #include "kit/utf8.h"
 #include "platform/runtime_error.h"
@@ -27,6 +27,29 @@ std::vector<int> Waits(const std::string& text) {
   throw platform::RuntimeError(platform::errors::kInvalidCall, "more than ten waits");
 }
 
+/// While it lives, the announced end of the system or of the session ends no attempt in its midst.
+class HeldSignals {
+ public:
+  HeldSignals() {
+    sigemptyset(&ends_);
+    for (const int signal : {SIGTERM, SIGHUP}) sigaddset(&ends_, signal);
+    sigprocmask(SIG_BLOCK, &ends_, &before_);
+  }
+  ~HeldSignals() { sigprocmask(SIG_SETMASK, &before_, nullptr); }
+  HeldSignals(const HeldSignals&) = delete;
+  HeldSignals& operator=(const HeldSignals&) = delete;
+
+  /// False when the end was announced meanwhile.
+  bool Wait(int seconds) const {
+    const timespec time{seconds, 0};
+    return sigtimedwait(&ends_, nullptr, &time) < 0;
+  }
+
+ private:
+  sigset_t ends_{};
+  sigset_t before_{};
+};
+
 }  // namespace
 
 SettingReaders DeliveryReaders(DeliverySettings& settings) {
@@ -39,7 +62,8 @@ SettingReaders DeliveryReaders(DeliverySettings& settings) {
 
 Attempt Deliver(const Delivery& delivery, Mode mode, const LogFile& log) {
   const std::string what = Shortened(delivery.what, kLoggedCharacters);
-  const std::vector<int> waits = mode == Mode::Event ? delivery.settings.waits : std::vector<int>();
+  const HeldSignals signals;
+  std::vector<int> waits = mode == Mode::Event ? delivery.settings.waits : std::vector<int>();
   for (size_t tried = 0;; ++tried) {
     const Attempt attempt = delivery.attempt();
     if (attempt.result == Result::Sent) {
@@ -52,7 +76,9 @@ Attempt Deliver(const Delivery& delivery, Mode mode, const LogFile& log) {
     }
     log.Add(what + ": not sent, next attempt in " + std::to_string(waits[tried]) +
             " s: " + attempt.words);
-    std::this_thread::sleep_for(std::chrono::seconds(waits[tried]));
+    if (signals.Wait(waits[tried])) continue;
+    log.Add(what + ": the system ends, last attempt");
+    waits.resize(tried + 1);
   }
 }
 

@@ -40,9 +40,9 @@ void LogFile::Add(const std::string& event) const {
   const std::string line = platform::FormatStored(platform::Now()) + " " +
                            OneLine(Shortened(event, kMostCharacters)) + "\n";
   // Two processes must not both take the file for too long and rename it twice.
-  const Descriptor folder(fs::path(path_).parent_path().string(),
-                          O_RDONLY | O_DIRECTORY | O_CLOEXEC);
-  flock(folder.Number(), LOCK_EX);
+  // The lock is a file that no other account can open and hold.
+  const Descriptor lock(path_ + ".lock", O_WRONLY | O_CREAT | O_CLOEXEC);
+  flock(lock.Number(), LOCK_EX);
   MakeRoom(line.size());
   if (!Append(line)) platform::LogLine(fs::path(path_).filename().string() + ": " + line);
 }
@@ -57,7 +57,10 @@ bool LogFile::Append(const std::string& line) const {
   const Descriptor file(path_, O_WRONLY | O_APPEND | O_CREAT | O_CLOEXEC);
   if (file.Number() < 0) return false;
   fchmod(file.Number(), 0600);  // Fails on a file of another account, which is that one's affair.
-  return write(file.Number(), line.data(), line.size()) == static_cast<ssize_t>(line.size());
+  const bool whole =
+      write(file.Number(), line.data(), line.size()) == static_cast<ssize_t>(line.size());
+  fdatasync(file.Number());  // The power may be cut at any moment.
+  return whole;
 }
 
 }  // namespace sidecar

@@ -1,5 +1,7 @@
 #include "kit/sender.h"
 
+#include <string.h>
+
 #include "kit/bracket_line.h"
 #include "kit/texts.h"
 #include "kit/utf8.h"
@@ -42,6 +44,8 @@ void Show(const Sender& sender, const Attempt& attempt, int language) {
 
 int RunSender(const Sender& sender, int argc, char** argv) {
   const std::string line = argc == 2 ? argv[1] : "";
+  // It holds a password, which other accounts could read in the list of processes for ten minutes.
+  if (argc == 2) explicit_bzero(argv[1], line.size());
   const LineEnd end = ReadLineEnd(line);
   const Attempt attempt = Send(sender, line, end.mode);
   if (end.mode == Mode::Test) {

@@ -6,10 +6,21 @@ namespace sidecar {
 
 using platform::RuntimeError;
 
+namespace {
+
+/// A server that answers each word in time may be slow on the whole: one that checks a mail before
+/// it accepts it must not be given the mail again.
+constexpr long kWholeTransfer = 4;
+
+}  // namespace
+
 Transfer::Transfer(int timeout) : handle_(curl_easy_init()) {
   if (!handle_) throw RuntimeError(platform::errors::kInternal, "libcurl can't be started");
   curl_easy_setopt(handle_, CURLOPT_ERRORBUFFER, words_.data());
-  curl_easy_setopt(handle_, CURLOPT_TIMEOUT, static_cast<long>(timeout));
+  for (const CURLoption wait : {CURLOPT_CONNECTTIMEOUT, CURLOPT_SERVER_RESPONSE_TIMEOUT}) {
+    curl_easy_setopt(handle_, wait, static_cast<long>(timeout));
+  }
+  curl_easy_setopt(handle_, CURLOPT_TIMEOUT, static_cast<long>(timeout) * kWholeTransfer);
 }
 
 Transfer::~Transfer() { curl_easy_cleanup(handle_); }

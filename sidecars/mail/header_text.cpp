@@ -16,7 +16,7 @@ namespace {
 /// 76 characters that a line with encoded words may have.
 constexpr size_t kBytesPerWord = 39;
 /// Even with each character escaped it stays below the 998 that a line may have.
-constexpr size_t kLongestPlain = 400;
+constexpr size_t kLongestPlain = 300;
 constexpr char kFold[] = "\r\n ";
 constexpr std::string_view kQuotedOnly = "()<>[]:;@\\,.\"";  // RFC 5322, section 3.2.3: specials
 

@@ -1,6 +1,8 @@
 #include "sms/service.h"
 
 #include <algorithm>
+#include <cctype>
+#include <iterator>
 
 #include "kit/secrets.h"
 #include "kit/transfer.h"
@@ -31,10 +33,39 @@ bool MayDoBetterLater(long status) {
   return status >= 500 || status == kTimeout || status == kTooManyRequests;
 }
 
-/// A service may repeat the password in each form that it was given.
+std::string Replaced(std::string text, const std::string& part, const std::string& other) {
+  for (size_t at = 0; (at = text.find(part, at)) != std::string::npos; at += other.size()) {
+    text.replace(at, part.size(), other);
+  }
+  return text;
+}
+
+std::string WithSmallDigits(std::string encoded) {
+  for (size_t at = 0; (at = encoded.find('%', at)) != std::string::npos; at += 3) {
+    for (const size_t digit : {at + 1, at + 2}) {
+      encoded[digit] = static_cast<char>(std::tolower(encoded[digit]));
+    }
+  }
+  return encoded;
+}
+
+std::string Html(const std::string& text) {
+  return Replaced(Replaced(Replaced(text, "&", "&amp;"), "<", "&lt;"), "\"", "&quot;");
+}
+
+/// All ways in which a page or a form writes the text.
+std::vector<std::string> Spellings(const std::string& text) {
+  const std::string encoded = PercentEncoded(text);
+  const std::string form = Replaced(encoded, "%20", "+");
+  return {encoded, form, WithSmallDigits(encoded), WithSmallDigits(form), Html(text), text};
+}
+
+/// A service may repeat the password in each form that it was given, or that its page needs.
 std::string WithoutPassword(const std::string& words, const std::string& password) {
   const std::string latin1 = IsLatin1(password) ? Latin1(password) : "";
-  return Masked(words, {PercentEncoded(password), PercentEncoded(latin1), password, latin1});
+  std::vector<std::string> secrets = Spellings(password);
+  std::ranges::copy(Spellings(latin1), std::back_inserter(secrets));
+  return Masked(words, secrets);
 }
 
 /// What the service says of its error, as far as that can be told from the rest. The password is
@@ -77,8 +108,8 @@ Attempt SendSms(const Gateway& gateway, const SmsMessage& message) {
   transfer.Set(CURLOPT_WRITEFUNCTION, TakeReply);
   transfer.Set(CURLOPT_WRITEDATA, static_cast<void*>(&reply));
   const CURLcode code = transfer.Perform();
-  const bool cutOff = code == CURLE_WRITE_ERROR && reply.size() == kMostReply;
-  if (code == CURLE_OK || cutOff) {
+  // A reply that is there counts, however the connection ended: a second message costs money.
+  if (code == CURLE_OK || !reply.empty()) {
     return Judge(gateway, transfer.HttpStatus(), reply, message.password);
   }
   return {IsLasting(code) ? Result::Refused : Result::Failed,

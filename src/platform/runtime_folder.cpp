@@ -20,11 +20,14 @@ namespace fs = std::filesystem;
 
 namespace {
 
-/// A folder that only this user can use: that of the session, else one of our own.
-/// Empty when there is none that can be trusted.
+/// A folder that only this user can use: that of the session, else one of our own. For root it is
+/// always the same, however it became root: a service has no session, and must be found. A system
+/// of its own keeps to its surroundings. Empty when there is none that can be trusted.
 std::string RuntimeFolder() {
-  if (const char* folder = std::getenv("XDG_RUNTIME_DIR"); folder && *folder) return folder;
   const uid_t user = getuid();
+  const bool bySession = user != 0 || std::getenv("VAREK_ROOT");
+  const char* session = std::getenv("XDG_RUNTIME_DIR");
+  if (bySession && session && *session) return session;
   const std::string folder = user == 0 ? "/run/varek" : "/tmp/varek-" + std::to_string(user);
   mkdir(folder.c_str(), 0700);
   struct stat info {};

@@ -28,6 +28,7 @@ constexpr char kAutostartFolder[] = "/etc/xdg/autostart";
 constexpr char kManagerSign[] = "/run/systemd/system";
 constexpr char kJournalSocket[] = "/run/systemd/journal/socket";
 
+constexpr int kAlarmPriority = 1;
 constexpr int kErrorPriority = 3;
 constexpr int kInformationPriority = 6;
 
@@ -172,6 +173,11 @@ void StartServiceControl(const std::string& status) {
 }
 
 bool RunsAsService() { return runsAsService; }
+
+void LogAlarm(const std::string& text) {
+  if (access(kJournalSocket, W_OK) != 0) return LogLine(text);
+  sd_journal_send("MESSAGE=%s", text.c_str(), "PRIORITY=%i", kAlarmPriority, nullptr);
+}
 
 void LogServiceEntry(LogType type, int number, const std::string& text) {
   if (access(kJournalSocket, W_OK) != 0) {

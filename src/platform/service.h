@@ -36,6 +36,10 @@ enum class LogType { Error = 1, Information = 4 };
 /// is no journal.
 void LogServiceEntry(LogType type, int number, const std::string& text);
 
+/// Writes one line into the system's journal, as urgent as an alarm; on standard error where there
+/// is no journal.
+void LogAlarm(const std::string& text);
+
 /// The two places from which the system starts programs by itself.
 enum class Autostart { Run, RunServices };
 

@@ -138,6 +138,16 @@ TEST_F(MailTest, TriesAgainWhatMayMendItself) {
             fs::perms::owner_read | fs::perms::owner_write);
 }
 
+TEST_F(MailTest, TheEndOfTheSystemBringsTheLastAttempt) {
+  Write("mailto.conf", "wait = 600\n");
+  Write("port", "1");
+  EXPECT_EQ(RunAndEnd(MailLine("Mains failed", "secret words")), 1);
+  EXPECT_EQ(Read("list").find("secret words"), std::string::npos) << "seen by others";
+  EXPECT_EQ(LogLines(), 3) << Log();
+  EXPECT_NE(Log().find("the system ends, last attempt\n"), std::string::npos);
+  EXPECT_NE(Log().find("given up"), std::string::npos);
+}
+
 TEST_F(MailTest, RefusesWhatItCannotUse) {
   const auto fields = [](const std::string& server, const std::string& recipient) {
     return Line({server, "geheim", "ups@x.org", "", recipient, "s", "b", "F", "0"});

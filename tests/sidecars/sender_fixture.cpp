@@ -31,6 +31,12 @@ int SenderTest::Run(const std::optional<std::string>& line) {
   return Shell("./" + program_ + (line ? " \"$LINE\"" : "") + " >>output 2>&1");
 }
 
+int SenderTest::RunAndEnd(const std::string& line) {
+  setenv("LINE", line.c_str(), 1);
+  return Shell("./" + program_ + " \"$LINE\" & sleep 1; tr '\\0' ' ' </proc/$!/cmdline >list; " +
+               "kill $!; wait $!");
+}
+
 std::string SenderTest::Line(const std::vector<std::string>& fields) {
   std::string line;
   for (const std::string& field : fields) line += "[" + field + "]";

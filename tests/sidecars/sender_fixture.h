@@ -19,6 +19,8 @@ class SenderTest : public testing::Test {
 
   /// Runs the program with one argument, or with none, to its end; its exit status.
   int Run(const std::optional<std::string>& line);
+  /// The same, and ends it as the system does at its own end, after a second.
+  int RunAndEnd(const std::string& line);
   /// "[a][b]..."
   static std::string Line(const std::vector<std::string>& fields);
   /// Starts the Python program `script` with the folder and `words`, in place of the last one;
