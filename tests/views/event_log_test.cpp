@@ -292,27 +292,6 @@ TEST_F(EventLogTest, DayListStaysInsideAndDoesNotFollowEdges) {
   EXPECT_TRUE(form.Client()->rect().contains(list.geometry()));
 }
 
-TEST_F(EventLogTest, CaptionsFitTheSmallestWindowInEveryLanguage) {
-  Form6& form = Open();
-  ClickDay(1);
-  for (const int index : {0, 1, 2}) {
-    Loadlanguage(index);
-    language(Form6::kNumber);
-    form.resize(form.minimumSize());
-    platform::DoEvents();
-    for (const QWidget* control : form.Client()->findChildren<QWidget*>()) {
-      const bool captioned =
-          qobject_cast<const QLabel*>(control) || qobject_cast<const QComboBox*>(control) ||
-          qobject_cast<const QCheckBox*>(control) || qobject_cast<const QPushButton*>(control);
-      if (!captioned || control->isHidden()) continue;
-      EXPECT_LE(control->sizeHint().width(), control->width())
-          << index << " " << control->objectName().toStdString();
-      EXPECT_LE(control->sizeHint().height(), control->height() + 2)
-          << index << " " << control->objectName().toStdString();
-    }
-  }
-}
-
 TEST_F(EventLogTest, AMissingPictureEndsTheLoad) {
   platform::SetProgramFolder("/nonexistent");
   EXPECT_THROW(EventLog().Get(), platform::RuntimeError);

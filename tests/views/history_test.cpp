@@ -192,23 +192,6 @@ TEST_F(HistoryTest, ShowsWhatTheQueryFindsAndKeepsItWhenALimitIsRefused) {
   EXPECT_EQ(Form().Position(), "[20260310] 1/300");
 }
 
-TEST_F(HistoryTest, HeadsFollowTheLanguage) {
-  Query();
-  const auto head = [](int column) {
-    const QAbstractItemModel& model = *Form().Grid().model();
-    return model.headerData(column, Qt::Horizontal).toString().toStdString();
-  };
-  for (const int chosen : {0, 1, 2}) {
-    Loadlanguage(chosen);
-    language(Form2::kNumber);
-    const size_t values[] = {38, 39, 35, 36, 34};
-    for (int column = 1; column <= 5; ++column)
-      EXPECT_EQ(head(column), LangText[values[column - 1]]);
-    EXPECT_EQ(head(6), LangText[37] + "(C)");
-    EXPECT_EQ(Form().windowTitle().toStdString(), LangText[40]);
-  }
-}
-
 TEST_F(HistoryTest, ADayWithoutDataIsToldAndLeavesTheOldOne) {
   MonthCalendar& calendar = Form().Calendar();
   Click(calendar, calendar.CellRect(CellOfDay(2026, 3, 9)).center());

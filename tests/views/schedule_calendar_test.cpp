@@ -346,42 +346,5 @@ TEST_F(ScheduleCalendarTest, OpensWithoutTheTableButNotWithoutPictures) {
   EXPECT_THROW(ScheduleCalendar().Get(), platform::RuntimeError);
 }
 
-TEST_F(ScheduleCalendarTest, CaptionsAndPanelsFitTheSmallestWindowInEveryLanguage) {
-  Add("B0100", "Day", "2010/3/10", "609:41");
-  Form4& form = Open();
-  Click("NewEntry");
-  Find<QTableWidget>("MSFlexGrid1").selectRow(0);
-  Click("Command5");
-  for (const int index : {0, 1, 2}) {
-    Loadlanguage(index);
-    language(Form4::kNumber);
-    form.resize(form.minimumSize());
-    platform::DoEvents();
-    const auto legend = form.findChildren<QWidget*>(QStringLiteral("Picture5"));
-    Mouse(*legend[6], QEvent::MouseMove, {5, 5});
-    EXPECT_EQ(Find<QLabel>("Label6").text().toStdString(), LangText[100]);
-    for (const QWidget* control : form.Client()->findChildren<QWidget*>()) {
-      const bool captioned = qobject_cast<const QLabel*>(control) ||
-                             qobject_cast<const QComboBox*>(control) ||
-                             qobject_cast<const QPushButton*>(control);
-      if (!captioned || control->isHidden()) continue;
-      EXPECT_LE(control->sizeHint().width(), control->width())
-          << index << " " << control->objectName().toStdString();
-      EXPECT_LE(control->sizeHint().height(), control->height() + 2)
-          << index << " " << control->objectName().toStdString();
-    }
-    auto& list = Find<QTableWidget>("MSFlexGrid1");
-    for (int column = 0; column < list.columnCount(); ++column)
-      EXPECT_LE(static_cast<QAbstractItemView&>(list).sizeHintForColumn(column),
-                list.columnWidth(column))
-          << index << column;
-    EXPECT_FALSE(form.Entries().geometry().intersects(form.Dialog().geometry()));
-  }
-  form.resize(1300, 900);
-  platform::DoEvents();
-  EXPECT_EQ(form.Entries().geometry().bottomLeft(), form.Client()->rect().bottomLeft());
-  EXPECT_EQ(form.Dialog().geometry().bottomRight(), form.Client()->rect().bottomRight());
-}
-
 }  // namespace
 }  // namespace varek
