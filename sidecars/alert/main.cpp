@@ -10,7 +10,6 @@
 #include "alert/alert_window.h"
 #include "platform/application.h"
 #include "platform/clock.h"
-#include "platform/desktop_notifier.h"
 #include "platform/message_box.h"
 #include "platform/runtime_error.h"
 #include "platform/text_collector.h"
@@ -32,7 +31,6 @@ void ShowAlert(platform::Application& application, const std::string& text) {
 
 int Alert(int argc, char** argv) {
   const std::string text = sidecar::EventText({argv + 1, argv + argc});
-  platform::LeaveSilentSessionBus();
   // Only the older way of showing windows can put one on top of all others.
   if (getenv("DISPLAY")) setenv("QT_QPA_PLATFORM", "xcb;wayland;offscreen", 0);
   platform::Application application(argc, argv);

@@ -8,7 +8,6 @@
 #include "autosave/hint_window.h"
 #include "autosave/save_jobs.h"
 #include "platform/application.h"
-#include "platform/desktop_notifier.h"
 #include "platform/paths.h"
 #include "platform/runtime_error.h"
 
@@ -32,7 +31,6 @@ bool IsSetUp() { return IsSwitchedOn() && !sidecar::FindSaveJobs().names.empty()
 
 int main(int argc, char** argv) {
   if (IsSetUp() || sidecar::IsHintSilenced()) return 0;
-  platform::LeaveSilentSessionBus();
   platform::Application application(argc, argv);
   if (!platform::HasDisplay() || sidecar::WasGivenInThisSession()) return 0;
   sidecar::HintWindow window;

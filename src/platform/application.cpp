@@ -15,6 +15,7 @@
 #include <QTimer>
 
 #include "platform/clock.h"
+#include "platform/desktop_notifier.h"
 #include "platform/guard.h"
 #include "platform/message_box.h"
 #include "platform/timers.h"
@@ -76,11 +77,13 @@ void LogToolkitMessage(QtMsgType, const QMessageLogContext&, const QString& text
   if (!idle) LogLine(text.toStdString());
 }
 
-/// QApplication's constructor must already see the chosen platform.
+/// QApplication's constructor must already see the chosen platform, and no bus that it would wait
+/// for without end: the monitor must guard on a broken desktop too.
 struct PlatformChosen {
   PlatformChosen() {
     qInstallMessageHandler(LogToolkitMessage);
     ChoosePlatform();
+    if (IsSet("DISPLAY") || IsSet("WAYLAND_DISPLAY")) LeaveSilentSessionBus();
   }
 };
 

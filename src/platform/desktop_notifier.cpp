@@ -17,7 +17,7 @@ constexpr uint32_t kNewNotification = 0;
 constexpr uint8_t kCritical = 2;
 constexpr int kNeverExpires = 0;
 
-constexpr int kAnswerMilliseconds = 1'000;
+constexpr int kAnswerMilliseconds = 3'000;
 constexpr char kAddressVariable[] = "DBUS_SESSION_BUS_ADDRESS";
 constexpr char kNoBus[] = "unix:path=/nonexistent";
 

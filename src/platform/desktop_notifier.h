@@ -23,8 +23,9 @@ class DesktopNotifier final {
   std::unique_ptr<Impl> impl_;
 };
 
-/// Makes the process do without a session bus that does not answer within a second: the toolkit
-/// would wait for it with its first window. REQUIRES to be called before the application is made.
+/// Makes the process do without a session bus that does not answer within three seconds: the
+/// toolkit would wait for it with its first window. REQUIRES to be called before the application is
+/// made.
 void LeaveSilentSessionBus();
 
 }  // namespace platform

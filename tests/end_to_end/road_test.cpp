@@ -1,6 +1,10 @@
 // The whole road of a mains failure with the real programs: the warning window, the mail, the text
 // message, the save, and at last the shutdown of the system.
 
+#include <sys/socket.h>
+#include <sys/un.h>
+#include <unistd.h>
+
 #include <cstdio>
 #include <filesystem>
 
@@ -45,6 +49,24 @@ std::string GatewayText(const std::string& address) {
          "/send\nparameter = to {number}\nparameter = text {text}\ngood = ^OK\n";
 }
 
+/// A session bus that takes calls and never answers one, as on a desktop that is breaking down.
+class SilentBus {
+ public:
+  explicit SilentBus(const std::string& path) : socket_(socket(AF_UNIX, SOCK_STREAM, 0)) {
+    sockaddr_un address{};
+    address.sun_family = AF_UNIX;
+    path.copy(address.sun_path, sizeof address.sun_path - 1);
+    EXPECT_EQ(bind(socket_, reinterpret_cast<const sockaddr*>(&address), sizeof address), 0);
+    EXPECT_EQ(listen(socket_, 50), 0);
+  }
+  ~SilentBus() { close(socket_); }
+  SilentBus(const SilentBus&) = delete;
+  SilentBus& operator=(const SilentBus&) = delete;
+
+ private:
+  int socket_;
+};
+
 /// Messages of event 6, a save, and a minute to the system's shutdown.
 Settings RoadSettings(const std::string& mailServer) {
   return {{10, "T"},
@@ -81,7 +103,9 @@ TEST_F(EndToEnd, AMainsFailureWarnsSavesAndThenShutsDown) {
   const std::string save = monitor.Path("autosave.d/10-save");
   WriteFile(save, "#!/bin/sh\necho saved >> '" + monitor.Path("saves") + "'\n");
   fs::permissions(save, fs::perms(0700));
-  monitor.TakeRealSidecars(display + " DBUS_SESSION_BUS_ADDRESS=unix:path=/nonexistent no_proxy=*");
+  const SilentBus bus(monitor.Path("bus"));
+  monitor.TakeRealSidecars(display + " DBUS_SESSION_BUS_ADDRESS=unix:path=" + monitor.Path("bus") +
+                           " no_proxy=*");
 
   monitor.Launch();
   monitor.AwaitEvents({1, 3});
