@@ -22,6 +22,7 @@ namespace varek {
 namespace {
 
 constexpr int kSweepInterval = 500;
+constexpr int kPortInterval = 60000;
 constexpr size_t kCaptionText = 211;
 constexpr size_t kLoginText = 217;
 constexpr char kDefaultPage[] = "login.htm";
@@ -50,7 +51,8 @@ bool FileExists(const std::string& name) {
 
 Form8::Form8()
     : Timer1(
-          "form8 Timer1", [this] { Timer1_Timer(); }, kSweepInterval) {
+          "form8 Timer1", [this] { Timer1_Timer(); }, kSweepInterval),
+      portTimer_("form8 port", [this] { TryPortAgain(); }) {
   DataCenter.FormOpen[kNumber] = kSet;
   ApplyLanguage();
   LoadSocket(0);
@@ -63,6 +65,27 @@ void Form8::ApplyLanguage() {
   loginText_ = LangText[kLoginText];
 }
 
+void Form8::Start() {
+  const bool listens = platform::Guarded("form8 start", [this] { Listen(); });
+  portTimer_.SetInterval(listens ? 0 : kPortInterval);
+  if (listens) return AnnounceAddress();
+  AddEventLine("HTTP Fail ,  Port" + std::to_string(DataCenter.WebPort) + "Error");
+}
+
+void Form8::AnnounceAddress() const {
+  AddEventLine("HTTP URL :  http://" + Winsock1(0).LocalIP() + ":" +
+               std::to_string(DataCenter.WebPort) + "/index.htm");
+}
+
+/// Whoever held the port may have ended. Only success is news.
+void Form8::TryPortAgain() {
+  if (!DataCenter.WebEnabled) return;
+  platform::IgnoreErrors([this] { Listen(); });
+  if (Winsock1(0).State() != platform::SocketState::Listening) return;
+  portTimer_.SetInterval(0);
+  AnnounceAddress();
+}
+
 void Form8::Listen() {
   platform::Socket& listener = Winsock1(0);
   listener.Close();
@@ -71,6 +94,7 @@ void Form8::Listen() {
 }
 
 void Form8::CloseAll() {
+  portTimer_.SetInterval(0);
   Winsock1(0).Close();
   sockets_.resize(1);
 }

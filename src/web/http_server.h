@@ -26,8 +26,9 @@ class Form8 final {
   Form8();
   ~Form8();
 
-  /// Listens on WebPort. Throws RuntimeError when the port can't be had.
-  void Listen();
+  /// Listens on WebPort, and says in the dashboard's list whether it could. A port that can't be
+  /// had is tried again every minute.
+  void Start();
   /// Closes the listener and every connection.
   void CloseAll();
 
@@ -51,6 +52,9 @@ class Form8 final {
   static bool IsStillThere(const Request& request);
   static bool LetOthersRun(const Request& request);
 
+  void Listen();
+  void AnnounceAddress() const;
+  void TryPortAgain();
   void LoadSocket(int index);
   int FreeSocket();
   /// RequestPath of a connection; throws RuntimeError 9 beyond the array.
@@ -77,6 +81,7 @@ class Form8 final {
   std::string loginText_;
   std::vector<std::unique_ptr<platform::Socket>> sockets_;
   platform::Timer Timer1;
+  platform::Timer portTimer_;
 };
 
 /// The one instance while it is loaded, else nullptr.

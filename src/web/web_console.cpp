@@ -1,12 +1,9 @@
 #include "web/web_console.h"
 
 #include <memory>
-#include <string>
 
 #include "core/data_center.h"
 #include "core/forms.h"
-#include "platform/guard.h"
-#include "records/events.h"
 #include "web/http_server.h"
 
 namespace varek {
@@ -47,11 +44,12 @@ Form8* LoadedConsole() { return Console().Loaded(); }
 void StartWebConsole() {
   SessionKey = NewKey();
   LoginKey = NewKey();
-  const std::string port = std::to_string(DataCenter.WebPort);
-  const bool listens = platform::Guarded("form8 start", [] { Console().Get().Listen(); });
-  if (!listens) return AddEventLine("HTTP Fail ,  Port" + port + "Error");
-  AddEventLine("HTTP URL :  http://" + Console().Get().Winsock1(0).LocalIP() + ":" + port +
-               "/index.htm");
+  Console().Get().Start();
+}
+
+bool WebConsoleListens() {
+  const Form8* form = LoadedConsole();
+  return form && form->Winsock1(0).State() == platform::SocketState::Listening;
 }
 
 void StopWebConsole() {

@@ -5,9 +5,12 @@
 
 namespace varek {
 
-/// Listens on WebPort and serves; a port that can't be opened leaves a line in the dashboard's
-/// list and no console.
+/// Listens on WebPort and serves. A port that can't be opened leaves a line in the dashboard's list
+/// and is tried again every minute, for as long as the console is enabled.
 void StartWebConsole();
+
+/// True while browsers can reach the console, so that its address may be shown.
+bool WebConsoleListens();
 
 /// Closes every connection; without a console nothing.
 void StopWebConsole();

@@ -395,13 +395,21 @@ TEST_F(ServerTest, ARequestThatLosesItsConnectionEnds) {
   EXPECT_FALSE(LoadedConsole() || DataCenter.FormOpen[8]);
 }
 
-TEST_F(ServerTest, TheStartLeavesALine) {
+TEST_F(ServerTest, TheStartLeavesALineAndATakenPortIsTriedAgain) {
   EXPECT_TRUE(DataCenter.DebugLines[0].starts_with("2026/03/10 12:00:00  HTTP URL :  http://"));
   EXPECT_TRUE(DataCenter.DebugLines[0].ends_with(":0/index.htm"));
   EXPECT_EQ(LoadedConsole()->Caption(), LangText[211]);
+  DataCenter.WebEnabled = kSet;
   DataCenter.WebPort = -1;
   StartWebConsole();
+  clock.Advance(60000);
+  EXPECT_FALSE(WebConsoleListens());
   EXPECT_EQ(DataCenter.DebugLines[0], "2026/03/10 12:00:00  HTTP Fail ,  Port-1Error");
+  DataCenter.WebPort = 0;  // As if the other program had let go of it.
+  clock.Advance(60000);
+  EXPECT_TRUE(WebConsoleListens());
+  EXPECT_TRUE(DataCenter.DebugLines[0].starts_with("2026/03/10 12:02:00  HTTP URL :  http://"));
+  EXPECT_EQ(Ask("GET / "), kLoginPage);
 }
 
 TEST_F(ServerTest, ASocketTellsOfEachThingOnceAndBuffersWithinBounds) {
