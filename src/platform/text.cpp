@@ -33,6 +33,11 @@ std::string TrimRight(std::string_view text) {
   return std::string(text.substr(0, text.find_last_not_of(' ') + 1));
 }
 
+std::string ShownText(std::string_view text) {
+  constexpr std::string_view kEnds("\r\0", 2);
+  return std::string(text.substr(0, text.find_first_of(kEnds)));
+}
+
 std::string_view Middle(std::string_view text, size_t first, size_t count) {
   if (first > text.size()) return {};
   return text.substr(first - 1, count);

@@ -16,6 +16,10 @@ std::string Trim(std::string_view text);
 /// are not blanks.
 std::string TrimRight(std::string_view text);
 
+/// What a person is shown of a text that a device sent: all before the first CR or NUL, which a
+/// reply over USB carries behind its last field.
+std::string ShownText(std::string_view text);
+
 /// Characters `first` (1-based) onward, at most `count` of them; what lies beyond the end is
 /// missing from the result.
 std::string_view Middle(std::string_view text, size_t first, size_t count = std::string_view::npos);

@@ -328,9 +328,9 @@ void Form1::ShowRatings() {
   Label4[1]->setText(Shown(std::to_string(GetRatingCurrent()) + "A"));
   Label4[2]->setText(Shown(platform::SingleText(GetRatingFrequency()) + "Hz"));
   Label4[3]->setText(Shown(platform::SingleText(GetRatingBatteryVoltage()) + "V"));
-  Label4[4]->setText(Shown(GetUPSCompany()));
-  Label4[5]->setText(Shown(GetUPSModel()));
-  Label4[6]->setText(Shown(GetUPSVersion()));
+  Label4[4]->setText(Shown(platform::ShownText(GetUPSCompany())));
+  Label4[5]->setText(Shown(platform::ShownText(GetUPSModel())));
+  Label4[6]->setText(Shown(platform::ShownText(GetUPSVersion())));
 }
 
 /// The text stays true while the pointer rests: each tick of the lamps renews it.

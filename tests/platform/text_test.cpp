@@ -43,6 +43,7 @@ TEST(Text, CuttingTakesBlanksAloneAndStaysInside) {
   EXPECT_EQ(Trim("  \ta b  ") + Trim("    ") + TrimRight(""), "\ta b");
   EXPECT_EQ(TrimRight("  a \r  "), "  a \r");
   EXPECT_EQ(TrimRight("a\0  "s), "a\0"s);
+  EXPECT_EQ(ShownText("V01.25\r\0\0"s) + ShownText("V2\0x\r"s) + ShownText(""), "V01.25V2");
   EXPECT_EQ(Middle("(220.5", 2, 4), "220.");
   EXPECT_EQ(Middle("(22", 2, 5), "22");
   EXPECT_EQ(Middle("(", 3, 5), "");

@@ -4,7 +4,9 @@
 #include <gtest/gtest.h>
 
 #include <QApplication>
+#include <QLabel>
 #include <QMouseEvent>
+#include <algorithm>
 
 #include "core/data_center.h"
 #include "core/link_record.h"
@@ -27,7 +29,7 @@ class DashboardTest : public test::MonitorTest {
     test::InstallPictures(Folder());
     Loadlanguage(0);
     DataCenter.IsConnect = kSet;
-    DataCenter.UPSVersion = "V1.0";
+    DataCenter.UPSVersion = std::string("V1.0\r\0", 6);  // as it comes over USB
     DataCenter.UseCelsius = kSet;
   }
 
@@ -55,6 +57,9 @@ TEST_F(DashboardTest, MovesItsNeedlesWhileItIsOpen) {
   EXPECT_NEAR(form.Panel().NeedlePosition(kInputDial), 150, 1e-9);
   clock.Advance(1000);
   EXPECT_GT(form.Panel().NeedlePosition(kInputDial), 120 + 0.7 * 150);
+  const auto labels = form.findChildren<QLabel*>();
+  const auto isVersion = [](const QLabel* label) { return label->text() == u"V1.0"; };
+  EXPECT_TRUE(std::any_of(labels.begin(), labels.end(), isVersion));
 
   EXPECT_FALSE(form.Lamp(4)->isHidden());
   DataCenter.Utility = kSet;

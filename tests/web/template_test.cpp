@@ -34,6 +34,7 @@ class TemplateTest : public test::MonitorTest {
     DataCenter.RatingFrequency = 50;
     DataCenter.UPSShutdownBuffer = 3;
     DataCenter.UPSCompany = "Maker";
+    DataCenter.UPSVersion = std::string("V1\r\0\0", 5);  // as it comes over USB
     DataCenter.UseCelsius = DataCenter.HasLoad = DataCenter.HasTemperature = kSet;
     DataCenter.Utility = DataCenter.Beeper = kSet;
     DataCenter.UPSStage = 7;
@@ -67,7 +68,7 @@ TEST_F(TemplateTest, EveryKeyHasItsText) {
       {"<%GETVarLoad%> <%LOADP%>", "61 50"},
       {"<%GETUPSMODE%>", "On Line "},
       {"<%GETINPOWERON%>", "<font color='#FF0000'>" + LangText[12] + "</font> "},
-      {"<%GETCompanyName%><%GETUPSModel%><%GETUPSVersion%>.", "Maker."},
+      {"<%GETCompanyName%><%GETUPSModel%><%GETUPSVersion%>.", "MakerV1."},
       {"<%GETBatteryOKFileName%><%GetTypeName%>", "\"batteryOKTest.gif\"\"OnFail.gif\""},
       {"<%GETRatingVoltage%> <%GETRatingCurrent%> <%GETRatingFrequebcy%>", "230 5 50"},
       {"<%GETMAXVOL%> <%INVOLP%> <%OUTVOLP%>", "250 91 92"},
