@@ -4,8 +4,18 @@ namespace varek {
 
 LinkRecord Link;
 
-void SelectUsb() {
+namespace {
+
+/// What came from the port says nothing of the next one.
+void LeavePollPort() {
   Link.MSComm1.Close();
+  Link.StatusAccepted = false;
+}
+
+}  // namespace
+
+void SelectUsb() {
+  LeavePollPort();
   Link.LinkType = kUsbLink;
   Link.PortNumber = kUsbPort;
 }
@@ -18,7 +28,7 @@ void SelectSerial(int16_t port) {
 
 void PointPollPort(int number) {
   if (Link.MSComm1.CommPort() == number) return;
-  Link.MSComm1.Close();
+  LeavePollPort();
   Link.MSComm1.SetCommPort(number);
 }
 

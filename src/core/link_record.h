@@ -18,10 +18,11 @@ constexpr int16_t kUsbPort = 800;
 
 struct LinkRecord {
   uint8_t LinkType = kNoLink;
-  int16_t PortNumber = 0;      ///< 1 to 16 a COM port, 800 USB, 0 none
-  int16_t LinkUp = 0;          ///< 0 down, 1 up: the poll cycle's own view, beside IsConnect
-  int16_t UsbOpen = 0;         ///< 1 while the USB device is open
-  bool ExitRequested = false;  ///< breaks off a running port search
+  int16_t PortNumber = 0;       ///< 1 to 16 a COM port, 800 USB, 0 none
+  int16_t LinkUp = 0;           ///< 0 down, 1 up: the poll cycle's own view, beside IsConnect
+  bool StatusAccepted = false;  ///< the poll port gave a status line since the link came up
+  int16_t UsbOpen = 0;          ///< 1 while the USB device is open
+  bool ExitRequested = false;   ///< breaks off a running port search
 
   /// One slot: a new text overwrites one that still waits. Sent, and emptied, by the poll cycle.
   std::string PendingCommand;

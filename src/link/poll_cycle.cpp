@@ -119,6 +119,7 @@ void PollCycle::DeclareLinkLost() {
 void PollCycle::BringLinkUp() {
   if (Link.LinkUp == 1) return;
   Link.LinkUp = 1;
+  Link.StatusAccepted = false;
   SetIsConnect(true);
   EventLinkUp();
 }
@@ -133,6 +134,7 @@ void PollCycle::ReceiveSerial() {
     CountMiss();
   }
   ParseSerialReply(LastReply);
+  if (IsStatusLine(LastReply)) Link.StatusAccepted = true;
 }
 
 /// Moves the first complete line from RxBuffer to LastReply; what followed it is thrown away.
@@ -163,7 +165,7 @@ void PollCycle::ReceiveUsbStatus() {
   if (LastReply.starts_with('(')) {
     MissCount = 0;
     BringLinkUp();
-    if (LastReply.size() == kStatusLength) ParseStatus(LastReply);
+    if (IsStatusLine(LastReply)) ParseStatus(LastReply);
   } else if (LastReply == kNotLink && Link.LinkUp == 1) {
     MissCount = kMissAtOnce;
   }

@@ -29,7 +29,7 @@ void Show(const Call& call, Arguments&&... arguments) {
   if (call) call(std::forward<Arguments>(arguments)...);
 }
 
-bool IsStatus(const std::string& reply) { return reply.starts_with('('); }
+bool IsAnswer(const std::string& reply) { return reply.starts_with('('); }
 
 /// A device that is not open, or has been taken down meanwhile, can't answer.
 void OpenUsb() {
@@ -44,7 +44,7 @@ std::string AskUsb() {
   std::string reply;
   const int64_t start = platform::TickCount();
   int64_t elapsed = 0;
-  while (!IsStatus(reply) && elapsed <= kUsbMilliseconds && !Link.ExitRequested) {
+  while (!IsAnswer(reply) && elapsed <= kUsbMilliseconds && !Link.ExitRequested) {
     if (elapsed % kUsbAskInterval == 0) {
       OpenUsb();
       reply = SentCommand("Q1");
@@ -59,13 +59,13 @@ std::string AskUsb() {
 bool SearchUsb() {
   Show(Display().label, "USB");
   const std::string reply = AskUsb();
-  return IsStatus(reply) && reply.size() == kStatusLength;
+  return IsStatusLine(reply);
 }
 
 void OpenSearchPort(int number) {
   platform::SerialPort& port = Link.MSComm2;
   port.Close();
-  // The poll cycle may be waiting in vain on this very port, and holds it.
+  // The poll cycle may be on this very port, with no unit there or none that it understands.
   if (Link.MSComm1.CommPort() == number) Link.MSComm1.Close();
   port.SetCommPort(number);
   platform::Guarded("form12 com開啟", [&port] {
@@ -74,9 +74,11 @@ void OpenSearchPort(int number) {
   });
 }
 
-/// A unit that is being polled need not be asked, nor could it be: its port is taken.
+/// A unit that is being polled need not be asked. A modem, whose every line keeps the link up, is
+/// no unit: its port is asked like any other.
 bool IsWorkingLink(int number) {
-  return Link.LinkType == kSerialLink && Link.LinkUp == 1 && Link.MSComm1.CommPort() == number;
+  return Link.LinkType == kSerialLink && Link.LinkUp == 1 && Link.StatusAccepted &&
+         Link.MSComm1.CommPort() == number;
 }
 
 bool AnswersOnCom(int number) {
@@ -85,7 +87,7 @@ bool AnswersOnCom(int number) {
   OpenSearchPort(number);
   // A port that can't be opened has nothing to wait for.
   const bool answers =
-      Link.MSComm2.PortOpen() && IsStatus(WaitReply(Link.MSComm2, '\r', kComMilliseconds));
+      Link.MSComm2.PortOpen() && IsAnswer(WaitReply(Link.MSComm2, '\r', kComMilliseconds));
   platform::Guarded("form12 com關閉", [] { Link.MSComm2.Close(); });
   return answers;
 }

@@ -27,7 +27,8 @@ void SetSearchDisplay(SearchDisplay display);
 /// Looks for the unit on USB for seven seconds, then on COM ports 1 to 16 for a second each.
 /// `port` becomes the number found (800 for USB), or 0 when nothing answers or the search is broken
 /// off; it stays as it is when another search is going on. A COM port that is found becomes that
-/// of the poll port; one on which the link is up counts as found.
+/// of the poll port; one on which the link is up counts as found when
+/// a status line has come there since.
 void findport(int16_t& port);
 
 /// Switches the working link to COM port 1 to 16 or to USB (800). The present number changes

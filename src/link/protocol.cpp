@@ -91,6 +91,10 @@ bool IsBlankAt(const std::string& reply, size_t position) {
 
 }  // namespace
 
+bool IsStatusLine(const std::string& reply) {
+  return reply.starts_with('(') && reply.size() == kStatusLength;
+}
+
 bool ParseStatus(const std::string& reply) {
   ReadFloats(reply, kStatusFloats);
   ReadInteger(reply, kLoadColumn);
@@ -117,7 +121,7 @@ void ParseIdentification(const std::string& reply) {
 }
 
 void ParseSerialReply(const std::string& reply) {
-  if (reply.starts_with('(') && reply.size() == kStatusLength) {
+  if (IsStatusLine(reply)) {
     ParseStatus(reply);
   } else if (reply.starts_with('#') && reply.size() == kSerialRatingLength) {
     ParseRating(reply);

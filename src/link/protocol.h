@@ -13,6 +13,9 @@ constexpr size_t kSerialRatingLength = 22;
 /// A USB reply is always the whole report.
 constexpr size_t kUsbReportLength = 47;
 
+/// True for a whole status line, from its bracket to its carriage return.
+bool IsStatusLine(const std::string& reply);
+
 /// Fills the readings and the eight flags from a status line; returns the fault flag. A field that
 /// is garbled reads 0; a fault stores a battery voltage of 0.
 bool ParseStatus(const std::string& reply);

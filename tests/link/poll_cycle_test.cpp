@@ -114,9 +114,11 @@ TEST_F(PollCycleTest, FourSilentSecondsLoseTheLinkAndKeepTheFlags) {
 }
 
 TEST_F(PollCycleTest, AnyLineIsASignOfLifeButOnlyAGoodOneChangesReadings) {
+  Cycle("NAK\r");
+  EXPECT_FALSE(Link.StatusAccepted);
   BringUp();
   for (int second = 0; second < 8; ++second) Cycle("NAK\r");
-  EXPECT_TRUE(GetIsConnect());
+  EXPECT_TRUE(GetIsConnect() && Link.StatusAccepted);
   EXPECT_FLOAT_EQ(GetInputVoltage(), 208.4F);
 }
 

@@ -98,13 +98,28 @@ TEST_F(PortSearchTest, TheFirstComPortThatAnswersWithABracketWins) {
   EXPECT_EQ(labels.back(), "COM4");
 }
 
-TEST_F(PortSearchTest, AWorkingLinkCountsAsFoundAndStaysOpen) {
-  const test::PseudoTerminal unit(Link16(3));
-  SelectSerial(3);
+TEST_F(PortSearchTest, AWorkingLinkCountsAsFoundAndStaysOpenAndAModemDoesNot) {
+  const test::PseudoTerminal modem(Link16(1)), unit(Link16(3));
+  platform::Timer answer(
+      "answer",
+      [&] {
+        if (!modem.Receive().empty()) modem.Send("ERROR\r");
+        if (!unit.Receive().empty()) unit.Send(kStatus);
+      },
+      20);
+  SelectSerial(1);
   Link.MSComm1.Open();
-  Link.LinkUp = 1;
+  Link.LinkUp = 1;  // Any line has done that.
+  EXPECT_EQ(Search(), 3);
+  EXPECT_EQ(Link.MSComm1.CommPort(), 3);
+
+  Link.MSComm1.Open();
+  Link.StatusAccepted = true;
+  progress.clear();
   EXPECT_EQ(Search(), 3);
   EXPECT_TRUE(Link.MSComm1.PortOpen());
+  SelectUsb();  // While it is not polled, nothing is known of it.
+  EXPECT_FALSE(Link.StatusAccepted);
 }
 
 TEST_F(PortSearchTest, AnExitBreaksOffBothLoops) {
