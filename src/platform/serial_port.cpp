@@ -1,12 +1,15 @@
 #include "platform/serial_port.h"
 
 #include <poll.h>
+#include <sys/file.h>
 
+#include <cerrno>
 #include <cstdlib>
 #include <filesystem>
 
 #include <QSerialPort>
 
+#include "platform/device_lock.h"
 #include "platform/runtime_error.h"
 
 namespace platform {
@@ -31,6 +34,34 @@ std::string FollowLink(const std::string& device) {
   std::error_code error;
   const fs::path target = fs::canonical(device, error);
   return error ? device : target.string();
+}
+
+[[noreturn]] void FailOpen(const std::string& device, const std::string& reason) {
+  throw RuntimeError(errors::kPortOpenFailed, device + ": " + reason);
+}
+
+std::string InUse(const LockHolder& holder) {
+  return "in use by " + holder.name + " (process " + std::to_string(holder.process) + ")";
+}
+
+/// The lock that a killed process has left can be another account's, and then it stays. The same
+/// device under a longer name has another lock.
+void TakeLocked(QSerialPort& port, const std::string& device) {
+  std::string name = FollowLink(device);
+  for (;; name.insert(name.rfind('/') + 1, "./")) {
+    const auto holder = FindLockHolder(name);
+    if (holder && holder->runs) FailOpen(device, InUse(*holder));
+    port.setPortName(QString::fromStdString(name));
+    if (port.open(QIODevice::ReadWrite)) return;
+    if (!holder) FailOpen(device, port.errorString().toStdString());
+  }
+}
+
+/// The lock on the device itself holds for every account and under every name.
+void Take(QSerialPort& port, const std::string& device) {
+  TakeLocked(port, device);
+  const bool taken = flock(port.handle(), LOCK_EX | LOCK_NB) == 0 || errno != EWOULDBLOCK;
+  if (!taken) FailOpen(device, "in use by another program");
 }
 
 /// A device that has gone counts as readable for ever; closed, it lets the event loop sleep again.
@@ -82,16 +113,14 @@ bool SerialPort::PortOpen() const {
 
 void SerialPort::Open() {
   const std::string device = SerialDevice(impl_->number);
-  auto port = std::make_unique<QSerialPort>(QString::fromStdString(FollowLink(device)));
+  auto port = std::make_unique<QSerialPort>();
   port->setBaudRate(QSerialPort::Baud9600);
   port->setDataBits(QSerialPort::Data8);
   port->setParity(QSerialPort::NoParity);
   port->setStopBits(QSerialPort::OneStop);
   port->setFlowControl(QSerialPort::NoFlowControl);
   port->setReadBufferSize(kReadLimit);
-  if (!port->open(QIODevice::ReadWrite)) {
-    throw RuntimeError(errors::kPortOpenFailed, device + ": " + port->errorString().toStdString());
-  }
+  Take(*port, device);
   port->clearError();  // A pseudo-terminal refuses a setting or two that make no difference.
   CloseOnError(*port);
   impl_->port = std::move(port);

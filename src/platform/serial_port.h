@@ -23,7 +23,8 @@ class SerialPort final {
   int CommPort() const;
 
   bool PortOpen() const;
-  /// Takes the device exclusively. Throws RuntimeError 8002 when it can't be opened.
+  /// Takes the device exclusively; the lock of a process that has gone is no hindrance. Throws
+  /// RuntimeError 8002 when it can't be opened; its text names the process that holds the device.
   void Open();
   void Close();
 

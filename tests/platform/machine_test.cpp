@@ -4,6 +4,7 @@
 #include <gtest/gtest.h>
 #include <sys/resource.h>
 #include <sys/wait.h>
+#include <unistd.h>
 
 #include <csignal>
 #include <filesystem>
@@ -15,6 +16,7 @@
 #include "platform/events.h"
 #include "platform/paths.h"
 #include "platform/process.h"
+#include "platform/runtime_error.h"
 #include "platform/serial_port.h"
 #include "support/monitor_fixture.h"
 #include "support/serial_line.h"
@@ -161,6 +163,37 @@ TEST_F(SerialPortTest, ADeviceThatGoesIsClosedAndOpensAgain) {
   unit.emplace(Path("com3"));
   port.Open();
   ExpectInput("(220");
+}
+
+TEST_F(SerialPortTest, ALockHoldsWhileItsProcessRunsWhoeverHasLeftIt) {
+  if (geteuid() != 0) GTEST_SKIP() << "needs a second account";
+  port.Close();
+  const fs::path device = fs::canonical(Path("com3"));
+  const std::string lock = "/var/lock/LCK..pts_" + device.filename().string();
+  fs::permissions(device, fs::perms(0666));
+  fs::permissions(folder.Path(), fs::perms(0755));
+  const std::string parent = std::to_string(getppid());
+  const std::pair<std::string, std::string> cases[] = {
+      {"2147483646\nVarek\n", ""},
+      {std::to_string(getpid()) + "\nVarek\n", ""},  // The number is ours now,
+      {parent + "\nnobody at all\n", ""},            // or another program's.
+      {"      " + parent + "\n", "(process " + parent + ")"},
+  };
+  for (const auto& [text, holder] : cases) {
+    std::ofstream(lock) << text;
+    std::string told;
+    EXPECT_EQ(seteuid(65534), 0);
+    try {
+      port.Open();
+    } catch (const RuntimeError& error) {
+      told = error.what();
+    }
+    EXPECT_EQ(seteuid(0), 0);
+    EXPECT_EQ(port.PortOpen(), holder.empty()) << text << told;
+    EXPECT_NE(told.find(holder), std::string::npos) << told;
+    port.Close();
+  }
+  fs::remove(lock);
 }
 
 TEST_F(SerialPortTest, AFloodIsHeldBackAndLosesNothing) {
