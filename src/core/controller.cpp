@@ -115,7 +115,7 @@ void Form12::YieldToRunningCopy() {
     SendShow();
     End(0);
   }
-  platform::ListenToCopies([this](const std::string& text) { Form_LinkExecute(text); });
+  platform::ListenToCopies([this](const std::string& text) { return Form_LinkExecute(text); });
 }
 
 void Form12::OpenStorage() {
@@ -186,8 +186,11 @@ void Form12::Form_Unload(bool& cancel) {
   cancel = true;
 }
 
-void Form12::Form_LinkExecute(const std::string& text) {
-  if (text == "Show") SHOWPROGRAM_Click();
+std::string Form12::Form_LinkExecute(const std::string& text) {
+  if (text != "Show") return {};
+  if (!platform::HasDisplay()) return WhereTheConsoleIs();
+  SHOWPROGRAM_Click();
+  return {};
 }
 
 void Form12::SHOWPROGRAM_Click() {

@@ -40,8 +40,9 @@ class Form12 final : public FormEntry {
   /// every other window goes, and the monitor goes on with a new tray icon.
   void Form_Unload(bool& cancel);
 
-  /// A text from a later copy: "Show" brings up the dashboard, any other is ignored.
-  void Form_LinkExecute(const std::string& text);
+  /// A text from a later copy: "Show" brings up the dashboard, any other is ignored. Without a
+  /// display nothing opens, and the answer to "Show" tells where the web console is.
+  std::string Form_LinkExecute(const std::string& text);
 
   /// The tray menu's first item, and a double click on the icon.
   void SHOWPROGRAM_Click();

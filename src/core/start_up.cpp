@@ -1,10 +1,13 @@
 #include "core/start_up.h"
 
+#include <cstdio>
+
 #include "core/data_center.h"
 #include "platform/process.h"
 #include "platform/runtime_error.h"
 #include "platform/service.h"
 #include "platform/single_copy.h"
+#include "web/web_console.h"
 
 namespace varek {
 
@@ -118,7 +121,16 @@ bool AnotherInstanceRuns() { return platform::AnotherCopyRuns(); }
 
 void SendShow() {
   platform::StopListening();
-  platform::SendToCopy(kShow);
+  const std::string answer = platform::SendToCopy(kShow);
+  if (!answer.empty()) std::puts(answer.c_str());
+}
+
+std::string WhereTheConsoleIs() {
+  const std::string running = "Varek is running without a display. Its web console ";
+  if (!DataCenter.WebEnabled) return running + "is off.";
+  const std::string port = std::to_string(DataCenter.WebPort);
+  if (!WebConsoleListens()) return running + "waits for port " + port + ", which is taken.";
+  return running + "is at http://127.0.0.1:" + port + "/";
 }
 
 void SetStartProgram(const std::string& name, const std::string& arguments, bool& ok) {

@@ -16,8 +16,12 @@ StartUp HandleCommandLine(const std::string& argument, int osKind);
 /// True when another copy with the same program folder is running.
 bool AnotherInstanceRuns();
 
-/// Asks the running copy to show its dashboard. Quiet whatever comes of it.
+/// Asks the running copy to show its dashboard. What it answers goes to standard output; quiet when
+/// it does not.
 void SendShow();
+
+/// The answer of a copy that has no display to show its dashboard on.
+std::string WhereTheConsoleIs();
 
 /// Writes the entry that starts the program with `arguments` when a person logs in.
 void SetStartProgram(const std::string& name, const std::string& arguments, bool& ok);

@@ -1,16 +1,13 @@
 #include "platform/runtime_folder.h"
 
 #include <fcntl.h>
-#include <sys/file.h>
 #include <sys/stat.h>
 #include <unistd.h>
 
-#include <cerrno>
 #include <cstdint>
 #include <cstdio>
 #include <cstdlib>
 #include <filesystem>
-#include <utility>
 
 #include "platform/paths.h"
 
@@ -55,27 +52,10 @@ std::string RuntimePath(const std::string& suffix) {
   return folder.empty() ? "" : folder + "/varek-" + FolderKey() + suffix;
 }
 
-RuntimeLock::RuntimeLock(std::string suffix) : suffix_(std::move(suffix)) {}
-
-RuntimeLock::~RuntimeLock() { Release(); }
-
-LockTry RuntimeLock::Take() {
-  if (IsTaken()) return LockTry::Taken;
-  const int file =
-      open(RuntimePath(suffix_).c_str(), O_RDWR | O_CREAT | O_CLOEXEC | O_NOFOLLOW, 0600);
-  if (file < 0) return LockTry::NoPlace;
-  if (flock(file, LOCK_EX | LOCK_NB) != 0) {
-    const bool busy = errno == EWOULDBLOCK;
-    close(file);
-    return busy ? LockTry::Busy : LockTry::NoPlace;
-  }
-  file_ = file;
-  return LockTry::Taken;
-}
-
-void RuntimeLock::Release() {
-  if (IsTaken()) close(file_);
-  file_ = -1;
-}
+RuntimeLock::RuntimeLock(const std::string& suffix)
+    : FileLock([suffix] {
+        constexpr int kHow = O_RDWR | O_CREAT | O_CLOEXEC | O_NOFOLLOW;
+        return open(RuntimePath(suffix).c_str(), kHow, 0600);
+      }) {}
 
 }  // namespace platform

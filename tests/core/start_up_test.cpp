@@ -8,16 +8,22 @@
 #include <sys/un.h>
 #include <unistd.h>
 
+#include <chrono>
 #include <filesystem>
+#include <future>
 
 #include "core/controller.h"
+#include "core/data_center.h"
 #include "platform/service.h"
 #include "platform/single_copy.h"
 #include "support/monitor_fixture.h"
 #include "support/serial_line.h"
+#include "web/web_console.h"
 
 namespace varek {
 namespace {
+
+using namespace std::chrono_literals;
 
 class StartUpTest : public test::MonitorTest {
  protected:
@@ -62,16 +68,44 @@ TEST_F(StartUpTest, AServiceTellsItsManagerThatItIsReady) {
   close(manager);
 }
 
-TEST_F(StartUpTest, OnlyShowBringsUpTheDashboard) {
+TEST_F(StartUpTest, WithoutADisplayOnlyShowIsAnsweredAndNothingOpens) {
   test::InstallPictures(Folder());
   Form12 controller;
   controller.Form_Load();
-  for (const char* text : {"show", "Show ", ""}) controller.Form_LinkExecute(text);
+  const auto answer = [](const std::string& text) {
+    auto call = std::async(std::launch::async, platform::SendToCopy, text);
+    test::PumpUntil([&] { return call.wait_for(0s) == std::future_status::ready; });
+    return call.get();
+  };
+  for (const char* text : {"show", "Show ", "\n"}) EXPECT_EQ(answer(text), "") << text;
+  EXPECT_EQ(answer(std::string(100'000, 'S')), "");
+  const std::string running = "Varek is running without a display. Its web console ";
+  StopWebConsole();
+  DataCenter.WebPort = 0;  // any that is free
+  EXPECT_EQ(answer("Show"), running + "waits for port 0, which is taken.");
+  StartWebConsole();
+  EXPECT_EQ(answer("Show"), running + "is at http://127.0.0.1:0/");
+  DataCenter.WebEnabled = kClear;
+  EXPECT_EQ(answer("Show"), running + "is off.");
+  StopWebConsole();
   EXPECT_FALSE(controller.IsWindowShown());
-  platform::SendToCopy(std::string(100'000, 'S'));
-  platform::SendToCopy("Show");
-  EXPECT_TRUE(test::PumpUntil([&] { return controller.IsWindowShown(); }));
+
+  const auto before = std::chrono::steady_clock::now();
+  EXPECT_EQ(platform::SendToCopy("Show"), "") << "from a copy that can't answer";
+  EXPECT_LT(std::chrono::steady_clock::now() - before, 5s);
   platform::StopListening();
+  EXPECT_FALSE(std::filesystem::exists(Folder() + "/.varek.sock"));
+}
+
+TEST_F(StartUpTest, OnlyWhoMayWriteInTheFolderCanHoldTheLock) {
+  namespace fs = std::filesystem;
+  const std::pair<int, int> modes[] = {{0755, 0600}, {0775, 0660}, {0777, 0666}, {0700, 0600}};
+  for (const auto& [folder, lock] : modes) {
+    fs::permissions(Folder(), fs::perms(folder));
+    platform::ReleaseCopyLock();
+    EXPECT_FALSE(AnotherInstanceRuns());
+    EXPECT_EQ(fs::status(Folder() + "/.varek.lock").permissions(), fs::perms(lock)) << folder;
+  }
 }
 
 }  // namespace

@@ -119,12 +119,22 @@ void Monitor::TakeRealSidecars(const std::string& environment) {
   }
 }
 
+void Monitor::StartBy(const std::string& command) {
+  environment_ = command;
+  const auto take = [this](const std::string& from, const std::string& name) {
+    fs::remove_all(folder_.Path() + name);
+    fs::copy(from, folder_.Path() + name, fs::copy_options::recursive);
+  };
+  for (const char* name : kSidecars) take(SIDECAR_STAND_IN, name);
+  take(PROGRAM_FOLDER "/image", "/image");
+}
+
 void Monitor::Launch(const std::string& arguments) {
   program_.emplace(ShellLine("2>errors " + arguments));
 }
 
 int Monitor::LaunchAnother(const std::string& arguments) {
-  Process another(ShellLine("2>another " + arguments));
+  Process another(ShellLine(">another 2>&1 " + arguments));
   Await("the end of the other copy", [&] { return another.Status().has_value(); });
   return *another.Status();
 }

@@ -51,9 +51,12 @@ class Monitor final {
   /// Puts the real programs in the place of the stand-ins; the program is then started with
   /// `environment` ("NAME=VALUE") too.
   void TakeRealSidecars(const std::string& environment);
+  /// From now on the program is started by way of `command`, for example as another account, which
+  /// then finds all that it needs.
+  void StartBy(const std::string& command);
   /// Starts the program and waits for nothing.
   void Launch(const std::string& arguments = "");
-  /// Runs a second copy to its end; its exit status.
+  /// Runs a second copy to its end; its exit status. What it says is then in the file "another".
   int LaunchAnother(const std::string& arguments = "");
   /// Starts the program and waits until its databases are open and its first event is written.
   void Start();

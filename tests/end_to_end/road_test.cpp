@@ -109,8 +109,11 @@ TEST_F(EndToEnd, AMainsFailureWarnsSavesAndThenShutsDown) {
 
   monitor.Launch();
   monitor.AwaitEvents({1, 3});
-  monitor.Order("mains off");
   const std::string windows = display + " xwininfo -root -tree 2>/dev/null";
+  EXPECT_EQ(monitor.LaunchAnother(), 0);
+  monitor.Await("the dashboard",
+                [&] { return Output(windows).find("(\"Varek\"") != std::string::npos; });
+  monitor.Order("mains off");
   monitor.Await("the warning",
                 [&] { return Output(windows).find("(\"alert\"") != std::string::npos; });
   const Texts signs{"mail/mail-1", "sms/requests", "saves"};

@@ -1,6 +1,8 @@
 // The ways to start: the search of a first start, a second copy, and every argument on a host with
 // and without a service manager.
 
+#include <unistd.h>
+
 #include <chrono>
 #include <filesystem>
 
@@ -45,6 +47,42 @@ TEST_F(EndToEnd, AFirstStartFindsTheUnitAndASecondCopyGivesWayMeanwhile) {
   EXPECT_EQ(lines.at(0) + lines.at(1), "F3");
   monitor.AwaitEvents({1, 3});
   EXPECT_EQ(monitor.LaunchAnother(), 0);
+  EXPECT_EQ(monitor.Stop(), 0);
+}
+
+/// The service's account and a person's, also where no session has set up an environment.
+TEST_F(EndToEnd, CopiesOfAllAccountsSeeEachOther) {
+  if (geteuid() != 0) GTEST_SKIP() << "needs a second account";
+  const std::string root = "env -u XDG_RUNTIME_DIR";
+  const std::string person = "setpriv --reuid=65534 --regid=65534 --clear-groups " + root;
+  Monitor& monitor = Install({{2, "800"}});
+  const auto giveRights = [&](int rights) {
+    fs::permissions(monitor.Path(""), fs::perms(rights));
+    for (const auto& entry : fs::recursive_directory_iterator(monitor.Path(""))) {
+      const bool own = entry.is_symlink() || entry.path().filename() == ".varek.lock";
+      if (!own && !entry.is_socket()) fs::permissions(entry, fs::perms(rights));
+    }
+  };
+  const auto expectAnswer = [&](const std::string& by) {
+    monitor.StartBy(by);
+    EXPECT_EQ(monitor.LaunchAnother(), 0);
+    EXPECT_EQ(ReadFile(monitor.Path("another")),
+              "Varek is running without a display. Its web console is off.\n");
+  };
+  monitor.Start();
+  giveRights(0755);
+  expectAnswer(person);  // who may not write there
+  expectAnswer(root);
+  EXPECT_EQ(monitor.Stop(), 0);
+
+  giveRights(0777);
+  monitor.StartBy(person);
+  monitor.Start();
+  expectAnswer(root);
+  expectAnswer(person);
+  EXPECT_EQ(monitor.Stop(SIGKILL), -1);  // leaves its lock and its socket behind
+  monitor.StartBy(root);
+  monitor.Start();
   EXPECT_EQ(monitor.Stop(), 0);
 }
 
