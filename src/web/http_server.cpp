@@ -1,5 +1,8 @@
 #include "web/http_server.h"
 
+#include <algorithm>
+#include <utility>
+
 #include "core/data_center.h"
 #include "core/error_list.h"
 #include "platform/clock.h"
@@ -23,6 +26,9 @@ namespace {
 
 constexpr int kSweepInterval = 500;
 constexpr int kPortInterval = 60000;
+/// Connections beyond get no answer.
+constexpr int kLastPlace = 100;
+constexpr int64_t kRequestLimit = 30000;  ///< milliseconds until a request must be complete
 constexpr size_t kCaptionText = 211;
 constexpr size_t kLoginText = 217;
 constexpr char kDefaultPage[] = "login.htm";
@@ -96,40 +102,78 @@ void Form8::Listen() {
 void Form8::CloseAll() {
   portTimer_.SetInterval(0);
   Winsock1(0).Close();
-  sockets_.resize(1);
+  elements_.resize(1);
 }
 
 platform::Socket& Form8::Winsock1(int index) const {
   if (index < 0 || index > SocketCount()) {
     throw platform::RuntimeError(platform::errors::kSubscript, "no such socket");
   }
-  return *sockets_[static_cast<size_t>(index)];
+  return *At(index).socket;
 }
 
 std::string& Form8::PathAt(int index) {
-  if (static_cast<size_t>(index) >= RequestPath.size()) {
+  if (index > kLastPlace) {
     throw platform::RuntimeError(platform::errors::kSubscript, "too many connections");
   }
-  return RequestPath[static_cast<size_t>(index)];
+  return At(index).RequestPath;
 }
 
 void Form8::LoadSocket(int index) {
-  sockets_.push_back(std::make_unique<platform::Socket>(
+  Element element;
+  element.socket = std::make_unique<platform::Socket>(
       ElementName(index),
       platform::SocketHandlers{
           .ConnectionRequest = [this, index](int64_t id) { Winsock1_ConnectionRequest(index, id); },
           .DataArrival = [this, index](size_t) { Winsock1_DataArrival(index); },
           .SendComplete = [this, index] { Winsock1_SendComplete(index); },
-          .Error = [this, index](int number) { Winsock1_Error(index, number); }}));
+          .Error = [this, index](int number) { Winsock1_Error(index, number); }});
+  elements_.push_back(std::move(element));
 }
 
-/// The first connection that is closed, else a new one.
-int Form8::FreeSocket() {
-  for (int index = 1; index <= SocketCount(); ++index) {
-    if (Winsock1(index).State() <= platform::SocketState::Closed) return index;
+/// One behind the last when none is.
+int Form8::FirstClosed() const {
+  int index = 1;
+  while (index <= SocketCount() && Winsock1(index).State() > platform::SocketState::Closed) ++index;
+  return index;
+}
+
+/// Its peer has gone, or has sent no complete request yet.
+bool Form8::GivesWay(int index) const {
+  return Winsock1(index).State() == platform::SocketState::Error || !At(index).hasRequest;
+}
+
+/// Among the connections that can be answered; 0 when all of them are being served.
+int Form8::OldestThatGivesWay() const {
+  int oldest = 0;
+  const auto id = [this](int index) { return Winsock1(index).RequestId(); };  // They count up.
+  for (int index = 1; index <= kLastPlace; ++index) {
+    if (GivesWay(index) && (oldest == 0 || id(index) < id(oldest))) oldest = index;
   }
-  LoadSocket(SocketCount() + 1);
-  return SocketCount();
+  return oldest;
+}
+
+/// The first connection that is closed, else a new one. When all places are taken the oldest idle
+/// connection gives way, so that those who only sit there keep nobody out.
+int Form8::FreeSocket() {
+  const int closed = FirstClosed();
+  const int idle = closed > kLastPlace ? OldestThatGivesWay() : 0;
+  if (idle != 0) return idle;
+  if (closed > SocketCount()) LoadSocket(closed);
+  return closed;
+}
+
+void Form8::Accept(int index, int64_t requestId) {
+  Close(index);
+  At(index).beginning = platform::TickCount();
+  Winsock1(index).SetLocalPort(0);
+  Winsock1(index).Accept(requestId);
+}
+
+/// Nothing of a connection outlives it.
+void Form8::Close(int index) {
+  At(index) = Element{.socket = std::move(At(index).socket)};
+  Winsock1(index).Close();
 }
 
 bool Form8::IsStillThere(const Request& request) {
@@ -152,24 +196,42 @@ void Form8::Winsock1_ConnectionRequest(int index, int64_t requestId) {
   const bool stopped =
       LoadedConsole() != self || Winsock1(0).State() != platform::SocketState::Listening;
   if (stopped) return;
-  platform::Socket& socket = Winsock1(FreeSocket());
-  socket.SetLocalPort(0);
-  socket.Accept(requestId);
+  Accept(FreeSocket(), requestId);
 }
 
 void Form8::Winsock1_DataArrival(int index) {
   Request request{index, Winsock1(index).RequestId(), ""};
   if (!LetOthersRun(request)) return;
-  request.text = Winsock1(index).GetData();
-  if (AwaitsBody(request.text)) {
-    PendingPost = request.text;
-    return;
-  }
-  if (!IsPost(request.text) && !IsGet(request.text)) request.text.insert(0, PendingPost);
+  if (!TakeRequest(request)) return;
   DetectLogin(request);
-  if (IsGuarded(request.text) && !IsInSession(request)) request.text = kLoginRequest;
+  if (!MayHave(request)) request.text = kLoginRequest;
+  At(index).hasRequest = true;
   if (!LetOthersRun(request)) return;
-  if (RunHandler(request) && IsStillThere(request)) Serve(request);
+  const bool isAnswered = RunHandler(request);
+  if (!IsStillThere(request)) return;
+  if (isAnswered) return Serve(request);
+  if (request.isJoined) AwaitMore(request);
+}
+
+/// False while only the head of a POST is there. It waits for its fields on its own connection:
+/// with those of another one they would act under a session that is not the sender's.
+bool Form8::TakeRequest(Request& request) {
+  Element& element = At(request.index);
+  request.text = element.socket->GetData();
+  const std::string head = std::exchange(element.PendingPost, {});
+  if (AwaitsBody(request.text)) {
+    element.PendingPost = request.text;
+    return false;
+  }
+  request.isJoined = !head.empty() && !IsPost(request.text) && !IsGet(request.text);
+  if (request.isJoined) request.text.insert(0, head);
+  return true;
+}
+
+/// The field of a POST in more than two pieces is still to come.
+void Form8::AwaitMore(const Request& request) {
+  At(request.index).PendingPost = request.text;
+  At(request.index).hasRequest = false;
 }
 
 /// Any request that holds the token is a login, whatever it asks for.
@@ -192,9 +254,15 @@ bool Form8::IsInSession(const Request& request) const {
          request.text.find(SessionToken()) != std::string::npos;
 }
 
+/// A browser sends other requests than GET and POST, with the cookie of its session, for whatever
+/// page asks it to; so they count as without one.
+bool Form8::MayHave(const Request& request) const {
+  if (!IsGuarded(request.text)) return true;
+  return (IsGet(request.text) || IsPost(request.text)) && IsInSession(request);
+}
+
 /// False when the request gets no answer.
 bool Form8::RunHandler(const Request& request) {
-  if (!IsGet(request.text) && !IsPost(request.text)) return true;
   const std::string path = PathOf(request.text);
   PathAt(request.index) = path;
   if (IsPost(request.text)) return RunPostRoute(path, request.text);
@@ -218,20 +286,19 @@ void Form8::SendFile(const Request& request, const std::string& name) {
   Winsock1(request.index).SendData(FileHeader(name) + content);
 }
 
-void Form8::Winsock1_SendComplete(int index) {
-  PathAt(index).clear();
-  Winsock1(index).Close();
-}
+void Form8::Winsock1_SendComplete(int index) { Close(index); }
 
 /// An error of the listener leaves it as it is.
 void Form8::Winsock1_Error(int index, int number) {
   Form13::AddError("form8 WINSOCKET" + std::to_string(index) + "出現", number);
-  if (index != 0) Winsock1(index).Close();
+  if (index != 0) Close(index);
 }
 
 void Form8::Timer1_Timer() {
+  const int64_t latest = platform::TickCount() - kRequestLimit;
   for (int index = 1; index <= SocketCount(); ++index) {
-    if (Winsock1(index).State() == platform::SocketState::Error) Winsock1(index).Close();
+    const bool isLate = !At(index).hasRequest && At(index).beginning <= latest;
+    if (isLate || Winsock1(index).State() == platform::SocketState::Error) Close(index);
   }
 }
 

@@ -7,7 +7,6 @@
 // every step that follows asks first.
 #pragma once
 
-#include <array>
 #include <cstdint>
 #include <memory>
 #include <string>
@@ -33,7 +32,7 @@ class Form8 final {
   void CloseAll();
 
   /// The highest index of a connection so far.
-  int SocketCount() const { return static_cast<int>(sockets_.size()) - 1; }
+  int SocketCount() const { return static_cast<int>(elements_.size()) - 1; }
   /// The listener is 0, connections follow. Throws RuntimeError 9 for an index that is not loaded.
   platform::Socket& Winsock1(int index) const;
 
@@ -47,6 +46,16 @@ class Form8 final {
     int index;
     int64_t connection;
     std::string text;
+    bool isJoined = false;  ///< with a head that came before
+  };
+
+  /// A socket, and what is known of the connection that it has at present.
+  struct Element {
+    std::unique_ptr<platform::Socket> socket;
+    std::string RequestPath = {};
+    std::string PendingPost = {};  ///< head of a POST whose fields are still to come
+    int64_t beginning = 0;         ///< tick count
+    bool hasRequest = false;       ///< a complete one
   };
 
   static bool IsStillThere(const Request& request);
@@ -56,8 +65,15 @@ class Form8 final {
   void AnnounceAddress() const;
   void TryPortAgain();
   void LoadSocket(int index);
+  Element& At(int index) { return elements_[static_cast<size_t>(index)]; }
+  const Element& At(int index) const { return elements_[static_cast<size_t>(index)]; }
+  int FirstClosed() const;
+  bool GivesWay(int index) const;
+  int OldestThatGivesWay() const;
   int FreeSocket();
-  /// RequestPath of a connection; throws RuntimeError 9 beyond the array.
+  void Accept(int index, int64_t requestId);
+  void Close(int index);
+  /// RequestPath of a connection; throws RuntimeError 9 beyond the last place.
   std::string& PathAt(int index);
 
   void Winsock1_ConnectionRequest(int index, int64_t requestId);
@@ -66,20 +82,19 @@ class Form8 final {
   void Winsock1_Error(int index, int number);
   void Timer1_Timer();
 
+  bool TakeRequest(Request& request);
+  void AwaitMore(const Request& request);
   void DetectLogin(const Request& request);
   void LogIn(const std::string& address);
   bool IsInSession(const Request& request) const;
+  bool MayHave(const Request& request) const;
   bool RunHandler(const Request& request);
   void Serve(const Request& request);
   void SendFile(const Request& request, const std::string& name);
 
-  /// Index = number of the connection. What comes beyond gets no answer.
-  std::array<std::string, 101> RequestPath;
-  /// The last segment of a POST that had no fields yet.
-  std::string PendingPost;
   std::string caption_;
   std::string loginText_;
-  std::vector<std::unique_ptr<platform::Socket>> sockets_;
+  std::vector<Element> elements_;  ///< the listener first
   platform::Timer Timer1;
   platform::Timer portTimer_;
 };

@@ -164,6 +164,10 @@ class ServerTest : public test::MonitorTest {
   static void LogIn(const std::string& from = "127.0.0.1") {
     Ask("GET /x.gif " + LoginToken(), from);
   }
+  /// Lets what has been sent arrive.
+  static void Settle() {
+    for (int i = 0; i < 20; ++i) platform::DoEvents();
+  }
   static void ExpectAlive() { EXPECT_EQ(Get("/index.htm"), kHtml + "Model!\r\n"); }
 };
 
@@ -289,15 +293,37 @@ TEST_F(ServerTest, PathsRunTheirHandlers) {
   }
 }
 
-TEST_F(ServerTest, APostInTwoSegmentsIsJoined) {
+// A page of another origin makes the browser send its cookie; a stranger sends the head.
+TEST_F(ServerTest, TheHeadOfAPostWaitsForItsOwnConnection) {
   LogIn();
   Write("controlmain.htm", "control");
-  const WebClient client(Port());
-  client.Send(Post("/controlmain.htm", ""));
+  const std::string head = Post("/controlmain.htm", "");
+  const std::string foreign = "HEAD /?T1=L HTTP/1.1\r\nCookie: " + SessionToken() + "\r\n\r\n";
+  auto client = std::make_unique<WebClient>(Port());
+  client->Send(head);
+  EXPECT_EQ(Ask(foreign), kLoginPage);
+  EXPECT_EQ(Ask("T1=L" + SessionToken()), kLoginPage);
+  EXPECT_EQ(Link.PendingCommand, "");
+  EXPECT_TRUE(client->IsSilent());
+  EXPECT_EQ(client->Ask("T1=L"), kHtml + "control\r\n") << "its own body came late";
+  EXPECT_EQ(std::exchange(Link.PendingCommand, ""), "TL");
+
+  client = std::make_unique<WebClient>(Port());
+  client->Send("POST /controlmain.htm HTTP/1.1\r\nCookie: ");
   ExpectAlive();
-  EXPECT_TRUE(client.IsSilent());
-  EXPECT_EQ(client.Ask("T1=L"), kHtml + "control\r\n");
-  EXPECT_EQ(Link.PendingCommand, "TL");
+  client->Send(SessionToken() + "\r\n\r\n");
+  ExpectAlive();
+  EXPECT_EQ(client->Ask("T1=P"), kHtml + "control\r\n") << "in three pieces";
+  EXPECT_EQ(std::exchange(Link.PendingCommand, ""), "CT");
+
+  client = std::make_unique<WebClient>(Port());
+  client->Send(head);
+  ExpectAlive();
+  client->Vanish();
+  PumpUntil([] { return LoadedConsole()->Winsock1(1).State() == platform::SocketState::Error; });
+  clock.Advance(500);
+  EXPECT_EQ(Ask(foreign), kLoginPage) << "on the place of the one that went";
+  EXPECT_EQ(Link.PendingCommand, "");
 }
 
 TEST_F(ServerTest, BadClientsDoNoHarm) {
@@ -330,22 +356,51 @@ TEST_F(ServerTest, BadClientsDoNoHarm) {
   EXPECT_TRUE(unlucky.IsSilent());
 }
 
-TEST_F(ServerTest, TheHundredAndFirstConnectionGetsNoAnswer) {
+TEST_F(ServerTest, IdleConnectionsKeepNobodyOut) {
   LogIn();
-  std::vector<std::unique_ptr<WebClient>> idle;
-  const auto connect = [&] { idle.push_back(std::make_unique<WebClient>(Port())); };
-  while (idle.size() < 110) connect();
-  EXPECT_TRUE(PumpUntil([] { return LoadedConsole()->SocketCount() == 110; }));
-  idle.back()->Send("GET / ");
-  EXPECT_EQ(idle[99]->Ask("GET / "), kLoginPage);
-  EXPECT_TRUE(idle.back()->IsSilent());
-  idle.clear();
-  const auto freed = [] { return LoadedConsole()->Winsock1(1).State(); };
-  EXPECT_TRUE(PumpUntil([&] { return freed() == platform::SocketState::Error; }));
-  clock.Advance(500);
-  EXPECT_EQ(freed(), platform::SocketState::Closed);
+  std::vector<std::unique_ptr<WebClient>> clients;
+  const auto states = [](platform::SocketState state) {
+    int count = 0;
+    for (int i = 1; i <= LoadedConsole()->SocketCount(); ++i)
+      count += LoadedConsole()->Winsock1(i).State() == state ? 1 : 0;
+    return count;
+  };
+  // One of them is served, and has no answer to wait for.
+  const auto connect = [&] { clients.push_back(std::make_unique<WebClient>(Port())); };
+  while (clients.size() < 100) connect();
+  PumpUntil([] { return LoadedConsole()->SocketCount() == 100; });
+  clients[0]->Send(Post("/controlmain.htm", "T1"));
+  clients[1]->Send("GET /half");
+  Settle();
   ExpectAlive();
-  EXPECT_EQ(LoadedConsole()->SocketCount(), 110);
+  EXPECT_EQ(clients[1]->ReadAll(), "") << "the oldest gave way";
+  EXPECT_TRUE(clients[2]->IsSilent());
+  EXPECT_EQ(clients[99]->Ask("GET / "), kLoginPage);
+  clock.Advance(29500);
+  connect();
+  ExpectAlive();
+  clock.Advance(500);
+  EXPECT_EQ(clients[2]->ReadAll(), "") << "too late";
+  EXPECT_TRUE(clients[0]->IsSilent() && clients[100]->IsSilent());
+  ExpectAlive();
+  EXPECT_EQ(states(platform::SocketState::Connected), 2);
+  clients.clear();
+  EXPECT_TRUE(PumpUntil([&] { return states(platform::SocketState::Error) == 2; }));
+  clock.Advance(500);
+  EXPECT_EQ(states(platform::SocketState::Closed), 100);
+}
+
+TEST_F(ServerTest, BeyondAHundredThatAreServedThereIsNoAnswer) {
+  LogIn();
+  std::vector<std::unique_ptr<WebClient>> clients;
+  while (clients.size() < 101) {
+    clients.push_back(std::make_unique<WebClient>(Port()));
+    clients.back()->Send(Post("/controlmain.htm", "T1"));
+    Settle();
+  }
+  EXPECT_EQ(LoadedConsole()->SocketCount(), 101);
+  EXPECT_TRUE(PumpUntil([] { return Form13::List1().back().ends_with("9錯誤"); }));
+  for (const auto& client : clients) EXPECT_TRUE(client->IsSilent());
 }
 
 TEST_F(ServerTest, ASlowReaderHoldsUpNobody) {
