@@ -3,7 +3,11 @@
 // node browser_test.mjs PROGRAM-FOLDER UPSSIM HASH_LINES CHROMIUM
 import assert from 'node:assert/strict';
 import {execFileSync} from 'node:child_process';
+import {once} from 'node:events';
+import http from 'node:http';
+import net from 'node:net';
 import {after, before, describe, test} from 'node:test';
+import {setTimeout as sleep} from 'node:timers/promises';
 import {chromium} from 'playwright-core';
 import {Monitor, sight} from './monitor.mjs';
 
@@ -133,11 +137,88 @@ function testBehaviour(run, started) {
     await monitor.order('mains on');
     await lamp(page, 'Mains power present', 'bad', 0);
     assert.ok(await page.evaluate(() => window.stays));
+    assert.match(await page.textContent('[data-degrees]'), /^[\d.]+ °C$/);
+    const tab = await page.context().newPage();  // whose errors don't count
+    await tab.goto('/index.htm');
+    await tab.route('**/index.htm', route => route.abort());
+    await tab.waitForSelector('.silent');
+    assert.equal(await tab.evaluate(
+      () => getComputedStyle(document.querySelector('[data-connected]')).opacity), '0.4');
+    await tab.close();
+  });
+
+  test('a page names the hour that it shows, in a second tab too', async () => {
+    const [, page] = started();
+    await page.goto('/chart.htm');
+    await page.click('#query .main');
+    await page.waitForSelector('#chart');
+    const [address, heading] = [page.url(), await page.textContent('#asked')];
+    const tab = await page.context().newPage();
+    for (const empty of ['/data.htm', '/showpic.htm', '/showpic1.htm']) {
+      await tab.goto(`${empty}#2026/1/2/3`);
+      await tab.waitForSelector('#none');
+      assert.match(await tab.textContent('#asked'), /^2026\/01\/02 .* 03:00/);
+      assert.ok(!await tab.isVisible('#chart'));
+    }
+    for (const [path, sign] of [['showpic', '#chart'], ['showpic1', '#chart'], ['data', 'td']]) {
+      await tab.goto(address.replace('showpic', path));
+      await tab.waitForSelector(sign);
+      assert.equal(await tab.textContent('#asked'), heading);
+    }
+    const [box, head] = await tab.evaluate(() => {
+      const row = document.querySelector('tbody tr');
+      for (let i = 0; i < 200; ++i) row.after(row.cloneNode(true));
+      byId('rows').scrollTop = 1000;
+      return ['#rows', 'th'].map(name => document.querySelector(name).getBoundingClientRect().top);
+    });
+    assert.ok(head >= box, 'the head of the table stays');
+    await tab.close();
+  });
+
+  test('reload and Back show the present month, Space presses a day', async () => {
+    const [, page] = started();
+    for (const path of ['/schedule.htm', '/eventselect.htm']) {
+      const isPresent = value => page.waitForFunction(
+        wanted => Boolean(document.querySelector('td.today')) === wanted, value);
+      await page.goto(path);
+      for (const way of ['goBack', 'reload']) {
+        await isPresent(true);
+        await page.click('[data-turn="1"]');
+        await isPresent(false);
+        await page[way]();
+      }
+      await isPresent(true);
+      await page.press('td.today', ' ');
+      await page.waitForSelector('#to_month');
+      await page.goBack();
+      await isPresent(true);
+    }
+  });
+
+  // A stranger sends the head of a POST, and the page makes this browser send its cookie.
+  test('a page of another origin gets nothing done', async () => {
+    const [monitor, page] = started();
+    const stranger = net.connect(monitor.port, '127.0.0.1');
+    await once(stranger, 'connect');
+    stranger.write('POST /controlmain.htm HTTP/1.1\r\n\r\n');
+    const elsewhere = http.createServer((_, reply) => reply.end('elsewhere'));
+    await once(elsewhere.listen(0, '127.0.0.1'), 'listening');
+    const tab = await page.context().newPage();
+    await tab.goto(`http://127.0.0.1:${elsewhere.address().port}/`);
+    const options = {method: 'HEAD', mode: 'no-cors', credentials: 'include'};
+    await tab.evaluate(([url, how]) => fetch(url, how).catch(() => {}),
+      [`${monitor.address}/?T1=Q`, options]);
+    await sleep(2000);  // Several turns of the poll cycle.
+    assert.ok(!monitor.commands().includes('Q'));
+    await tab.close();
+    stranger.destroy();
+    elsewhere.close();
   });
 
   test('schedule entries come and go', async () => {
     const [, page] = started();
-    page.on('dialog', dialog => dialog.accept());
+    const questions = new Set();
+    page.on('dialog', dialog => questions.add(dialog.message()) && dialog.accept());
     await page.goto('/schedule.htm');
     await page.click('[data-turn="12"]');
     await page.click('td[onclick]:has-text("15")');
@@ -161,6 +242,9 @@ function testBehaviour(run, started) {
     await pictures(page, 'the month with entries');
     await page.click('td[onclick]:has-text("15")');
     await deleteEntries(page);
+    for (const question of ['Delete whole entry?', 'Delete this date only?']) {
+      assert.ok(questions.has(question), question);
+    }
   });
 
   test('another login ends the session', async () => {
@@ -199,8 +283,15 @@ function testControl(run, started) {
     await page.waitForSelector('.lamp[data-bad="1"]');
     await page.click('[data-command=C]');
     await page.waitForSelector('.lamp[data-bad="0"]');
+    await page.waitForSelector('#done:has-text("已取消")');
     await page.click('[data-power=R]');
     await sent(/^S01R(?!9999)\d{4}$/);
+    await monitor.order('silent on');
+    await lamp(page, '未連線', 'good', 0);
+    for (const [letter, word] of [['C', '未取消'], ['Q', '等到連線'], ['S', 'UPS 不會收到']]) {
+      await page.click(letter === 'S' ? '[data-power=S]' : `[data-command=${letter}]`);
+      await page.waitForSelector(`#done:has-text("${word}")`);
+    }
   });
 }
 

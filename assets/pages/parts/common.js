@@ -1,5 +1,5 @@
-// What the pages share: asking the server, leaving for a page that is asked for by a form, and
-// keeping values and charts fresh.
+// What the pages share: asking the server, leaving for a page that is asked for by a form, keeping
+// values and charts fresh, and showing what the address names.
 const byId = id => document.getElementById(id);
 const patience = 10000;  // milliseconds
 
@@ -32,6 +32,23 @@ function go(path, value) {
   form.submit();
 }
 
+// Leaves for an address that differs from the present one perhaps by nothing.
+function goTo(address) {
+  const isHere = new URL(address, location).href === location.href;
+  location.href = address;
+  if (isHere) location.reload();
+}
+
+// Shows what stands behind the '#' of the address: the server never sees it, while reloading, going
+// back and a second tab keep it. Pages are made for one browser after the other, so each is asked
+// for anew.
+function followAddress(show) {
+  const turn = () => show().then(() => warn('')).catch(() => warn("{{unreachable}}"));
+  addEventListener('hashchange', turn);
+  addEventListener('pageshow', event => event.persisted && turn());
+  turn();
+}
+
 // A name with a query would be another file to the server, so a picture that changes is fetched
 // past the cache and shown from memory.
 async function showFresh(picture) {
@@ -45,9 +62,19 @@ async function showFresh(picture) {
 const showAllFresh = () =>
   Promise.all([...document.querySelectorAll('img[data-fresh]')].map(showFresh));
 
+// Texts of the server in the form of the pages: two digits of the hour, dates with strokes, degrees.
+function tidy(page) {
+  for (const place of page.querySelectorAll('.raw')) {
+    const unit = place.dataset.degrees?.slice(-1) ?? '';
+    place.textContent = place.textContent.replace(/\b(\d):(\d\d):/g, '0$1:$2:')
+      .replace(/(\d{4})-(\d\d)-(\d\d)/g, '$1/$2/$3').replace(/ [CF]$/, ' °').replace('°', `°${unit}`);
+  }
+}
+
 // Takes over what differs in the marked elements. A sensor that came or went changes the page's
 // form, so that it is loaded anew.
 function takeOver(page) {
+  tidy(page);
   const fresh = page.querySelectorAll('.live');
   const shown = document.querySelectorAll('.live');
   if (fresh.length !== shown.length) return location.reload();
@@ -60,6 +87,13 @@ function showLink() {
   const connected = document.querySelector('[data-connected]').dataset.connected === '1';
   warn(connected ? '' : "{{link_lost}}");
   document.body.classList.toggle('stale', !connected);
+  document.body.classList.remove('silent');
+}
+
+// No lamp tells the present state while nobody answers.
+function showSilence() {
+  warn("{{unreachable}}");
+  document.body.classList.add('stale', 'silent');
 }
 
 // Refreshes the marked elements of a page for as long as somebody looks at it.
@@ -71,8 +105,7 @@ async function refresh(path, mayAsk) {
     takeOver(page);
     showLink();
   } catch {
-    warn("{{unreachable}}");
-    document.body.classList.add('stale');
+    showSilence();
   }
 }
 
@@ -85,9 +118,12 @@ function keepFresh(path, seconds, mayAsk = () => true) {
 // Two digits, as the server's texts have them.
 const padded = number => String(number).padStart(2, '0');
 
-const longDate = (year, month, day) =>
-  new Date(year, month - 1, day).toLocaleDateString("{{lang}}",
-    {year: 'numeric', month: 'long', day: 'numeric', weekday: 'long'});
+// As the server writes dates, and the day of the week.
+const longDate = (year, month, day) => `${year}/${padded(month)}/${padded(day)} `
+  + new Date(year, month - 1, day).toLocaleDateString("{{lang}}", {weekday: 'long'});
+
+const hasData = page =>
+  ![...page.querySelectorAll('td')].some(cell => cell.textContent === 'NO DATA');
 
 function sayNoData() {
   for (const cell of document.querySelectorAll('td')) {
@@ -99,4 +135,5 @@ delete sessionStorage.hint;
 addEventListener('DOMContentLoaded', () => {
   const menu = document.querySelector(`nav a[href="/${document.body.dataset.menu}"]`);
   menu?.setAttribute('aria-current', 'page');
+  tidy(document);
 });
