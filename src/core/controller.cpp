@@ -80,6 +80,7 @@ void Form12::Form_Load(const std::string& commandLine) {
   try {
     LoadSteps(commandLine);
   } catch (const std::exception& error) {
+    if (HandleFailedStart(commandLine) == StartUp::End) End(0);
     TellNoStart(error);
     End(1);
   }
@@ -174,6 +175,7 @@ void Form12::End(int status) {
       throw;
     }
   });
+  platform::StopListening();
   platform::EndProcess(status);
 }
 

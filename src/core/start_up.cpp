@@ -117,6 +117,12 @@ StartUp HandleCommandLine(const std::string& argument, int osKind) {
   return WithoutService(argument, osKind == kWindows95Kind);
 }
 
+StartUp HandleFailedStart(const std::string& argument) {
+  const bool isJob = argument == "\\install" || argument == "\\close" || argument == "\\uninstall";
+  if (isJob || !AnotherInstanceRuns()) return StartUp::GoOn;
+  return argument == kStartedBySystem ? StartUp::End : ShowRunningCopy();
+}
+
 bool AnotherInstanceRuns() { return platform::AnotherCopyRuns(); }
 
 void SendShow() {

@@ -13,6 +13,10 @@ enum class StartUp { GoOn, End };
 /// `osKind` (0 to 3). Arguments are compared exactly; any other text is the default.
 StartUp HandleCommandLine(const std::string& argument, int osKind);
 
+/// What a start that failed comes to: beside a running copy it ends like any later one. So an
+/// account that may not read the settings of a service still sees that it runs.
+StartUp HandleFailedStart(const std::string& argument);
+
 /// True when another copy with the same program folder is running.
 bool AnotherInstanceRuns();
 

@@ -56,11 +56,11 @@ TEST_F(EndToEnd, CopiesOfAllAccountsSeeEachOther) {
   const std::string root = "env -u XDG_RUNTIME_DIR";
   const std::string person = "setpriv --reuid=65534 --regid=65534 --clear-groups " + root;
   Monitor& monitor = Install({{2, "800"}});
-  const auto giveRights = [&](int rights) {
-    fs::permissions(monitor.Path(""), fs::perms(rights));
+  const auto openToAll = [&] {
+    fs::permissions(monitor.Path(""), fs::perms::all);
     for (const auto& entry : fs::recursive_directory_iterator(monitor.Path(""))) {
       const bool own = entry.is_symlink() || entry.path().filename() == ".varek.lock";
-      if (!own && !entry.is_socket()) fs::permissions(entry, fs::perms(rights));
+      if (!own && !entry.is_socket()) fs::permissions(entry, fs::perms::all);
     }
   };
   const auto expectAnswer = [&](const std::string& by) {
@@ -70,12 +70,13 @@ TEST_F(EndToEnd, CopiesOfAllAccountsSeeEachOther) {
               "Varek is running without a display. Its web console is off.\n");
   };
   monitor.Start();
-  giveRights(0755);
-  expectAnswer(person);  // who may not write there
+  fs::permissions(monitor.Path(""), fs::perms(0755));
+  fs::permissions(monitor.Path("config.qmz"), fs::perms(0600));
+  expectAnswer(person);  // who may neither write there nor read the settings
   expectAnswer(root);
   EXPECT_EQ(monitor.Stop(), 0);
 
-  giveRights(0777);
+  openToAll();
   monitor.StartBy(person);
   monitor.Start();
   expectAnswer(root);

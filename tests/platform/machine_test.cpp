@@ -175,8 +175,8 @@ TEST_F(SerialPortTest, ALockHoldsWhileItsProcessRunsWhoeverHasLeftIt) {
   const std::string parent = std::to_string(getppid());
   const std::pair<std::string, std::string> cases[] = {
       {"2147483646\nVarek\n", ""},
-      {std::to_string(getpid()) + "\nVarek\n", ""},  // The number is ours now,
-      {parent + "\nnobody at all\n", ""},            // or another program's.
+      {std::to_string(getpid()) + "\nplatform_test\n", ""},  // The number is ours now,
+      {parent + "\nnobody at all\n", ""},                    // or another program's.
       {"      " + parent + "\n", "(process " + parent + ")"},
   };
   for (const auto& [text, holder] : cases) {
