@@ -165,6 +165,16 @@ function testBehaviour(run, started) {
       await tab.waitForSelector(sign);
       assert.equal(await tab.textContent('#asked'), heading);
     }
+    await tab.route('**/chart.bmp', async route => {  // Another page gets in between.
+      await page.evaluate(value => ask('/showpic.htm', {T1: value}),
+        address.match(/#(.*)\/63/)[1].replace(/\/(\d+)$/, ' $1 0'));
+      await route.continue();
+    }, {times: 1});
+    await tab.goto(address);
+    await tab.waitForSelector('#chart');
+    assert.ok(await tab.evaluate(hasCurves), 'a picture without its curves');
+    await tab.goto(address.replace('showpic', 'data'));
+    await tab.waitForSelector('td');
     const [box, head] = await tab.evaluate(() => {
       const row = document.querySelector('tbody tr');
       for (let i = 0; i < 200; ++i) row.after(row.cloneNode(true));
@@ -293,6 +303,14 @@ function testControl(run, started) {
       await page.waitForSelector(`#done:has-text("${word}")`);
     }
   });
+}
+
+// Whether the chart shows the input voltage.
+function hasCurves() {
+  const canvas = new OffscreenCanvas(385, 270).getContext('2d');
+  canvas.drawImage(byId('chart'), 0, 0);
+  const bytes = canvas.getImageData(0, 0, 385, 270).data;
+  return bytes.some((red, i) => i % 4 === 0 && !red && !bytes[i + 1] && bytes[i + 2] === 255);
 }
 
 // The four ways to take out an entry that repeats; a mark deleted brings it back.

@@ -53,8 +53,12 @@ function followAddress(show) {
 // past the cache and shown from memory.
 async function showFresh(picture) {
   const reply = await fetch(picture.dataset.fresh, {cache: 'no-store'});
+  await showPicture(picture, await reply.blob());
+}
+
+async function showPicture(picture, bytes) {
   const old = picture.src;
-  picture.src = URL.createObjectURL(await reply.blob());
+  picture.src = URL.createObjectURL(bytes);
   await picture.decode().catch(() => {});
   if (old) URL.revokeObjectURL(old);
 }
