@@ -84,8 +84,9 @@ std::string SingleText(float value) {
 double SingleAsShown(float value) { return ExactNumber(SingleText(value)); }
 
 std::string ZeroPadded(int64_t value, int digits) {
+  const int width = value < 0 ? digits + 1 : digits;
   char text[32];
-  std::snprintf(text, sizeof text, "%0*lld", digits, static_cast<long long>(value));
+  std::snprintf(text, sizeof text, "%0*lld", width, static_cast<long long>(value));
   return text;
 }
 

@@ -43,7 +43,8 @@ std::string SingleText(float value);
 /// The number that SingleText(value) shows: 27.1, where a plain widening gives 27.1000003815.
 double SingleAsShown(float value);
 
-/// A whole number with at least `digits` digits, zero-padded ("00", "0000").
+/// A whole number with at least `digits` digits, zero-padded ("00", "0000"). The sign of a negative
+/// one stands before them: "-0006".
 std::string ZeroPadded(int64_t value, int digits);
 
 /// True when both are the same but for the case of ASCII letters.

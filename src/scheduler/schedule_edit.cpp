@@ -14,6 +14,7 @@ namespace {
 constexpr int kMinutesPerDay = 24 * 60;
 constexpr int kLongestRestart = 9999;
 constexpr int kMostRestartDays = 6;
+constexpr size_t kNoteLength = 6;  ///< a digit of days, then "hh:mm"
 constexpr size_t kRestartRefused = 263;
 constexpr char kEditRefused[] = "時間設定錯誤";
 /// In the order of the recurrence list.
@@ -23,6 +24,11 @@ int Number(std::string_view text) { return static_cast<int>(platform::LenientNum
 
 int MinuteOfDay(const std::string& time) {
   return Number(platform::Middle(time, 1, 2)) * 60 + Number(platform::Middle(time, 4, 2));
+}
+
+std::string TimeText(int minuteOfDay) {
+  return platform::ZeroPadded(minuteOfDay / 60, 2) + ":" +
+         platform::ZeroPadded(minuteOfDay % 60, 2);
 }
 
 char ActionLetter(const ScheduleForm& form) {
@@ -59,20 +65,53 @@ ScheduleEntry Described(const ScheduleForm& form, const SelectedDay& day) {
   return entry;
 }
 
-/// The days are told by the delay alone, and so can differ from those chosen when it was saved.
-void FillAction(const std::string& event, ScheduleForm& form) {
-  const size_t action = event.empty() ? kMarkAction : kActionLetters.find(event[0]);
+bool TellsRestart(const std::string& note) {
+  return note.size() == kNoteLength && note[3] == ':' && note[0] >= '0' &&
+         note[0] <= '0' + kMostRestartDays;
+}
+
+/// The note holds the day and the time as they were chosen. The delay alone does not tell them: the
+/// buffer may have changed since, and the web console does not take it off. Without a note the
+/// delay has to do.
+void FillRestart(const ScheduleEntry& entry, ScheduleForm& form) {
+  if (TellsRestart(entry.note)) {
+    form.restartDays = entry.note[0] - '0';
+    form.restartTime = entry.note.substr(1);
+    return;
+  }
+  const int moment =
+      MinuteOfDay(entry.time) + RestartMinutes(entry.event) + DataCenter.UPSShutdownBuffer;
+  form.restartDays = std::min(moment / kMinutesPerDay, kMostRestartDays);
+  form.restartTime = TimeText(moment % kMinutesPerDay);
+}
+
+void FillAction(const ScheduleEntry& entry, ScheduleForm& form) {
+  const size_t action = entry.event.empty() ? kMarkAction : kActionLetters.find(entry.event[0]);
   if (action >= kMarkAction) return;
   form.action = static_cast<int>(action);
-  if (!TakesRestart(event[0])) return;
-  const int minutes = RestartMinutes(event) + DataCenter.UPSShutdownBuffer;
-  form.restartDays = std::min(minutes / kMinutesPerDay, kMostRestartDays);
+  if (TakesRestart(entry.event[0])) FillRestart(entry, form);
 }
 
 /// No recurrence, and the "null" of older rows, stand for once.
 void FillRecurrence(const std::string& rept, ScheduleForm& form) {
   const size_t place = rept.empty() ? 0 : kRecurrenceLetters.find(rept[0]);
   form.recurrence = place == std::string_view::npos ? 0 : static_cast<int>(place);
+}
+
+void Fill(const ScheduleEntry& entry, ScheduleForm& form) {
+  form.time = entry.time;
+  FillAction(entry, form);
+  FillRecurrence(entry.rept, form);
+}
+
+/// True when the form asks for the very restart that the entry has. Its delay stays then, though
+/// today's buffer would give another one.
+bool KeepsRestart(const ScheduleForm& form, const ScheduleEntry& entry) {
+  if (!TakesRestart(ActionLetter(form))) return false;
+  ScheduleForm saved;
+  Fill(entry, saved);
+  return saved.action == form.action && saved.time == form.time &&
+         saved.restartDays == form.restartDays && saved.restartTime == form.restartTime;
 }
 
 bool Repeats(const ScheduleEntry& entry) {
@@ -102,12 +141,16 @@ std::string SaveNewEntry(const ScheduleForm& form, const SelectedDay& day) {
 }
 
 std::string SaveEditedEntry(int number, const ScheduleForm& form, const SelectedDay& day) {
-  if (!RestartFits(form, 0)) return kEditRefused;
   ScheduleRows rows;
-  if (!rows.Find(number)) return {};
+  const bool exists = rows.Find(number);
+  const ScheduleEntry saved = exists ? rows.Current() : ScheduleEntry();
+  const bool keeps = KeepsRestart(form, saved);
+  if (!keeps && !RestartFits(form, 0)) return kEditRefused;
+  if (!exists) return {};
   ScheduleEntry entry = Described(form, day);
   entry.number = number;
-  if (!TakesRestart(entry.event[0])) entry.note = rows.Current().note;
+  if (keeps) entry.event = saved.event;
+  if (keeps || !TakesRestart(entry.event[0])) entry.note = saved.note;
   rows.Overwrite(entry);
   ReloadRunList();
   return {};
@@ -116,10 +159,7 @@ std::string SaveEditedEntry(int number, const ScheduleForm& form, const Selected
 bool OpenEntry(int number, ScheduleForm& form) {
   ScheduleRows rows;
   if (!rows.Find(number)) return false;
-  const ScheduleEntry entry = rows.Current();
-  form.time = entry.time;
-  FillAction(entry.event, form);
-  FillRecurrence(entry.rept, form);
+  Fill(rows.Current(), form);
   return true;
 }
 

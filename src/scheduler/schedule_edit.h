@@ -27,7 +27,7 @@ struct ScheduleForm {
 
 /// Minutes from `time` to `restartTime` so many days later; negative when that lies before it.
 int MinutesToRestart(const std::string& time, int restartDays, const std::string& restartTime);
-/// `event` of an R or B: the letter and four digits.
+/// `event` of an R or B: the letter and four digits, with a sign before them when it is negative.
 std::string RestartCode(char letter, int minutes);
 /// `note` of an R or B, as NoteText reads it.
 std::string RestartNote(int restartDays, const std::string& restartTime);
@@ -36,7 +36,8 @@ std::string RestartNote(int restartDays, const std::string& restartTime);
 /// (a delay of 1 to 9999 minutes after the unit has turned off is taken), empty when it was saved.
 std::string SaveNewEntry(const ScheduleForm& form, const SelectedDay& day);
 /// Writes over entry `number`, which begins anew on `day`. As SaveNewEntry, but a delay of 0 is
-/// taken. An entry that is no R or B keeps the note it had. Does nothing when the entry has gone.
+/// taken, and so is the restart that the entry has already, whatever its delay. An entry that is no
+/// R or B keeps the note it had. Does nothing when the entry has gone.
 std::string SaveEditedEntry(int number, const ScheduleForm& form, const SelectedDay& day);
 
 /// Fills the dialog from entry `number`; what the entry doesn't tell stays as it is. False, and

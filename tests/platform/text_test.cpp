@@ -39,6 +39,12 @@ TEST(Text, ASingleShowsSevenDigitsAndNoMore) {
   for (const auto& [value, text] : cases) EXPECT_EQ(SingleText(value), text);
 }
 
+TEST(Text, PaddingGivesTheSignNoDigitsPlace) {
+  const std::pair<int, const char*> cases[] = {
+      {6, "0006"}, {-6, "-0006"}, {-1200, "-1200"}, {12345, "12345"}};
+  for (const auto& [value, padded] : cases) EXPECT_EQ(ZeroPadded(value, 4), padded);
+}
+
 TEST(Text, CuttingTakesBlanksAloneAndStaysInside) {
   EXPECT_EQ(Trim("  \ta b  ") + Trim("    ") + TrimRight(""), "\ta b");
   EXPECT_EQ(TrimRight("  a \r  "), "  a \r");

@@ -245,6 +245,31 @@ TEST_F(ScheduleTest, ARestartIsTakenWithinItsLimits) {
   EXPECT_EQ(Table(), (Texts{"1 2026-03-31 23:00 A Null 3note", "2 2026-03-31 23:00 A Null "}));
 }
 
+TEST_F(ScheduleTest, AnEntryIsOpenedAsItWasSavedAndSavedUnchangedStaysAsItIs) {
+  struct Case {
+    const char* event;
+    const char* note;
+    int days;
+    const char* time;
+  };
+  for (const Case& c : {Case{"R0119", "101:00", 1, "01:00"},  // less than a day, on the next one
+                        {"R0120", "101:00", 1, "01:00"},      // from the web console
+                        {"B-0006", "022:54", 0, "22:54"},
+                        {"R9999", "605:39", 6, "05:39"},
+                        {"R0119", "", 1, "01:00"}}) {  // the delay alone
+    DataCenter.UPSShutdownBuffer = 1;
+    test::InstallDatabases(Folder());
+    addschdeule("2026/3/10", "23:00", c.event, "W2", c.note);
+    const Texts table = Table();
+    ScheduleForm form{.restartDays = 3, .restartTime = "04:44"};
+    EXPECT_TRUE(OpenEntry(1, form));
+    EXPECT_EQ(std::to_string(form.restartDays) + form.restartTime, std::to_string(c.days) + c.time);
+    if (*c.note != '\0') DataCenter.UPSShutdownBuffer = 7;
+    EXPECT_EQ(SaveEditedEntry(1, form, {2026, 3, 10}), "");
+    EXPECT_EQ(Table(), table);
+  }
+}
+
 TEST_F(ScheduleTest, DeletingAsksForWhatRepeatsAndTakesTheMarksWithIt) {
   Add("T", "Day");
   Add("T", "Null");
