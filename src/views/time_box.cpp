@@ -79,7 +79,9 @@ bool TimeBox::HandleKey(const QKeyEvent& event) {
   const QString typed = event.text();
   const bool isBack = event.key() == Qt::Key_Backspace;
   if (!isBack && (typed.size() != 1 || !typed.at(0).isPrint())) return false;
-  TimeMask mask{text().toStdString(), cursorPosition()};
+  // A field that was reached by Tab or a double click is selected, and the caret stands at its end.
+  const bool startsAnew = hasSelectedText() && !isBack;
+  TimeMask mask{text().toStdString(), startsAnew ? selectionStart() : cursorPosition()};
   isBack ? mask.Backspace() : mask.Type(typed.at(0).toLatin1());
   setText(QString::fromStdString(mask.text));
   setCursorPosition(mask.caret);
@@ -91,5 +93,8 @@ void TimeBox::keyPressEvent(QKeyEvent* event) {
     if (!HandleKey(*event)) QLineEdit::keyPressEvent(event);
   });
 }
+
+/// The toolkit would select the hour or the minutes alone.
+void TimeBox::mouseDoubleClickEvent(QMouseEvent*) { selectAll(); }
 
 }  // namespace varek

@@ -24,6 +24,7 @@ struct TimeMask {
   void Backspace();
 };
 
+/// Typing begins with the first digit after Tab or a double click, else at the caret.
 class TimeBox final : public QLineEdit {
  public:
   /// Holds "12:00". Errors are reported under `name`.
@@ -35,6 +36,7 @@ class TimeBox final : public QLineEdit {
 
  protected:
   void keyPressEvent(QKeyEvent* event) override;
+  void mouseDoubleClickEvent(QMouseEvent* event) override;
 
  private:
   bool HandleKey(const QKeyEvent& event);
