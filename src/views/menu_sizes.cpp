@@ -57,4 +57,13 @@ std::array<int, kMenuItems> MenuSizes::Lefts(int windowWidth) const {
   return lefts;
 }
 
+/// The last picture moves away to the right as it grows, since the middle does not count it, and
+/// the one before it comes below the pointer. The place where it rests stays its own as long as it
+/// is the larger of the two, or only its right edge could be clicked.
+int MenuSizes::ItemUnder(int item, int x, int windowWidth) const {
+  constexpr int kLast = kMenuItems - 1;
+  const int restingLeft = MenuSizes().Lefts(windowWidth)[kLast];
+  return Size(kLast) > Size(kLast - 1) && x >= restingLeft ? kLast : item;
+}
+
 }  // namespace varek

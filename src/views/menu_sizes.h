@@ -27,6 +27,9 @@ class MenuSizes final {
 
   /// Edge length.
   int Size(int item) const { return MenuSizeNow.at(static_cast<size_t>(item)); }
+  /// The item to which a pointer at `x` of a window of `windowWidth` belongs, when it is over the
+  /// picture of `item`.
+  int ItemUnder(int item, int x, int windowWidth) const;
   /// Left edges in a window of `windowWidth`, around its middle.
   std::array<int, kMenuItems> Lefts(int windowWidth) const;
 

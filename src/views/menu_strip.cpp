@@ -70,16 +70,22 @@ class MenuStrip::ItemView final : public PictureView {
   }
 
  protected:
-  void mousePressEvent(QMouseEvent*) override {}
+  void mousePressEvent(QMouseEvent* event) override {
+    if (event->button() == Qt::LeftButton) pressed_ = ItemUnder(*event);
+  }
   void mouseMoveEvent(QMouseEvent* event) override {
-    Hover(static_cast<int>(event->position().y()));
+    const int item = ItemUnder(*event);
+    Hover(item < 0 ? number_ : item, event->pos().y());
   }
   void leaveEvent(QEvent*) override { Leave(); }
   void mouseReleaseEvent(QMouseEvent* event) override {
-    if (event->button() == Qt::LeftButton && rect().contains(event->pos())) Open();
+    if (event->button() != Qt::LeftButton) return;
+    // The picture may have moved since it was pressed, and the pointer be on another control.
+    if (pressed_ >= 0 && ItemUnder(*event) == pressed_) Open(pressed_);
+    pressed_ = -1;
   }
   void focusInEvent(QFocusEvent* event) override {
-    if (event->reason() != Qt::ActiveWindowFocusReason) Hover(0);
+    if (event->reason() != Qt::ActiveWindowFocusReason) Hover(number_, 0);
   }
   void focusOutEvent(QFocusEvent*) override {
     keyDown_ = false;
@@ -93,7 +99,7 @@ class MenuStrip::ItemView final : public PictureView {
     if (!IsActKey(*event)) return QWidget::keyReleaseEvent(event);
     if (event->isAutoRepeat() || !keyDown_) return;
     keyDown_ = false;
-    Open();
+    Open(number_);
   }
   void paintEvent(QPaintEvent* event) override {
     PictureView::paintEvent(event);
@@ -104,20 +110,21 @@ class MenuStrip::ItemView final : public PictureView {
   }
 
  private:
-  void Hover(int y) {
-    platform::Guarded("form1 Picture1_MouseMove", [&] { strip_.Hover(number_, y); });
+  int ItemUnder(const QMouseEvent& event) const { return strip_.ItemAt(mapToParent(event.pos())); }
+  void Hover(int item, int y) {
+    platform::Guarded("form1 Picture1_MouseMove", [&] { strip_.Hover(item, y); });
   }
   void Leave() {
     platform::Guarded("form1 Picture1_MouseMove", [&] { strip_.Leave(); });
   }
   /// From the event loop: what opens may replace this very window.
-  void Open() {
-    platform::Post("form1 Picture1_MouseUp",
-                   [open = strip_.open_, number = number_] { open(number); });
+  void Open(int item) {
+    platform::Post("form1 Picture1_MouseUp", [open = strip_.open_, item] { open(item); });
   }
 
   MenuStrip& strip_;
   int number_;
+  int pressed_ = -1;      ///< the item on which the button went down here
   bool keyDown_ = false;  ///< on this picture, and not on what had the focus before
 };
 
@@ -160,6 +167,15 @@ void MenuStrip::MovePlate(QPoint wanted) {
 void MenuStrip::ApplyLanguage() {
   for (int item = 0; item < kMenuItems; ++item)
     Item(item)->setAccessibleName(QString::fromStdString(NameOf(item)));
+}
+
+/// The item to which a point of the window belongs; -1 when no picture is there.
+int MenuStrip::ItemAt(QPoint at) const {
+  for (int item = 0; item < kMenuItems; ++item) {
+    if (Item(item)->geometry().contains(at))
+      return sizes_.ItemUnder(item, at.x() - dragged_.x(), window_->width());
+  }
+  return -1;
 }
 
 void MenuStrip::Hover(int item, int y) {

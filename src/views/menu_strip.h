@@ -40,6 +40,7 @@ class MenuStrip final {
   class Plate;
   class ItemView;
 
+  int ItemAt(QPoint at) const;
   void Hover(int item, int y);
   void Leave();
   void Timer1_Timer();
