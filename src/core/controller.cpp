@@ -196,8 +196,7 @@ std::string Form12::Form_LinkExecute(const std::string& text) {
 }
 
 void Form12::SHOWPROGRAM_Click() {
-  ShowDashboard();
-  WindowShown = true;
+  if (OpenForPerson("form12 SHOWPROGRAM_Click", ShowDashboard)) WindowShown = true;
 }
 
 void Form12::ENDPROG_Click() {

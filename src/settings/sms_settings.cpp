@@ -8,8 +8,8 @@
 #include "platform/guard.h"
 #include "platform/message_box.h"
 #include "records/notification.h"
-#include "settings/choice_list.h"
 #include "settings/sms_text.h"
+#include "views/kit/choice_list.h"
 
 namespace varek {
 

@@ -18,10 +18,10 @@
 #include "platform/guard.h"
 #include "platform/message_box.h"
 #include "platform/service.h"
-#include "settings/choice_list.h"
 #include "settings/digits_box.h"
 #include "settings/language.h"
 #include "settings/save_settings.h"
+#include "views/kit/choice_list.h"
 #include "views/kit/picture_button.h"
 
 namespace varek {

@@ -84,7 +84,7 @@ Form16::Form16()
   Label5->setAlignment(Qt::AlignCenter);
   Label4->setStyleSheet(LinkLooks());
   connect(Label4, &QPushButton::clicked, this,
-          [] { platform::Guarded("form16 Label4_Click", [] { ShowManuals(); }); });
+          [] { OpenForPerson("form16 Label4_Click", ShowManuals); });
   List1->hide();
   ApplyLanguage();
   Picture6->setFocus();

@@ -1,7 +1,6 @@
 #include "views/dashboard.h"
 
 #include <QAbstractItemView>
-#include <QComboBox>
 #include <QGridLayout>
 #include <QLabel>
 #include <QPainter>
@@ -26,6 +25,7 @@
 #include "views/data_history.h"
 #include "views/event_log.h"
 #include "views/kit/bubble.h"
+#include "views/kit/choice_list.h"
 #include "views/kit/colors.h"
 #include "views/kit/picture_button.h"
 #include "views/kit/picture_view.h"
@@ -73,7 +73,9 @@ constexpr std::array<void (*)(), kMenuItems> kOpeners{
     ShowLanguagePicker, ShowSystemSettings, ShowScheduleCalendar, ShowEventLog, ShowDataHistory,
     ShowOscilloscope,   ShowSmsSettings,    ShowMailSettings,     ShowWebLog,   ShowVersion};
 
-void OpenMenuItem(int item) { kOpeners.at(static_cast<size_t>(item))(); }
+void OpenMenuItem(int item) {
+  OpenForPerson("form1 Picture1_MouseUp", kOpeners.at(static_cast<size_t>(item)));
+}
 
 /// Shows the panel's surface.
 class PanelView final : public QWidget {
@@ -173,7 +175,7 @@ void Form1::MakeTabs() {
   MakeDetailsTab();
   MakeControlTab();
   connect(tabBar_, &QTabBar::currentChanged, pages_, &QStackedWidget::setCurrentIndex);
-  Combo1 = new QComboBox(Client());
+  Combo1 = new ChoiceList(Client());
   Combo1->setStyleSheet(QStringLiteral("font-size: 11px;"));
   Combo1->ensurePolished();      // Its unfolded list is measured by these letters.
   setTabOrder(tabBar_, Combo1);  // It stands beside the tabs, above what they show.

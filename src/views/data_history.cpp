@@ -48,6 +48,7 @@ constexpr int kColumnWidth = 86;
 constexpr size_t kQueryPanel = 0;
 constexpr size_t kCalendarPanel = 1;
 
+constexpr char kExportSuffix[] = ".csv";
 constexpr char kFilters[] = "CSV (*.csv)|*.csv|*.* (*.*)|*.*";
 
 QString PositionSheet() {
@@ -145,6 +146,8 @@ void Form2::MakePanels() {
   Picture8->resize(Picture11->width() + 2 * kMargin,
                    Picture11->height() + MovablePanel::kTitleHeight + kMargin);
   Picture8->TellPanels();
+  for (MovablePanel* panel : std::initializer_list<MovablePanel*>{Frame2, Picture8})
+    panel->OnPutAway([this, panel] { TogglePanel(*panel); });
   Picture13 = new ExportPanel(Client());
 }
 
@@ -217,7 +220,9 @@ void Form2::ShowDay() {
                      QString::fromStdString(DayTable));
 }
 
+/// The keyboard goes on in the grid when the panel that it was in goes.
 void Form2::TogglePanel(MovablePanel& panel) {
+  if (panel.isAncestorOf(focusWidget())) DBgrid1->setFocus();
   panel.setVisible(panel.isHidden());
   panel.raise();
   panel.TellPanels();
@@ -277,7 +282,8 @@ void Form2::Export() {
   if (IsExporting() || rows_->rowCount() == 0) return;
   const QPointer<Form2> alive(this);
   const std::string fileName =
-      AskSaveName(*this, {LangText[history_text::kSaveAs], platform::ProgramFolder(), kFilters});
+      AskSaveName(*this, {LangText[history_text::kSaveAs], platform::ProgramFolder(),
+                          shownTable_ + kExportSuffix, kFilters});
   if (alive && !fileName.empty()) ExportFile(fileName);
 }
 

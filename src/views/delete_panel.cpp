@@ -31,11 +31,6 @@ DeletePanel::DeletePanel(QWidget* parent, StickyPanels& panels, size_t number,
       new PictureButton(this, QStringLiteral("close"), "form4 Frame4_Close", [this] { PutAway(); });
 }
 
-void DeletePanel::PutAway() {
-  hide();
-  TellPanels();
-}
-
 void DeletePanel::ApplyLanguage() {
   SetTitle(ScheduleText(kTitleText));
   for (size_t i = 0; i < Command6.size(); ++i) Command6[i]->setText(ScheduleText(kChoiceTexts[i]));

@@ -14,8 +14,8 @@ class PictureButton;
 
 class DeletePanel final : public MovablePanel {
  public:
-  /// `chosen` runs guarded with one of kDeleteChoices. The cross in the title hides the panel and
-  /// deletes nothing.
+  /// `chosen` runs guarded with one of kDeleteChoices. The cross in the title puts the panel away
+  /// and deletes nothing.
   DeletePanel(QWidget* parent, StickyPanels& panels, size_t number,
               std::function<void(char choice)> chosen);
 
@@ -25,8 +25,6 @@ class DeletePanel final : public MovablePanel {
   QPushButton& Button(size_t choice) { return *Command6.at(choice); }
 
  private:
-  void PutAway();
-
   std::array<QPushButton*, kDeleteChoices.size()> Command6{};
   PictureButton* cross_ = nullptr;
 };

@@ -1,7 +1,6 @@
 #include "views/event_log.h"
 
 #include <QCheckBox>
-#include <QComboBox>
 #include <QGridLayout>
 #include <QHeaderView>
 #include <QLabel>
@@ -16,6 +15,7 @@
 #include "platform/guard.h"
 #include "settings/language.h"
 #include "views/kit/bubble.h"
+#include "views/kit/choice_list.h"
 #include "views/kit/month_choosers.h"
 #include "views/kit/month_grid.h"
 #include "views/kit/movable_panel.h"
@@ -30,15 +30,17 @@ namespace {
 // Places are those in a client area of the start size.
 constexpr QSize kStartSize{900, 580};
 constexpr QSize kLeastSize{790, 490};
-constexpr QRect kHeaderPlace{12, 10, 300, 28};
-constexpr QRect kYearPlace{330, 10, 140, 28};
-constexpr QRect kMonthPlace{480, 10, 140, 28};
+constexpr QRect kHeaderPlace{12, 10, 216, 28};
+constexpr QRect kYearPlace{236, 10, 140, 28};
+constexpr QRect kMonthPlace{384, 10, 120, 28};
+constexpr QRect kTodayPlace{512, 10, 108, 28};
 constexpr QRect kGridPlace{12, 48, 608, 520};
 constexpr QRect kTypesPlace{632, 10, 256, 558};
 /// The day list keeps its size in a window of any size.
 constexpr QRect kListPlace{150, 262, 372, 294};
 
-constexpr int kHeaderSize = 18;  ///< pixels, of its letters
+constexpr int kHeaderSize = 18;   ///< pixels, of its letters
+constexpr int kTodayHeight = 28;  ///< in the lowest window too: Chinese letters are high
 constexpr int kCloseSize = 20;
 constexpr int kTimeWidth = 150;
 constexpr int kRowHeight = 22;
@@ -111,9 +113,17 @@ void Form6::LoadEventPictures() {
 void Form6::MakeChoosers() {
   Label1 = Named(new QLabel(Client()), "Label1");
   Label1->setStyleSheet(QStringLiteral("font-size: %1px; font-weight: bold;").arg(kHeaderSize));
-  Combo1 = Named(new QComboBox(Client()), "Combo1");
-  Combo2 = Named(new QComboBox(Client()), "Combo2");
+  Combo1 = Named(new ChoiceList(Client()), "Combo1");
+  Combo2 = Named(new ChoiceList(Client()), "Combo2");
   FillMonthChoosers(*Combo1, *Combo2);
+  connect(Combo1, &QComboBox::currentIndexChanged, this, [this](int index) {
+    platform::Guarded("form6 Combo1_Click", [this, index] { Combo1_Click(index); });
+  });
+  connect(Combo2, &QComboBox::currentIndexChanged, this, [this](int index) {
+    platform::Guarded("form6 Combo2_Click", [this, index] { Combo2_Click(index); });
+  });
+  today_ = MakeButton(Client(), "Today", &Form6::Today_Click);
+  today_->setMinimumHeight(kTodayHeight);
 }
 
 void Form6::MakeMonth() {
@@ -123,8 +133,8 @@ void Form6::MakeMonth() {
   Picture1->OnHover([this](int day, int picture) { Picture1_MouseMove(day, picture); });
 }
 
-QPushButton* Form6::MakeButton(const char* name, void (Form6::*act)()) {
-  auto* button = Named(new QPushButton(Frame1), name);
+QPushButton* Form6::MakeButton(QWidget* parent, const char* name, void (Form6::*act)()) {
+  auto* button = Named(new QPushButton(parent), name);
   const std::string place = std::string("form6 ") + name + "_Click";
   connect(button, &QPushButton::clicked, this,
           [this, act, place] { platform::Guarded(place, [this, act] { (this->*act)(); }); });
@@ -144,9 +154,9 @@ void Form6::MakeTypes() {
     grid->addWidget(box, 1 + i, 0, 1, 2);
     Check1[static_cast<size_t>(i)] = box;
   }
-  Command3 = MakeButton("Command3", &Form6::Command3_Click);
-  Command4 = MakeButton("Command4", &Form6::Command4_Click);
-  Command2 = MakeButton("Command2", &Form6::Command2_Click);
+  Command3 = MakeButton(Frame1, "Command3", &Form6::Command3_Click);
+  Command4 = MakeButton(Frame1, "Command4", &Form6::Command4_Click);
+  Command2 = MakeButton(Frame1, "Command2", &Form6::Command2_Click);
   grid->addWidget(Command3, 1 + kEventCount, 0);
   grid->addWidget(Command4, 1 + kEventCount, 1);
   grid->addWidget(Command2, 2 + kEventCount, 0, 1, 2);
@@ -155,6 +165,7 @@ void Form6::MakeTypes() {
 
 void Form6::MakeDayList() {
   Frame2 = Named(new MovablePanel(Client(), "form6 Frame2", panels_, 0), "Frame2");
+  Frame2->OnPutAway([this] { Command1_Click(); });
   Frame2->setFrameShape(QFrame::Box);
   Frame2->setAutoFillBackground(true);
   Frame2->setGeometry(kListPlace);
@@ -192,20 +203,13 @@ void Form6::SelectToday() {
   shownYear_ = now.year;
   shownMonth_ = now.month;
   selectedDay_ = now.day;
-  Combo1->setCurrentIndex(Combo1->findText(QString::number(now.year)));
-  Combo2->setCurrentIndex(now.month - 1);
-  connect(Combo1, &QComboBox::currentIndexChanged, this, [this](int index) {
-    platform::Guarded("form6 Combo1_Click", [this, index] { Combo1_Click(index); });
-  });
-  connect(Combo2, &QComboBox::currentIndexChanged, this, [this](int index) {
-    platform::Guarded("form6 Combo2_Click", [this, index] { Combo2_Click(index); });
-  });
+  SelectMonth(*Combo1, *Combo2, now.year, now.month);
 }
 
 void Form6::ApplyLanguage() {
   ViewWindow::ApplyLanguage();
   SetCaption(Text(kCaptionText));
-  ApplyChooserLanguage(*Combo1, *Combo2);
+  ApplyChooserLanguage(*Combo1, *Combo2, *today_);
   Label2->setText(Text(kTypesText));
   for (size_t i = 0; i < Check1.size(); ++i)
     Check1[i]->setText(QString::fromStdString(EventText[i]));
@@ -225,9 +229,10 @@ void Form6::LayoutControls() {
   Label1->setGeometry(kHeaderPlace);
   Combo1->setGeometry(kYearPlace);
   Combo2->setGeometry(kMonthPlace);
+  today_->setGeometry(kTodayPlace);
   Picture1->setGeometry(kGridPlace);
   Frame1->setGeometry(kTypesPlace);
-  layout_.Resizeinit(Client()->size(), {Label1, Combo1, Combo2, Picture1, Frame1});
+  layout_.Resizeinit(Client()->size(), {Label1, Combo1, Combo2, today_, Picture1, Frame1});
   Form_Resize();
 }
 
@@ -262,6 +267,11 @@ void Form6::renewdatetable() {
   Picture1->SelectDay(selectedDay_);
   for (int day = 1; day <= platform::DaysInMonth(shownYear_, shownMonth_); ++day)
     Picture1->SetPictures(day, PicturesOf(day));
+}
+
+void Form6::Today_Click() {
+  SelectToday();
+  ShowMonth();
 }
 
 void Form6::Combo1_Click(int index) {
@@ -315,7 +325,11 @@ void Form6::Picture1_MouseMove(int day, int picture) {
                      Picture1->mapToParent(corner + QPoint(1, 1)));
 }
 
-void Form6::Command1_Click() { Frame2->hide(); }
+/// The keyboard goes on in the month, and not in a chooser that the next key would turn.
+void Form6::Command1_Click() {
+  Frame2->hide();
+  Picture1->setFocus();
+}
 
 void Form6::Command2_Click() { FillDayList(); }
 

@@ -50,7 +50,7 @@ class Form6 final : public ViewWindow {
   void MakeDayList();
   void MakeDayClose();
   void LayoutControls();
-  QPushButton* MakeButton(const char* name, void (Form6::*act)());
+  QPushButton* MakeButton(QWidget* parent, const char* name, void (Form6::*act)());
 
   void SelectToday();
   void ShowMonth();
@@ -61,6 +61,7 @@ class Form6 final : public ViewWindow {
   void CheckAll(bool checked);
   void ReWindow();
 
+  void Today_Click();
   void Combo1_Click(int index);
   void Combo2_Click(int index);
   void Picture1_Click(int day);
@@ -81,6 +82,7 @@ class Form6 final : public ViewWindow {
   QLabel* Label1 = nullptr;
   QComboBox* Combo1 = nullptr;
   QComboBox* Combo2 = nullptr;
+  QPushButton* today_ = nullptr;
   MonthGrid* Picture1 = nullptr;
   QFrame* Frame1 = nullptr;
   QLabel* Label2 = nullptr;

@@ -1,6 +1,5 @@
 #include "views/query_panel.h"
 
-#include <QComboBox>
 #include <QFocusEvent>
 #include <QGridLayout>
 #include <QKeyEvent>
@@ -12,6 +11,7 @@
 #include "platform/guard.h"
 #include "views/history_rows.h"
 #include "views/history_texts.h"
+#include "views/kit/choice_list.h"
 
 namespace varek {
 
@@ -63,7 +63,7 @@ class LimitField final : public QLineEdit {
 };
 
 QComboBox* MakeTimeList(QWidget* parent, const std::vector<std::string>& times) {
-  auto* list = new QComboBox(parent);
+  auto* list = new ChoiceList(parent);
   for (const std::string& time : times) list->addItem(QString::fromStdString(time));
   return list;
 }
@@ -103,7 +103,7 @@ void QueryPanel::MakeLimits() {
     for (const size_t upper : {0, 1})
       grid_->addWidget(Text1[2 * field + upper] = new LimitField(this), row,
                        1 + static_cast<int>(upper));
-    grid_->addWidget(Combo2[field] = new QComboBox(this), row, 3);
+    grid_->addWidget(Combo2[field] = new ChoiceList(this), row, 3);
     for (const char* word : kJoiningWords) Combo2[field]->addItem(QString::fromLatin1(word));
   }
 }

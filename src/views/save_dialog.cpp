@@ -1,6 +1,7 @@
 #include "views/save_dialog.h"
 
 #include <QFileDialog>
+#include <QFileInfo>
 #include <QPointer>
 #include <utility>
 
@@ -30,6 +31,9 @@ std::string AskSaveName(QWidget& window, const SaveQuestion& question) {
   dialog->setAttribute(Qt::WA_DeleteOnClose);
   dialog->setAcceptMode(QFileDialog::AcceptSave);
   dialog->setNameFilters(ShownFilters(question.filters));
+  const QString name = QString::fromStdString(question.name);
+  dialog->setDefaultSuffix(QFileInfo(name).suffix());
+  dialog->selectFile(name);
   QString chosen;
   QObject::connect(dialog, &QFileDialog::fileSelected, &window,
                    [&chosen](const QString& file) { chosen = file; });

@@ -11,6 +11,7 @@ namespace varek {
 struct SaveQuestion {
   std::string title;
   std::string folder;   ///< in which it starts
+  std::string name;     ///< that is proposed; its suffix goes to a name that has none
   std::string filters;  ///< pairs of what is shown and its pattern, all parted by "|"
 };
 

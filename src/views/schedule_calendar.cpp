@@ -1,6 +1,5 @@
 #include "views/schedule_calendar.h"
 
-#include <QComboBox>
 #include <QHBoxLayout>
 #include <QLabel>
 #include <QPushButton>
@@ -13,6 +12,7 @@
 #include "platform/message_box.h"
 #include "settings/language.h"
 #include "views/delete_panel.h"
+#include "views/kit/choice_list.h"
 #include "views/kit/colors.h"
 #include "views/kit/month_choosers.h"
 #include "views/kit/month_grid.h"
@@ -35,12 +35,13 @@ constexpr QSize kLeastSize{1010, 560};  ///< list and dialog stand side by side
 constexpr QRect kHeaderPlace{12, 10, 230, 30};
 constexpr QRect kYearPlace{256, 10, 140, 30};
 constexpr QRect kMonthPlace{406, 10, 140, 30};
-constexpr QRect kNewPlace{556, 10, 140, 30};
+constexpr QRect kTodayPlace{556, 10, 110, 30};
+constexpr QRect kNewPlace{676, 10, 140, 30};
 constexpr QRect kLegendPlace{12, 44, 986, 32};
 constexpr QRect kGridPlace{12, 80, 986, 400};
 
-constexpr int kNewHeight = 28;   ///< in the lowest window too: Chinese letters are high
-constexpr int kHeaderSize = 18;  ///< pixels, of its letters
+constexpr int kButtonHeight = 28;  ///< in the lowest window too: Chinese letters are high
+constexpr int kHeaderSize = 18;    ///< pixels, of its letters
 constexpr QSize kPictureSize{24, 24};
 constexpr int kLegendGap = 4;
 
@@ -115,11 +116,16 @@ void Form4::LoadActionPictures() {
 void Form4::MakeChoosers() {
   Label1 = Named(new QLabel(Client()), "Label1");
   Label1->setStyleSheet(QStringLiteral("font-size: %1px; font-weight: bold;").arg(kHeaderSize));
-  Combo1 = Named(new QComboBox(Client()), "Combo1");
-  Combo2 = Named(new QComboBox(Client()), "Combo2");
+  Combo1 = Named(new ChoiceList(Client()), "Combo1");
+  Combo2 = Named(new ChoiceList(Client()), "Combo2");
   FillMonthChoosers(*Combo1, *Combo2);
+  connect(Combo1, &QComboBox::currentIndexChanged, this,
+          [this](int index) { Enter("Combo1_Click", [=, this] { Combo1_Click(index); }); });
+  connect(Combo2, &QComboBox::currentIndexChanged, this,
+          [this](int index) { Enter("Combo2_Click", [=, this] { Combo2_Click(index); }); });
+  today_ = MakeScheduleButton(Client(), "Today", [this] { Today_Click(); });
   newEntry_ = MakeScheduleButton(Client(), "NewEntry", [this] { NewEntry_Click(); });
-  newEntry_->setMinimumHeight(kNewHeight);
+  for (QPushButton* button : {today_, newEntry_}) button->setMinimumHeight(kButtonHeight);
 }
 
 /// A picture under the pointer tells its action beside the strip.
@@ -160,6 +166,9 @@ void Form4::MakePanels() {
       {.save = [this] { Command1_Click(); }, .cancel = [this] { Command2_Click(); }});
   Frame4 = new DeletePanel(Client(), panels_, kDeletePanel,
                            [this](char choice) { Command6_Click(choice); });
+  Frame1->OnPutAway([this] { Command3_Click(); });
+  Frame2->OnPutAway([this] { Command2_Click(); });
+  Frame4->OnPutAway([this] { HidePanel(*Frame4); });
   for (MovablePanel* panel : std::initializer_list<MovablePanel*>{Frame1, Frame2, Frame4}) {
     panel->hide();
     panel->TellPanels();
@@ -171,18 +180,13 @@ void Form4::MakePanels() {
 void Form4::SelectToday() {
   const platform::DateTime now = platform::Now();
   selected_ = {now.year, now.month, now.day};
-  Combo1->setCurrentIndex(Combo1->findText(QString::number(now.year)));
-  Combo2->setCurrentIndex(now.month - 1);
-  connect(Combo1, &QComboBox::currentIndexChanged, this,
-          [this](int index) { Enter("Combo1_Click", [=, this] { Combo1_Click(index); }); });
-  connect(Combo2, &QComboBox::currentIndexChanged, this,
-          [this](int index) { Enter("Combo2_Click", [=, this] { Combo2_Click(index); }); });
+  SelectMonth(*Combo1, *Combo2, now.year, now.month);
 }
 
 void Form4::ApplyLanguage() {
   ViewWindow::ApplyLanguage();
   SetCaption(ScheduleText(kCaptionText));
-  ApplyChooserLanguage(*Combo1, *Combo2);
+  ApplyChooserLanguage(*Combo1, *Combo2, *today_);
   newEntry_->setText(ScheduleText(kNewText));
   Frame1->ApplyLanguage();
   Frame2->ApplyLanguage();
@@ -198,11 +202,12 @@ void Form4::LayoutControls() {
   Label1->setGeometry(kHeaderPlace);
   Combo1->setGeometry(kYearPlace);
   Combo2->setGeometry(kMonthPlace);
+  today_->setGeometry(kTodayPlace);
   newEntry_->setGeometry(kNewPlace);
   legend_->setGeometry(kLegendPlace);
   Picture1->setGeometry(kGridPlace);
   const QSize client = Client()->size();
-  layout_.Resizeinit(client, {Label1, Combo1, Combo2, newEntry_, legend_, Picture1});
+  layout_.Resizeinit(client, {Label1, Combo1, Combo2, today_, newEntry_, legend_, Picture1});
   panels_.SetClientSize(client.width(), client.height());
   panels_.At(kListPanel).left = panels_.MakeXPointForm(kListPanel, 0);
   panels_.At(kListPanel).top =
@@ -279,9 +284,12 @@ void Form4::ShowPanel(MovablePanel& panel) {
   ReWindow();
 }
 
+/// The keyboard goes on in the month: what the toolkit would choose is a chooser, in which the next
+/// key would turn to another year.
 void Form4::HidePanel(MovablePanel& panel) {
   panel.hide();
   panel.TellPanels();
+  Picture1->setFocus();
 }
 
 void Form4::TitleDialog() { Frame2->SetTitle(ScheduleText(edited_ ? kEditText : kNewText)); }
@@ -305,6 +313,11 @@ void Form4::Picture1_Click(int day) {
   Frame1->ShowEntries(month_.days.at(static_cast<size_t>(day) - 1));
   ReNewTodayEvent(selected_.year, selected_.month, day);
   ShowPanel(*Frame1);
+}
+
+void Form4::Today_Click() {
+  SelectToday();
+  ShowSelectedMonth();
 }
 
 void Form4::NewEntry_Click() {

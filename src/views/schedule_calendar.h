@@ -79,6 +79,7 @@ class Form4 final : public ViewWindow {
   void Combo1_Click(int index);
   void Combo2_Click(int index);
   void Picture1_Click(int day);
+  void Today_Click();
   void NewEntry_Click();
   void Command1_Click();
   void Command2_Click();
@@ -100,6 +101,7 @@ class Form4 final : public ViewWindow {
   QLabel* Label1 = nullptr;
   QComboBox* Combo1 = nullptr;
   QComboBox* Combo2 = nullptr;
+  QPushButton* today_ = nullptr;
   QPushButton* newEntry_ = nullptr;
   QWidget* legend_ = nullptr;
   std::array<PictureView*, kPictures> Picture5{};

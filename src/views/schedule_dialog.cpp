@@ -1,6 +1,5 @@
 #include "views/schedule_dialog.h"
 
-#include <QComboBox>
 #include <QGridLayout>
 #include <QHBoxLayout>
 #include <QLabel>
@@ -10,6 +9,7 @@
 
 #include "platform/guard.h"
 #include "settings/language.h"
+#include "views/kit/choice_list.h"
 #include "views/schedule_controls.h"
 #include "views/time_box.h"
 
@@ -32,7 +32,7 @@ constexpr int kRecurrences = 4;
 constexpr int kRestartDays = 7;
 
 QComboBox* MakeList(QWidget* parent, const char* name, int items) {
-  auto* list = new QComboBox(parent);
+  auto* list = new ChoiceList(parent);
   list->setObjectName(QString::fromLatin1(name));
   for (int i = 0; i < items; ++i) list->addItem(QString());
   return list;

@@ -7,6 +7,7 @@
 #include <QLabel>
 #include <QMouseEvent>
 #include <algorithm>
+#include <filesystem>
 
 #include "core/data_center.h"
 #include "core/link_record.h"
@@ -15,6 +16,7 @@
 #include "platform/runtime_error.h"
 #include "records/events.h"
 #include "settings/language.h"
+#include "settings/version_window.h"
 #include "support/monitor_fixture.h"
 #include "views/kit/picture_button.h"
 #include "views/kit/picture_view.h"
@@ -39,14 +41,18 @@ class DashboardTest : public test::MonitorTest {
     return Dashboard().Get();
   }
 
-  static void Click(QWidget* widget) {
-    const QPointF at = widget->rect().center();
-    for (const auto type : {QEvent::MouseButtonPress, QEvent::MouseButtonRelease}) {
-      QMouseEvent event(type, at, widget->mapToGlobal(at), Qt::LeftButton, Qt::LeftButton, {});
-      QApplication::sendEvent(widget, &event);
-    }
+  static void Mouse(QWidget* widget, QEvent::Type type, QPointF at) {
+    const auto held = type == QEvent::MouseMove ? Qt::NoButton : Qt::LeftButton;
+    QMouseEvent event(type, at, widget->mapToGlobal(at), held, held, {});
+    QApplication::sendEvent(widget, &event);
+  }
+
+  static void Click(QWidget* widget, QPointF at) {
+    for (const auto type : {QEvent::MouseButtonPress, QEvent::MouseButtonRelease})
+      Mouse(widget, type, at);
     platform::DoEvents();
   }
+  static void Click(QWidget* widget) { Click(widget, widget->rect().center()); }
 };
 
 TEST_F(DashboardTest, MovesItsNeedlesWhileItIsOpen) {
@@ -119,6 +125,40 @@ TEST_F(DashboardTest, ItsMenuOpensTheWindows) {
     EXPECT_TRUE(DataCenter.FormOpen[static_cast<size_t>(opened)]) << item;
     UnloadForm(opened);
   }
+}
+
+/// The last picture grows away to the right of a pointer that comes to it.
+TEST_F(DashboardTest, AboutIsClickedInItsWholeWidth) {
+  Form1& form = Open();
+  QWidget& client = *form.Client();
+  const QRect resting = form.MenuItem(9)->geometry();
+  for (int x = resting.left(); x <= resting.right(); ++x) {
+    const QPoint at(x, resting.center().y());
+    const auto under = [&] { return client.childAt(at); };
+    const auto inside = [&] { return QPointF(under()->mapFromParent(at)); };
+    Mouse(form.MenuItem(9), QEvent::MouseMove, form.MenuItem(9)->mapFromParent(at));
+    clock.Advance(3000);
+    Mouse(under(), QEvent::MouseMove, inside());
+    clock.Advance(3000);
+    Click(under(), inside());
+    EXPECT_TRUE(VersionWindow().IsLoaded()) << x - resting.left();
+    UnloadForm(16);
+    QEvent leave(QEvent::Leave);
+    QApplication::sendEvent(form.MenuItem(9), &leave);
+    clock.Advance(3000);
+  }
+}
+
+TEST_F(DashboardTest, AMissingPictureOfAViewerIsTold) {
+  const std::string image = Folder() + "/image";
+  const auto real = std::filesystem::read_symlink(image);
+  std::filesystem::remove(image);
+  std::filesystem::copy(real, image);
+  std::filesystem::remove(image + "/EventPic3.jpg");
+  Click(Open().MenuItem(3));
+  platform::DoEvents();
+  EXPECT_EQ(messages, std::vector{"File not found: " + image + "/EventPic3.jpg"});
+  EXPECT_FALSE(DataCenter.FormOpen[6]);
 }
 
 TEST_F(DashboardTest, ASearchShowsHowFarItIs) {

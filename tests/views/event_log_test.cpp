@@ -222,6 +222,15 @@ TEST_F(EventLogTest, OffersItsYearsAndShowsTodayWhateverItsYear) {
   years.setCurrentIndex(4);
   EXPECT_EQ(header(), "2004 February");
   EXPECT_EQ(Find<MonthGrid>("Picture1").DayIn(28), 29);
+  ClickDay(5);
+  Find<QPushButton>("Today").click();
+  EXPECT_EQ(header(), "2026 March");
+  EXPECT_EQ(years.currentIndex(), -1);
+  ClickDay(6);
+  Find<QTableWidget>("MSFlexGrid1").setFocus();
+  Key(*EventLog().Get().focusWidget(), Qt::Key_Escape);
+  EXPECT_TRUE(Find<QWidget>("Frame2").isHidden());
+  EXPECT_EQ(EventLog().Get().focusWidget(), &Find<MonthGrid>("Picture1"));
 
   EventLog().Unload();
   clock.SetNow({2011, 1, 31, 12, 0, 0});

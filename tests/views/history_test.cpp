@@ -3,6 +3,7 @@
 
 #include <QApplication>
 #include <QComboBox>
+#include <QFileDialog>
 #include <QHeaderView>
 #include <QKeyEvent>
 #include <QLineEdit>
@@ -251,6 +252,7 @@ TEST_F(HistoryTest, TheFileHoldsTheResultWithWhichTheExportBegan) {
   Click(Form().ExportButton());
   EXPECT_EQ(asked.filters, "CSV (*.csv)|*.csv|*.* (*.*)|*.*");
   EXPECT_EQ(asked.folder, Folder());
+  EXPECT_EQ(asked.name, "20260310.csv");
   EXPECT_FALSE(Form().IsExporting());
   EXPECT_EQ(Form().Position(), "[20260310] 6/9");
 
@@ -290,6 +292,21 @@ TEST_F(HistoryTest, AWindowThatGoesEndsItsExport) {
   EXPECT_FALSE(DataHistory().IsLoaded());
   EXPECT_FALSE(DataCenter.FormOpen[Form2::kNumber]);
   EXPECT_FALSE(std::filesystem::exists(fileName));
+}
+
+TEST_F(HistoryTest, TheSaveDialogProposesANameAndCompletesAnother) {
+  ReplaceSaveDialog(nullptr);
+  QString proposed;
+  platform::Post("test", [&] {
+    auto* dialog = Form().findChild<QFileDialog*>();
+    auto* field = dialog->findChild<QLineEdit*>(QStringLiteral("fileNameEdit"));
+    proposed = field->text();
+    field->setText(QStringLiteral("mine"));
+    QMetaObject::invokeMethod(dialog, "accept");
+  });
+  EXPECT_EQ(AskSaveName(Form(), {"", Folder(), "20260310.csv", "CSV (*.csv)|*.csv"}),
+            Folder() + "/mine.csv");
+  EXPECT_EQ(proposed, QStringLiteral("20260310.csv"));
 }
 
 }  // namespace

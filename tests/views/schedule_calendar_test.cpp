@@ -12,6 +12,7 @@
 #include <QMouseEvent>
 #include <QPushButton>
 #include <QTableWidget>
+#include <QWheelEvent>
 
 #include "core/error_list.h"
 #include "platform/database.h"
@@ -156,6 +157,18 @@ TEST_F(ScheduleCalendarTest, ATimeBoxAlwaysHoldsATime) {
   EXPECT_EQ(press(4, Qt::Key_7, "7"), "02:07");
   EXPECT_EQ(press(3, Qt::Key_Backspace, "\b"), "00:07");
   EXPECT_EQ(press(0, Qt::Key_Delete, "\x7f"), "00:07");
+  QFocusEvent byTab(QEvent::FocusIn, Qt::TabFocusReason);
+  const auto reach = [&](bool tab) {
+    box.setCursorPosition(5);
+    tab ? void(QApplication::sendEvent(&box, &byTab))
+        : Mouse(box, QEvent::MouseButtonDblClick, box.rect().center());
+    for (const char* digit : {"1", "9", "4"}) Press(box, *digit, QString::fromLatin1(digit));
+    return box.Time();
+  };
+  EXPECT_EQ(reach(true), "19:47");
+  box.SetTime("00:07");
+  EXPECT_EQ(reach(false), "19:47");
+  box.SetTime("00:07");
   box.selectAll();
   box.del();
   box.insert(QStringLiteral("25:00"));
@@ -199,6 +212,38 @@ TEST_F(ScheduleCalendarTest, ShowsTodayThenWhatIsChosen) {
   EXPECT_EQ(Find<QComboBox>("Combo1").currentIndex(), -1);
   EXPECT_EQ(Form().Month().CellOf(31), 36);
   EXPECT_EQ(Listed(), (Texts{"1", "2"}));
+}
+
+TEST_F(ScheduleCalendarTest, ThePresentMonthIsNeverLost) {
+  clock.SetNow({2026, 8, 31, 12, 0, 0});
+  Add("T", "Day", "2026/8/1");
+  Form4& form = Open();
+  auto& years = Find<QComboBox>("Combo1");
+  QWheelEvent notch({5, 5}, {5, 5}, {}, {0, -120}, Qt::NoButton, Qt::NoModifier, {}, false);
+  QApplication::sendEvent(&years, &notch);
+  EXPECT_EQ(form.Selected().year, 2026);
+  Press(years, Qt::Key_Down);
+  EXPECT_EQ(Find<QLabel>("Label1").text(), QStringLiteral("2000 August"));
+  Click("Today");
+  EXPECT_EQ(Find<QLabel>("Label1").text(), QStringLiteral("2026 August"));
+  EXPECT_EQ(years.currentIndex(), -1);
+  EXPECT_EQ(form.Selected().day, 31);
+  EXPECT_EQ(Listed(), Texts{"1"});
+
+  Find<QTableWidget>("MSFlexGrid1").selectRow(0);
+  Click("NewEntry");
+  Click("Command5");
+  Find<QPushButton>("Command1").setFocus();  // In the dialog, below the delete panel.
+  QWidget* const panels[] = {&form.Dialog(), &form.Deleting(), &form.Entries()};
+  for (QWidget* innermost : panels) {
+    EXPECT_FALSE(innermost->isHidden());
+    Press(*form.focusWidget(), Qt::Key_Escape);
+    EXPECT_TRUE(innermost->isHidden());
+    EXPECT_EQ(form.focusWidget(), &form.Month());
+  }
+  Press(*form.focusWidget(), Qt::Key_Escape);
+  platform::DoEvents();
+  EXPECT_FALSE(ScheduleCalendar().IsLoaded());
 }
 
 TEST_F(ScheduleCalendarTest, NewEntriesAreSavedOrRefused) {

@@ -1,6 +1,8 @@
 #include "views/kit/month_choosers.h"
 
 #include <QComboBox>
+#include <QPushButton>
+#include <QSignalBlocker>
 
 #include "settings/language.h"
 
@@ -12,6 +14,7 @@ constexpr int kMonths = 12;
 constexpr size_t kNoMonthName = 60;  ///< the text before January's
 constexpr size_t kChooseYearText = 203;
 constexpr size_t kChooseMonthText = 205;
+constexpr size_t kTodayText = 220;
 
 QString Text(size_t number) { return QString::fromStdString(LangText[number]); }
 
@@ -25,10 +28,17 @@ void FillMonthChoosers(QComboBox& years, QComboBox& months) {
   for (int month = 1; month <= kMonths; ++month) months.addItem(QString());
 }
 
-void ApplyChooserLanguage(QComboBox& years, QComboBox& months) {
+void SelectMonth(QComboBox& years, QComboBox& months, int year, int month) {
+  const QSignalBlocker quietYears(years), quietMonths(months);
+  years.setCurrentIndex(years.findText(QString::number(year)));
+  months.setCurrentIndex(month - 1);
+}
+
+void ApplyChooserLanguage(QComboBox& years, QComboBox& months, QPushButton& today) {
   years.setPlaceholderText(Text(kChooseYearText));
   years.setToolTip(Text(kChooseYearText));
   months.setToolTip(Text(kChooseMonthText));
+  today.setText(Text(kTodayText));
   for (int month = 1; month <= kMonths; ++month) months.setItemText(month - 1, MonthName(month));
 }
 

@@ -34,6 +34,10 @@ void MovablePanel::TellPanels() {
 
 void MovablePanel::FollowPanels() { move(panels_.At(number_).left, panels_.At(number_).top); }
 
+void MovablePanel::OnPutAway(std::function<void()> putAway) { putAway_ = std::move(putAway); }
+
+void MovablePanel::PutAway() { platform::Guarded(name_ + "_PutAway", putAway_); }
+
 void MovablePanel::mousePressEvent(QMouseEvent* event) {
   const QPoint at = event->position().toPoint();
   if (event->button() != Qt::LeftButton || at.y() >= kTitleHeight) return;
@@ -56,6 +60,18 @@ void MovablePanel::mouseReleaseEvent(QMouseEvent*) { grabbed_ = false; }
 
 void MovablePanel::resizeEvent(QResizeEvent*) {
   title_->setGeometry(kTitleMargin, 0, width() - 2 * kTitleMargin, kTitleHeight);
+}
+
+/// The toolkit lists the children of a widget from the lowest to the uppermost.
+MovablePanel* InnermostPanel(const QWidget& client) {
+  MovablePanel* innermost = nullptr;
+  for (QObject* child : client.children()) {
+    auto* panel = dynamic_cast<MovablePanel*>(child);
+    if (!panel || panel->isHidden() || !panel->CanPutAway()) continue;
+    innermost = panel;
+    if (panel->isAncestorOf(client.window()->focusWidget())) break;
+  }
+  return innermost;
 }
 
 }  // namespace varek

@@ -3,6 +3,7 @@
 #pragma once
 
 #include <QFrame>
+#include <functional>
 #include <string>
 
 #include "views/kit/sticky_panels.h"
@@ -24,6 +25,11 @@ class MovablePanel : public QFrame {
   void TellPanels();
   /// Moves to where the StickyPanels want it.
   void FollowPanels();
+  /// How the panel is closed; one for which nothing is said stands as long as its window.
+  void OnPutAway(std::function<void()> putAway);
+  bool CanPutAway() const { return static_cast<bool>(putAway_); }
+  /// Closes it, guarded. REQUIRES CanPutAway.
+  void PutAway();
 
  protected:
   void mousePressEvent(QMouseEvent* event) override;
@@ -36,7 +42,12 @@ class MovablePanel : public QFrame {
   StickyPanels& panels_;
   size_t number_;
   QLabel* title_;
+  std::function<void()> putAway_;
   bool grabbed_ = false;
 };
+
+/// The panel that is closed first: the one that has the focus, else the uppermost of those that
+/// show. Null when none shows that can be closed.
+MovablePanel* InnermostPanel(const QWidget& client);
 
 }  // namespace varek

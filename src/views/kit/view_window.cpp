@@ -8,7 +8,11 @@
 
 #include "core/forms.h"
 #include "platform/events.h"
+#include "platform/guard.h"
+#include "platform/message_box.h"
+#include "platform/runtime_error.h"
 #include "settings/language.h"
+#include "views/kit/movable_panel.h"
 #include "views/kit/picture_button.h"
 #include "views/kit/pictures.h"
 
@@ -122,13 +126,28 @@ void ViewWindow::changeEvent(QEvent* event) {
 
 void ViewWindow::keyPressEvent(QKeyEvent* event) {
   if (!IsCloseKey(*event)) return WindowFrame::keyPressEvent(event);
-  close();
+  MovablePanel* panel = event->key() == Qt::Key_Escape ? InnermostPanel(*Client()) : nullptr;
+  panel ? panel->PutAway() : void(close());
 }
 
 /// Unloading destroys the window, which must not happen below its own handlers. The window agrees,
 /// so that a desktop that asks all windows before it quits is not held up.
 void ViewWindow::closeEvent(QCloseEvent*) {
   platform::Post("view close", [number = impl_->number] { UnloadForm(number); });
+}
+
+/// The box comes from the event loop: whoever asked for the window need not wait for a reader.
+bool OpenForPerson(const std::string& place, const std::function<void()>& show) {
+  try {
+    show();
+    return true;
+  } catch (const platform::RuntimeError& error) {
+    platform::ReportError(place, error);
+    platform::Post(place, [text = std::string(error.what())] {
+      platform::MessageBox(text, "Varek", platform::MessageIcon::Exclamation);
+    });
+    return false;
+  }
 }
 
 }  // namespace varek

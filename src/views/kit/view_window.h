@@ -1,12 +1,15 @@
 // The window of a view: no title bar of the system's, a frame of pictures instead, with the
 // caption and the buttons in its top strip. It is moved by that strip, resized by its edges and
-// closed by its button, Escape, Ctrl+W or the desktop; closing unloads the form.
+// closed by its button, Escape, Ctrl+W or the desktop; closing unloads the form. While a panel is
+// open that can be closed, Escape closes that one instead.
 #pragma once
 
 #include <QSize>
 #include <QString>
 #include <QWidget>
+#include <functional>
 #include <memory>
+#include <string>
 
 #include "views/kit/window_frame.h"
 
@@ -45,5 +48,9 @@ class ViewWindow : public WindowFrame {
   struct Impl;
   std::unique_ptr<Impl> impl_;
 };
+
+/// Opens a window for a person by `show`; false when it could not be opened. What kept it from
+/// that, as a missing picture does, is told in a box and reported under `place`.
+bool OpenForPerson(const std::string& place, const std::function<void()>& show);
 
 }  // namespace varek
