@@ -45,6 +45,7 @@ int main(int argc, char** argv) {
     pause ? varek::NTService_Pause(success) : varek::NTService_Continue(success);
   });
   controller.Form_Load(CommandLine(argc, argv));
-  application.Run();
-  controller.Stop();  // The desktop has asked the program to quit.
+  // The loop ends when the desktop asks the program to quit. The stop ends the process, but while
+  // the UPS has to be told something first, the loop goes on.
+  for (;; controller.Stop()) application.Run();
 }

@@ -8,7 +8,6 @@
 #include "platform/system.h"
 #include "platform/text.h"
 #include "records/events.h"
-#include "records/ups_countdown.h"
 
 namespace varek {
 
@@ -16,6 +15,12 @@ namespace {
 constexpr int kTick = 1000;
 constexpr int kAutosaveSeconds = 120;
 constexpr size_t kCaptionText = 213;
+constexpr char kShutdownPlace[] = "form10 system shutdown";
+
+void StartShutdownCommand() {
+  platform::Guarded(kShutdownPlace, [] { platform::ShutDownSystem(); });
+}
+
 }  // namespace
 
 FormSlot<Form10>& SystemCountdown() {
@@ -25,6 +30,7 @@ FormSlot<Form10>& SystemCountdown() {
 
 Form10::Form10()
     : window_(CountdownWindow::Place::AboveMiddle, [] { SystemCountdown().Unload(); }),
+      systemShutdown_(kShutdownPlace, StartShutdownCommand),
       Timer1("form10 Timer1", [this] { Timer1_Timer(); }) {
   window_.SetCaption("關機倒數");
   ApplyLanguage();
@@ -51,7 +57,7 @@ void Form10::Timer1_Timer() {
 void Form10::ShutDownNow() {
   EventSystemShutdown();
   if (DataCenter.FormOpen[Form11::kNumber]) EventUPSShutdown();
-  platform::Guarded("form10 system shutdown", [] { platform::ShutDownSystem(); });
+  systemShutdown_.Begin();
   Timer1.SetInterval(0);
 }
 

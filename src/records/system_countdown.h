@@ -8,6 +8,7 @@
 #include "core/forms.h"
 #include "platform/timers.h"
 #include "records/countdown_window.h"
+#include "records/ups_countdown.h"
 
 namespace varek {
 
@@ -22,7 +23,7 @@ class Form10 final {
   void SysShuntDown(int minutes);
 
   /// One second of the countdown. At its end: event 5, event 9 if the unit's count is running, and
-  /// the system shutdown.
+  /// the system shutdown, which lets the UPS be told first.
   void Timer1_Timer();
 
   void ApplyLanguage();
@@ -39,6 +40,7 @@ class Form10 final {
   std::string TimeText;
   Flag AutoSaveStarted = kClear;
   CountdownWindow window_;
+  AfterUPSOrder systemShutdown_;
   platform::Timer Timer1;
 };
 

@@ -1,5 +1,7 @@
 #include "records/ups_countdown.h"
 
+#include <utility>
+
 #include "core/data_center.h"
 #include "core/link_record.h"
 #include "platform/clock.h"
@@ -14,7 +16,30 @@ namespace {
 constexpr int kTick = 100;
 constexpr int32_t kNothingCounted = 99999;
 constexpr int kPumpMilliseconds = 10;
+constexpr int kOrderTick = 100;
+/// Two full turns of the poll cycle, for "C" and for "S", and a beat.
+constexpr int64_t kOrderPatience = 5000;
 constexpr size_t kCaptionText = 214;
+
+/// Calls of SetUPSShuntDown that are on the stack.
+int preparations = 0;
+
+struct Preparation {
+  Preparation() { ++preparations; }
+  ~Preparation() { --preparations; }
+  Preparation(const Preparation&) = delete;
+  Preparation& operator=(const Preparation&) = delete;
+};
+
+bool CommandIsUnsent() {
+  const bool held = UPSCountdown().IsLoaded() && UPSCountdown().Get().IsCommandWaiting();
+  return held || Link.PendingCommand.starts_with('S');
+}
+
+/// A preparation ends by itself, and behind it come the row and the messages of the event that
+/// began it; a command that waits for a link may wait forever.
+bool OrderIsUnderWay() { return preparations > 0 || (GetIsConnect() && CommandIsUnsent()); }
+
 }  // namespace
 
 FormSlot<Form11>& UPSCountdown() {
@@ -37,6 +62,7 @@ void Form11::ApplyLanguage() { window_.ApplyLanguage(kCaptionText); }
 
 void SetUPSShuntDown(int minutes, int restartMinutes) {
   static int32_t requests = 0;
+  const Preparation preparation;
   if (!UPSCountdown().Get().Begin(minutes)) return;
   const int32_t request = ++requests;
   UPSCountdown().Get().request_ = request;
@@ -80,6 +106,8 @@ void Form11::Timer1_Timer() {
   OfferCommand();
   const int64_t elapsed = platform::TickCount() - StartTicks;
   if (elapsed <= TotalMs) return ShowRemaining(TotalMs - elapsed);
+  // A count of no minutes can end before the "C" in front of its command has left.
+  if (CommandWaiting && GetIsConnect()) return ShowRemaining(0);
   Timer1.SetEnabled(false);
   DataCenter.FormOpen[kNumber] = kClear;
   EventUPSShutdown();
@@ -107,6 +135,23 @@ void CancelUPSShutdown() {
 void Delay(int seconds) {
   const int64_t end = platform::TickCount() + int64_t{seconds} * 1000;
   while (platform::TickCount() <= end) platform::WaitForEvents(kPumpMilliseconds);
+}
+
+AfterUPSOrder::AfterUPSOrder(std::string place, std::function<void()> action)
+    : action_(std::move(action)), timer_(std::move(place), [this] { Look(); }) {}
+
+void AfterUPSOrder::Begin() {
+  if (timer_.Interval() != 0) return;
+  deadline_ = platform::TickCount() + kOrderPatience;
+  Look();
+}
+
+void AfterUPSOrder::Look() {
+  const bool waits = OrderIsUnderWay() && platform::TickCount() < deadline_;
+  timer_.SetInterval(waits ? kOrderTick : 0);
+  if (waits) return;
+  const auto action = action_;
+  action();
 }
 
 }  // namespace varek

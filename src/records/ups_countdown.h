@@ -3,6 +3,7 @@
 #pragma once
 
 #include <cstdint>
+#include <functional>
 #include <string>
 
 #include "core/forms.h"
@@ -24,6 +25,8 @@ class Form11 final {
 
   void ApplyLanguage();
   CountdownWindow& Window() { return window_; }
+  /// True until the slot has taken the command of this count.
+  bool IsCommandWaiting() const { return CommandWaiting; }
 
  private:
   friend void SetUPSShuntDown(int minutes, int restartMinutes);
@@ -59,5 +62,25 @@ void CancelUPSShutdown();
 
 /// Pumps events until `seconds` have passed.
 void Delay(int seconds);
+
+/// Something that must not happen before the UPS has been told to switch off: with the machine or
+/// the process gone, nobody would tell it any more, and its battery would drain to the end.
+class AfterUPSOrder final {
+ public:
+  /// `action` runs under the name `place` and may destroy this.
+  AfterUPSOrder(std::string place, std::function<void()> action);
+
+  /// Runs the action at once, unless a UPS shutdown is being prepared or its "S" has not been sent
+  /// yet: then as soon as the poll cycle has sent it or the link is down, at most five seconds
+  /// after the first call. A call while it waits changes nothing.
+  void Begin();
+
+ private:
+  void Look();
+
+  std::function<void()> action_;
+  int64_t deadline_ = 0;
+  platform::Timer timer_;
+};
 
 }  // namespace varek

@@ -61,6 +61,35 @@ TEST_F(EndToEnd, CountdownsRunToTheEndUnlessTheMainsReturn) {
   EXPECT_EQ(std::ranges::count(counting.Calls(), Texts{"Autosave"}), 1);
 }
 
+/// The machine goes down at once, or just before the UPS: the UPS has been told all the same, and
+/// the cause is on record. A delay of the UPS below the system's is nonsense and left out.
+TEST_F(EndToEnd, TheUPSIsToldBeforeTheMachineGoes) {
+  const struct {
+    const char* order;
+    Settings settings;
+    std::string command;
+    Types events;
+  } cases[] = {
+      {"mains off", {{53, "TTFFF"}}, "S00", {1, 3, 5, 9, 6, 9, 2}},
+      {"mains off", {{50, "1"}, {53, "TTFFF"}}, "S01", {1, 3, 5, 9, 6, 2}},
+      {"mains off", {{49, "1"}, {50, "1"}, {53, "TTFFF"}}, "S01", {1, 3, 6, 5, 9, 2}},
+      {"batlow on", {{52, "2"}, {53, "FFTTF"}}, "S02", {1, 3, 5, 9, 7, 2}},
+  };
+  for (const auto& c : cases) {
+    Monitor& monitor = Install(c.settings);
+    monitor.EndWithTheSystem();
+    monitor.Start();
+    monitor.AwaitEvents({1, 3});
+    monitor.Order(c.order);
+  }
+  for (size_t i = 0; i < monitors.size(); ++i) {
+    EXPECT_EQ(monitors[i].AwaitEnd(), 0);
+    EXPECT_EQ(monitors[i].Events(), cases[i].events) << i;
+    monitors[i].AwaitOrders({"C", cases[i].command});
+    EXPECT_EQ(monitors[i].Shutdowns(), 1u);
+  }
+}
+
 /// With no delay the system's end comes within the two seconds in which the UPS is prepared, hence
 /// before the row of the cause; event 9 comes with it and once more with the end of the UPS.
 TEST_F(EndToEnd, ProtectsAsFarAsEnabled) {

@@ -129,6 +129,11 @@ void Monitor::StartBy(const std::string& command) {
   take(PROGRAM_FOLDER "/image", "/image");
 }
 
+void Monitor::EndWithTheSystem() {
+  // The shell's number is the program's: the shell becomes it.
+  environment_ = R"(VAREK_SHUTDOWN_COMMAND="echo down >> $PWD/shutdowns; kill $$")";
+}
+
 void Monitor::Launch(const std::string& arguments) {
   program_.emplace(ShellLine("2>errors " + arguments));
 }

@@ -54,6 +54,8 @@ class Monitor final {
   /// From now on the program is started by way of `command`, for example as another account, which
   /// then finds all that it needs.
   void StartBy(const std::string& command);
+  /// From the next start on, the system's shutdown ends the program too, as the real one does.
+  void EndWithTheSystem();
   /// Starts the program and waits for nothing.
   void Launch(const std::string& arguments = "");
   /// Runs a second copy to its end; its exit status. What it says is then in the file "another".

@@ -10,6 +10,7 @@
 #include "core/data_center.h"
 #include "core/error_list.h"
 #include "core/link_record.h"
+#include "platform/clock.h"
 #include "platform/events.h"
 #include "platform/paths.h"
 #include "platform/timers.h"
@@ -219,6 +220,50 @@ TEST_F(ShutdownTest, MainsFailureRunsBothCountsToTheirEnds) {
   // The system goes first and takes note that the unit will follow.
   EXPECT_EQ(EventRows(), (Rows{6, 5, 9}));
   EXPECT_EQ(Shutdowns(1), 1);
+}
+
+TEST_F(ShutdownTest, NothingEndsBeforeTheUPSIsTold) {
+  struct Case {
+    const char* what;
+    bool linked;
+    int pollInterval;
+    int64_t due;  // milliseconds behind the two waits
+  };
+  for (const Case& c : {Case{"the poll cycle takes both", true, 2000, 2100},
+                        {"it takes nothing", true, 0, 5000 - 2000},
+                        {"there is no link", false, 0, 100}}) {
+    SetIsConnect(c.linked);
+    poll.SetInterval(0);
+    poll.SetInterval(c.pollInterval);
+    int64_t ended = 0;
+    const int64_t start = platform::TickCount();
+    AfterUPSOrder end("end", [&] { ended = platform::TickCount(); });
+    platform::Timer begin(
+        "begin", [&] { end.Begin(); }, 10);
+    StartUPSShutdown(9, kNoRestart);
+    EXPECT_EQ(ended, 0) << c.what;
+    begin.SetInterval(0);
+    clock.Advance(10'000);
+    EXPECT_NEAR(static_cast<double>(ended - start), static_cast<double>(2000 + c.due), 150)
+        << c.what;
+    CancelShutdowns();
+    Link.PendingCommand.clear();
+  }
+  int64_t ended = 0;
+  AfterUPSOrder("end", [&] { ended = 1; }).Begin();
+  EXPECT_EQ(ended, 1) << "nothing to wait for";
+}
+
+TEST_F(ShutdownTest, ACountOfNoMinutesSendsItsCommandAllTheSame) {
+  SetIsConnect(true);
+  poll.SetInterval(0);
+  StartUPSShutdown(0, kNoRestart);
+  clock.Advance(1000);  // "C" is still in the slot
+  EXPECT_EQ(EventRows(), Rows{});
+  Link.PendingCommand.clear();
+  clock.Advance(200);
+  EXPECT_EQ(Link.PendingCommand, "S00");
+  EXPECT_EQ(EventRows(), Rows{9});
 }
 
 }  // namespace
