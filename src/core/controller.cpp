@@ -52,6 +52,21 @@ void AdoptPort(int16_t port) {
   if (port >= kFirstComPort && port <= kLastComPort) SelectSerial(port);
 }
 
+/// What the console is doing. The entry of the desktop's menu opens the port that stands behind
+/// "web console on port ", up to a comma: do not change.
+std::string ConsoleStatus() {
+  if (!DataCenter.WebEnabled) return "web console off";
+  const std::string port = std::to_string(DataCenter.WebPort);
+  if (WebConsoleListens()) return "web console on port " + port;
+  return "web console can't have port " + port;
+}
+
+/// What everybody may read of the service.
+std::string ServiceStatus() {
+  return ConsoleStatus() + (GetDatabaseReady() ? "" : ", no database") +
+         (GetIsConnect() ? "" : ", no UPS");
+}
+
 void TellNoStart(const std::exception& error) {
   platform::LogLine(std::string("start: ") + error.what());
   platform::MessageBox("Initial Error!");
@@ -61,6 +76,7 @@ void TellNoStart(const std::exception& error) {
 
 Form12::Form12()
     : FormEntry(kNumber),
+      stop_("form12 stop", [this] { End(0); }),
       Timer1(
           "form12 Timer1", [this] { Timer1_Timer(); }, kTrayInterval),
       COMtime(
@@ -104,10 +120,13 @@ void Form12::LoadSteps(const std::string& commandLine) {
   LoadTrayPicture();
   if (DataCenter.WebEnabled) StartWebConsole();
   NewKey();
+  startRecorded_ = true;
   EventProgramStart();
   platform::StartProgram(platform::ProgramFolder() + "\\ShowAutoSave.exe", "",
                          platform::WindowStyle::NormalNoFocus);
   SearchPortOnce();
+  started_ = true;
+  platform::ReportServiceStatus(ServiceStatus());
 }
 
 /// One running copy: a later one wakes it and ends.
@@ -139,6 +158,7 @@ void Form12::SearchPortOnce() {
 void Form12::AddDataTimer_Timer() {
   if (GetIsConnect() && GetDatabaseReady()) AddSample();
   CheckUPSEvents();
+  if (started_) platform::ReportServiceStatus(ServiceStatus());
 }
 
 void Form12::Timer1_Timer() {
@@ -154,7 +174,7 @@ void Form12::EndUPSEE() {
   ScheduleTimer.SetInterval(0);
   Link.MSComm2.Close();
   Link.MSComm1.Close();
-  EventProgramEnd();
+  if (startRecorded_) EventProgramEnd();
   RequestSearchExit();
   StopWebConsole();
   TrayDelete();
@@ -163,7 +183,7 @@ void Form12::EndUPSEE() {
   UnloadForm(kDashboard);
 }
 
-void Form12::Stop() { End(0); }
+void Form12::Stop() { stop_.Begin(); }
 
 /// A step of the stop that fails must not leave half a process behind.
 void Form12::End(int status) {

@@ -7,6 +7,7 @@
 #include "core/forms.h"
 #include "link/poll_cycle.h"
 #include "platform/timers.h"
+#include "records/ups_countdown.h"
 
 namespace varek {
 
@@ -33,7 +34,8 @@ class Form12 final : public FormEntry {
   void EndUPSEE();
 
   /// The stop that comes from outside (the service manager, a signal): EndUPSEE, then the end of
-  /// the process with status 0.
+  /// the process with status 0. A UPS that is being told to switch off is told first, for at most
+  /// five seconds; so this may return, and the event loop must go on.
   void Stop();
 
   /// The session wants the window to close. Unless the program is ending, `cancel` becomes true:
@@ -62,8 +64,11 @@ class Form12 final : public FormEntry {
   void Timer1_Timer();
 
   PollCycle poll_;
-  bool WindowShown = false;  ///< the dashboard was shown through the tray
-  std::string TitleText;     ///< the window's caption
+  AfterUPSOrder stop_;
+  bool startRecorded_ = false;  ///< event 1 is out, so event 2 has to follow
+  bool started_ = false;        ///< all steps of the start are done
+  bool WindowShown = false;     ///< the dashboard was shown through the tray
+  std::string TitleText;        ///< the window's caption
   /// First of the timers, so that an icon that comes with the first tick already follows its stage.
   platform::Timer Timer1;
   platform::Timer COMtime;

@@ -87,16 +87,9 @@ StartUp Uninstall() {
   return StartUp::End;
 }
 
-/// What everybody may read of the service. The entry of the desktop's menu opens the port that
-/// stands at its end: do not change.
-std::string ServiceStatus() {
-  if (!DataCenter.WebEnabled) return "web console off";
-  return "web console on port " + std::to_string(DataCenter.WebPort);
-}
-
 /// A process that the manager has not started simply goes on as a tray application.
 StartUp BecomeService() {
-  TryService([] { platform::StartServiceControl(ServiceStatus()); });
+  TryService(platform::StartServiceControl);
   return StartUp::GoOn;
 }
 

@@ -25,6 +25,7 @@ constexpr char kUnitFolder[] = "/etc/systemd/system";
 constexpr char kPackageUnitFolder[] = "/lib/systemd/system";
 constexpr char kWantsFolder[] = "/etc/systemd/system/multi-user.target.wants";
 constexpr char kAutostartFolder[] = "/etc/xdg/autostart";
+constexpr char kNotifySocket[] = "NOTIFY_SOCKET";
 constexpr char kManagerSign[] = "/run/systemd/system";
 constexpr char kJournalSocket[] = "/run/systemd/journal/socket";
 
@@ -33,6 +34,8 @@ constexpr int kErrorPriority = 3;
 constexpr int kInformationPriority = 6;
 
 bool runsAsService = false;
+/// The manager's socket; the programs that are started from here must not speak for the service.
+std::string managerSocket;
 
 std::string Root() {
   const char* root = std::getenv("VAREK_ROOT");
@@ -161,18 +164,30 @@ void StartService() { AskManager(std::string("start ") + kUnit); }
 
 void StopService() { AskManager(std::string("stop ") + kUnit); }
 
-void StartServiceControl(const std::string& status) {
+void StartServiceControl() {
   // A program that the service has started inherits its surroundings but is not the service; so
   // the manager's own note of whom it started counts, and the way to speak for it is taken away.
   const char* started = std::getenv("SYSTEMD_EXEC_PID");
+  const char* socket = std::getenv(kNotifySocket);
+  const std::string path = socket ? socket : "";
   const bool byManager = started && started == std::to_string(getpid());
-  if (!byManager || sd_notify(1, ("READY=1\nSTATUS=" + status).c_str()) <= 0) {
+  if (!byManager || sd_notify(1, "STATUS=starting") <= 0) {
     throw RuntimeError(errors::kNotAService, "the process was not started as a service");
   }
+  managerSocket = path;
   runsAsService = true;
 }
 
 bool RunsAsService() { return runsAsService; }
+
+void ReportServiceStatus(const std::string& status) {
+  static std::string known;
+  if (!runsAsService || status == known) return;
+  const std::string text = (known.empty() ? "READY=1\nSTATUS=" : "STATUS=") + status;
+  setenv(kNotifySocket, managerSocket.c_str(), 1);
+  sd_notify(1, text.c_str());
+  known = status;
+}
 
 void LogAlarm(const std::string& text) {
   if (access(kJournalSocket, W_OK) != 0) return LogLine(text);

@@ -22,12 +22,17 @@ void UninstallService();
 void StartService();
 void StopService();
 
-/// Hands the process to the manager: reports that it is ready, and `status`, one line that
-/// everybody can read there. Throws RuntimeError 1063 when the process was not started by the unit.
-void StartServiceControl(const std::string& status);
+/// Hands the process to the manager, which then waits for the end of its start. Throws RuntimeError
+/// 1063 when the process was not started by the unit.
+void StartServiceControl();
 
 /// True once StartServiceControl has succeeded.
 bool RunsAsService();
+
+/// Tells the manager `status`, one line that everybody can read there; the first call also tells
+/// that the start is done. Nothing happens for a line that it knows, or in a process that is no
+/// service.
+void ReportServiceStatus(const std::string& status);
 
 /// The kinds of a service's log entries.
 enum class LogType { Error = 1, Information = 4 };

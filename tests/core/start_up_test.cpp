@@ -47,7 +47,7 @@ TEST_F(StartUpTest, AnEntryThatCannotBeWrittenLetsTheNewestSystemsGoOn) {
   EXPECT_EQ(HandleCommandLine("\\uninstall", 2), StartUp::End);
 }
 
-TEST_F(StartUpTest, AServiceTellsItsManagerThatItIsReady) {
+TEST_F(StartUpTest, AServiceTellsItsManagerHowThingsStand) {
   const int manager = socket(AF_UNIX, SOCK_DGRAM | SOCK_NONBLOCK, 0);
   sockaddr_un address{};
   address.sun_family = AF_UNIX;
@@ -60,9 +60,12 @@ TEST_F(StartUpTest, AServiceTellsItsManagerThatItIsReady) {
   EXPECT_FALSE(platform::RunsAsService());
   setenv("SYSTEMD_EXEC_PID", std::to_string(getpid()).c_str(), 1);
   EXPECT_EQ(HandleCommandLine("\\M", 2), StartUp::GoOn);
-  char text[64] = "";
-  EXPECT_GT(read(manager, text, sizeof text - 1), 0);
-  EXPECT_STREQ(text, "READY=1\nSTATUS=web console off");
+  for (const char* status : {"a", "a", "b"}) platform::ReportServiceStatus(status);
+  for (const char* told : {"STATUS=starting", "READY=1\nSTATUS=a", "STATUS=b"}) {
+    char text[64] = "";
+    EXPECT_GT(read(manager, text, sizeof text - 1), 0);
+    EXPECT_STREQ(text, told);
+  }
   EXPECT_TRUE(platform::RunsAsService());
   EXPECT_EQ(getenv("NOTIFY_SOCKET"), nullptr);  // not for the programs that are started from here
   close(manager);

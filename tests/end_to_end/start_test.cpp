@@ -3,6 +3,7 @@
 
 #include <unistd.h>
 
+#include <algorithm>
 #include <chrono>
 #include <filesystem>
 
@@ -128,7 +129,7 @@ TEST_F(EndToEnd, ArgumentsDoWhatTheirKindOfSystemSays) {
   for (const auto& c : cases) {
     SCOPED_TRACE(std::string(c.service ? "service " : "no service ") + c.argument +
                  (c.other ? " beside another" : ""));
-    Monitor& monitor = Install();
+    Monitor& monitor = Install({{12, "FTFFFFFFFFFF"}});
     if (c.service) fs::create_directories(monitor.Path("root/run/systemd/system"));
     const std::string argument = "'" + std::string(c.argument) + "'";
     if (c.other) {
@@ -146,6 +147,13 @@ TEST_F(EndToEnd, ArgumentsDoWhatTheirKindOfSystemSays) {
     const auto asked = [&] { return Of(monitor.Calls(), "systemctl"); };
     PumpUntil([&] { return asked().size() >= c.asked.size(); });
     EXPECT_EQ(asked(), c.asked);
+    // A copy that has never guarded does not tell people that it has stopped.
+    const bool guarded = c.other || !c.ends;
+    const auto mails = [&] { return Of(monitor.Calls(), "mailto").size(); };
+    PumpUntil([&] { return mails() >= (guarded ? 1 : 0); });
+    EXPECT_EQ(mails(), guarded ? 1 : 0);
+    const std::vector<int> events = monitor.Events();
+    for (int type : {1, 2}) EXPECT_EQ(std::ranges::count(events, type), guarded ? 1 : 0);
     Texts files;
     for (const char* file : {kDesktopEntry, kEnabled, kUnit}) {
       if (fs::exists(monitor.Path(file))) files.push_back(file);

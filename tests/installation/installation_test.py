@@ -40,7 +40,7 @@ class InstallationTest(unittest.TestCase):
         for name in ("var/lib/dpkg/info", "var/lib/dpkg/updates", "run/systemd/system", "bin"):
             (self.root / name).mkdir(parents=True, mode=0o700)
         (self.root / "var/lib/dpkg/status").touch()
-        for name, words in (("systemctl", "web console on port 4711"), ("xdg-open", "$*")):
+        for name, words in (("systemctl", "web console on port 4711, no UPS"), ("xdg-open", "$*")):
             stub = self.root / "bin" / name
             stub.write_text(f'#!/bin/sh\n[ $1 = is-active ] || echo "{words}"\n')
             stub.chmod(0o755)
@@ -77,8 +77,9 @@ class InstallationTest(unittest.TestCase):
         service = subprocess.Popen(["sh", "-c", 'SYSTEMD_EXEC_PID=$$ exec "$0"',
                                     f"{self.root}{program}"], env=self.env)
         self.addCleanup(service.kill)
+        self.assertEqual(manager.recv(200).decode(), "STATUS=starting")
         self.assertEqual(manager.recv(200).decode(),
-                         f"READY=1\nSTATUS=web console on port {self.port}")
+                         f"READY=1\nSTATUS=web console on port {self.port}, no UPS")
         page = b""
         while not page.rstrip().endswith(b"</html>"):
             time.sleep(0.1)
