@@ -38,6 +38,13 @@ std::string ShownText(std::string_view text) {
   return std::string(text.substr(0, text.find_first_of(kEnds)));
 }
 
+std::string OneLine(std::string text) {
+  for (char& character : text) {
+    if (character == '\r' || character == '\n' || character == '\0') character = ' ';
+  }
+  return text;
+}
+
 std::string_view Middle(std::string_view text, size_t first, size_t count) {
   if (first > text.size()) return {};
   return text.substr(first - 1, count);

@@ -20,6 +20,10 @@ std::string TrimRight(std::string_view text);
 /// reply over USB carries behind its last field.
 std::string ShownText(std::string_view text);
 
+/// `text` on one line: blanks in place of carriage returns, line feeds and NUL characters, which
+/// would end or split a line of a file.
+std::string OneLine(std::string text);
+
 /// Characters `first` (1-based) onward, at most `count` of them; what lies beyond the end is
 /// missing from the result.
 std::string_view Middle(std::string_view text, size_t first, size_t count = std::string_view::npos);

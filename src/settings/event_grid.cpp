@@ -4,10 +4,14 @@
 #include <QHeaderView>
 #include <QKeyEvent>
 #include <QLineEdit>
+#include <algorithm>
 #include <utility>
 
 #include "platform/guard.h"
+#include "platform/text.h"
 #include "settings/language.h"
+#include "settings/one_line.h"
+#include "views/kit/style.h"
 
 namespace varek {
 
@@ -16,9 +20,10 @@ namespace {
 enum Column { kNameColumn, kEnableColumn, kTextColumn, kColumnCount };
 
 constexpr int kOverloadRow = 9;
-constexpr int kRowHeight = 26;
+constexpr int kLeastRowHeight = 26;
 constexpr int kEnableWidth = 70;
 constexpr int kBoxInset = 2;  ///< pixels, of the edit box from the cell's left and top edge
+constexpr int kGridLine = 1;
 
 constexpr std::array<size_t, kColumnCount> kHeadings{143, 144, 145};
 
@@ -55,7 +60,8 @@ EventGrid::EventGrid(QWidget* parent, std::string name)
 void EventGrid::SetUpColumns() {
   verticalHeader()->hide();
   verticalHeader()->setSectionResizeMode(QHeaderView::Fixed);
-  verticalHeader()->setDefaultSectionSize(kRowHeight);
+  verticalHeader()->setDefaultSectionSize(
+      std::max(kLeastRowHeight, BoxHeight(*this) + kBoxInset + kGridLine));
   QHeaderView& head = *horizontalHeader();
   head.setHighlightSections(false);
   head.setSectionResizeMode(kNameColumn, QHeaderView::ResizeToContents);
@@ -97,7 +103,7 @@ void EventGrid::TakeMessages(EventFlags& enable, EventMessages& text) {
   for (int row = 0; row < kEventCount; ++row) {
     const auto event = static_cast<size_t>(row);
     enable[event] = ToFlag(item(row, kEnableColumn)->text() == Enabled());
-    text[event] = item(row, kTextColumn)->text().toStdString();
+    text[event] = platform::OneLine(item(row, kTextColumn)->text().toStdString());
   }
 }
 
@@ -136,7 +142,7 @@ void EventGrid::CloseBox() {
 
 void EventGrid::AcceptBox() {
   if (openRow_ < 0) return;
-  item(openRow_, kTextColumn)->setText(text7_->text());
+  item(openRow_, kTextColumn)->setText(QString::fromStdString(OneLineOf(*text7_)));
   CloseBox();
 }
 

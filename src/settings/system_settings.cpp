@@ -10,6 +10,7 @@
 #include <QRadioButton>
 #include <QScrollBar>
 #include <QWheelEvent>
+#include <algorithm>
 #include <string>
 
 #include "core/data_center.h"
@@ -20,9 +21,11 @@
 #include "platform/service.h"
 #include "settings/digits_box.h"
 #include "settings/language.h"
+#include "settings/one_line.h"
 #include "settings/save_settings.h"
 #include "views/kit/choice_list.h"
 #include "views/kit/picture_button.h"
+#include "views/kit/style.h"
 
 namespace varek {
 
@@ -32,10 +35,11 @@ namespace {
 constexpr QSize kStartSize{560, 620};
 constexpr QSize kLeastSize{520, 580};
 constexpr int kMargin = 8;
-constexpr int kRowHeight = 28;
+constexpr int kLeastRowHeight = 28;
 constexpr int kPanelPadding = 4;
 constexpr int kPanelGap = 4;
 constexpr int kScrollBarWidth = 14;
+constexpr int kFarthest = 200;  ///< that the bar moves the panels
 constexpr QSize kButtonSize{110, 30};
 constexpr QSize kSearchSize{90, 26};
 constexpr int kFieldWidth = 150;
@@ -115,7 +119,9 @@ FormSlot<Form14>& SystemSettings() {
 
 void ShowSystemSettings() { SystemSettings().Get().ShowAndRaise(); }
 
-Form14::Form14() : ViewWindow(kNumber, kStartSize, kLeastSize) {
+Form14::Form14()
+    : ViewWindow(kNumber, kStartSize, kLeastSize),
+      rowHeight_(std::max(kLeastRowHeight, BoxHeight(*this))) {
   view_ = new QWidget(Client());
   MakePort();
   MakeWeb();
@@ -125,6 +131,7 @@ Form14::Form14() : ViewWindow(kNumber, kStartSize, kLeastSize) {
   MakeUnits();
   MakeScrollBar();
   MakeOk();
+  LimitHeight();
   ApplyLanguage();
   DataCenter.FormOpen[kNumber] = kSet;
   ShowFields(PresentSettings());
@@ -148,7 +155,7 @@ QFrame* Form14::AddPanel(int rows) {
   grid->setVerticalSpacing(0);
   grid->setColumnStretch(0, 1);
   const int top = Picture12.empty() ? 0 : Picture12.back()->geometry().bottom() + 1 + kPanelGap;
-  panel->setGeometry(0, top, 1, rows * kRowHeight + 2 * kPanelPadding);
+  panel->setGeometry(0, top, 1, rows * rowHeight_ + 2 * kPanelPadding);
   panelTops_.push_back(top);
   Picture12.push_back(panel);
   return panel;
@@ -157,7 +164,7 @@ QFrame* Form14::AddPanel(int rows) {
 void Form14::AddRow(QFrame* panel, QWidget* caption, QWidget* field, size_t text) {
   QGridLayout* grid = GridOf(panel);
   const int row = grid->count() == 0 ? 0 : grid->rowCount();
-  grid->setRowMinimumHeight(row, kRowHeight);
+  grid->setRowMinimumHeight(row, rowHeight_);
   grid->addWidget(caption, row, 0);
   if (field) grid->addWidget(field, row, 1);
   captions_.push_back({caption, field, text});
@@ -232,7 +239,7 @@ void Form14::MakeUnits() {
 
 void Form14::MakeScrollBar() {
   VScroll1 = Named(new QScrollBar(Qt::Vertical, Client()), "VScroll1");
-  VScroll1->setRange(1, 200);
+  VScroll1->setRange(1, kFarthest);
   VScroll1->setSingleStep(kWheelStep);
   VScroll1->setPageStep(4 * kWheelStep);
 }
@@ -244,6 +251,12 @@ void Form14::MakeOk() {
   Picture6 = Named(new PictureButton(Client(), QStringLiteral("button"), "form14 Picture6_Click",
                                      [this] { Picture6_Click(); }),
                    "Picture6");
+}
+
+void Form14::LimitHeight() {
+  const int view = Picture12.back()->geometry().bottom() + 1 - kFarthest;
+  const int around = kFrameTop + 3 * kMargin + kButtonSize.height() + kFrameEdge;
+  setMinimumHeight(std::max(minimumHeight(), view + around));
 }
 
 /// Only from here on: filling the fields is no change of the person's.
@@ -326,8 +339,8 @@ SettingsFields Form14::Fields() const {
   SettingsFields fields;
   fields.port = Combo1->currentText().toStdString();
   fields.webEnabled = Check1->isChecked();
-  fields.webPort = Text1->text().toStdString();
-  for (size_t i = 0; i < kSettingsBoxes; ++i) fields.boxes[i] = Text2[i]->text().toStdString();
+  fields.webPort = OneLineOf(*Text1);
+  for (size_t i = 0; i < kSettingsBoxes; ++i) fields.boxes[i] = OneLineOf(*Text2[i]);
   fields.autoSave = Check2->isChecked();
   for (size_t i = 0; i < kDelaySwitches; ++i) fields.delaysOn[i] = Check3[i]->isChecked();
   fields.eventPopup = Check4->isChecked();

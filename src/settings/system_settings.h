@@ -54,6 +54,8 @@ class Form14 final : public ViewWindow {
   void MakeUnits();
   void MakeScrollBar();
   void MakeOk();
+  /// No smaller window than one in which the bar reaches the last panel.
+  void LimitHeight();
   void FollowChanges();
   /// The next of the fifteen panels, below the former one.
   QFrame* AddPanel(int rows);
@@ -71,6 +73,7 @@ class Form14 final : public ViewWindow {
   void VScroll1_Change();
 
   bool RestartNeeded = false;
+  int rowHeight_;
   std::vector<Caption> captions_;
   std::vector<int> panelTops_;  ///< at open
 

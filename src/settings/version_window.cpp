@@ -10,6 +10,7 @@
 #include "settings/manuals.h"
 #include "views/kit/colors.h"
 #include "views/kit/picture_button.h"
+#include "views/kit/style.h"
 #include "views/palette.h"
 
 namespace varek {
@@ -18,7 +19,7 @@ namespace {
 
 constexpr QSize kStartSize{440, 230};
 constexpr int kMargin = 12;
-constexpr int kLineHeight = 24;
+constexpr int kLeastLine = 24;
 constexpr int kVersionPixels = 15;
 constexpr QSize kButtonSize{110, 30};
 
@@ -103,10 +104,11 @@ void Form16::ApplyLanguage() {
 void Form16::Form_Resize() {
   const QRect area = Client()->rect().adjusted(kMargin, kMargin, -kMargin, -kMargin);
   const int buttonTop = area.bottom() + 1 - kButtonSize.height();
-  const int licenceTop = buttonTop - kMargin - kLineHeight;
+  const int lineHeight = RowHeight(*Label5, kLeastLine);
+  const int licenceTop = buttonTop - kMargin - lineHeight;
   panel_->setGeometry(area.x(), area.y(), area.width(), licenceTop - kMargin / 2 - area.y());
   Label1->setGeometry(Centred(Label1->sizeHint(), panel_->size()));
-  Label5->setGeometry(area.x(), licenceTop, area.width(), kLineHeight);
+  Label5->setGeometry(area.x(), licenceTop, area.width(), lineHeight);
   Label4->setGeometry(QRect({area.x(), buttonTop}, kButtonSize));
   Picture6->setGeometry(QRect({area.right() + 1 - kButtonSize.width(), buttonTop}, kButtonSize));
 }

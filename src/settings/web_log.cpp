@@ -12,6 +12,7 @@
 #include "platform/paths.h"
 #include "records/databases.h"
 #include "settings/language.h"
+#include "views/kit/style.h"
 
 namespace varek {
 
@@ -64,7 +65,7 @@ Form15::Form15()
   DBGrid1->setSelectionBehavior(QAbstractItemView::SelectRows);
   DBGrid1->setTabKeyNavigation(false);
   DBGrid1->verticalHeader()->hide();
-  DBGrid1->verticalHeader()->setDefaultSectionSize(kRowHeight);
+  DBGrid1->verticalHeader()->setDefaultSectionSize(RowHeight(*DBGrid1, kRowHeight));
   DBGrid1->horizontalHeader()->setStretchLastSection(true);
   DBGrid1->horizontalHeader()->setHighlightSections(false);
   DBGrid1->setColumnWidth(0, kTimeWidth);

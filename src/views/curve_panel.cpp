@@ -5,6 +5,7 @@
 #include "platform/guard.h"
 #include "settings/language.h"
 #include "views/kit/colors.h"
+#include "views/kit/style.h"
 #include "views/scope_colors.h"
 #include "views/scope_tip.h"
 
@@ -17,7 +18,7 @@ constexpr size_t kEventsText = 78;
 
 constexpr int kColumns = 2;
 constexpr int kRows = (kScopeSwitches + kColumns - 1) / kColumns;
-constexpr int kRowHeight = 24;
+constexpr int kLeastRowHeight = 24;
 constexpr int kColumnWidth = 164;
 constexpr int kMargin = 4;
 constexpr QSize kSwatch{16, 12};
@@ -41,7 +42,8 @@ platform::Color SwitchColor(int index) {
 
 CurvePanel::CurvePanel(QWidget* parent, StickyPanels& panels, size_t number,
                        std::function<void()> clicked)
-    : MovablePanel(parent, "form3 Picture7", panels, number) {
+    : MovablePanel(parent, "form3 Picture7", panels, number),
+      rowHeight_(RowHeight(*this, kLeastRowHeight)) {
   for (int i = 0; i < kScopeSwitches; ++i) {
     auto* box = new QCheckBox(this);
     box->setChecked(true);
@@ -50,7 +52,7 @@ CurvePanel::CurvePanel(QWidget* parent, StickyPanels& panels, size_t number,
     Check1[static_cast<size_t>(i)] = box;
     Shape2[static_cast<size_t>(i)] = MakeSwatch(this, SwitchColor(i));
   }
-  resize(kColumns * kColumnWidth + 2 * kMargin, kTitleHeight + kRows * kRowHeight + kMargin);
+  resize(kColumns * kColumnWidth + 2 * kMargin, kTitleHeight + kRows * rowHeight_ + kMargin);
   TellPanels();
   ShowMeasured();
 }
@@ -78,11 +80,11 @@ void CurvePanel::Take(int index, bool measured) {
 
 void CurvePanel::Place(int index, int place) {
   const int left = kMargin + place / kRows * kColumnWidth;
-  const int top = kTitleHeight + place % kRows * kRowHeight;
+  const int top = kTitleHeight + place % kRows * rowHeight_;
   Shape2[static_cast<size_t>(index)]->move(left + kMargin,
-                                           top + (kRowHeight - kSwatch.height()) / 2);
+                                           top + (rowHeight_ - kSwatch.height()) / 2);
   const int textLeft = 2 * kMargin + kSwatch.width() + kMargin;
-  Box(index).setGeometry(left + textLeft, top, kColumnWidth - textLeft, kRowHeight);
+  Box(index).setGeometry(left + textLeft, top, kColumnWidth - textLeft, rowHeight_);
 }
 
 }  // namespace varek

@@ -28,6 +28,7 @@ class CurvePanel final : public MovablePanel {
   void Take(int index, bool measured);
   void Place(int index, int place);
 
+  int rowHeight_;
   std::array<QCheckBox*, kScopeSwitches> Check1{};
   std::array<QWidget*, kScopeSwitches> Shape2{};
 };

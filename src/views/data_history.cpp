@@ -22,6 +22,7 @@
 #include "views/kit/month_calendar.h"
 #include "views/kit/movable_panel.h"
 #include "views/kit/picture_button.h"
+#include "views/kit/style.h"
 #include "views/palette.h"
 #include "views/query_panel.h"
 #include "views/save_dialog.h"
@@ -40,7 +41,8 @@ constexpr QSize kButtonSize{104, 28};
 constexpr int kPositionWidth = 170;
 constexpr int kPanelColumn = 362;  ///< in which the panels stand at the start
 constexpr int kRowHeight = 22;
-constexpr int kHeadHeight = 40;  ///< two lines
+constexpr int kHeadHeight = 40;  ///< two lines, at least
+constexpr int kHeadEdges = 6;    ///< above and below them
 /// The longest word of a head; the grid scrolls sideways where seven of them do not fit.
 constexpr int kColumnWidth = 86;
 
@@ -125,14 +127,14 @@ void Form2::MakeGrid() {
   DBgrid1->setAlternatingRowColors(true);
   DBgrid1->verticalHeader()->hide();
   DBgrid1->verticalHeader()->setSectionResizeMode(QHeaderView::Fixed);
-  DBgrid1->verticalHeader()->setDefaultSectionSize(kRowHeight);
+  DBgrid1->verticalHeader()->setDefaultSectionSize(RowHeight(*DBgrid1, kRowHeight));
   QHeaderView& heads = *DBgrid1->horizontalHeader();
   heads.setSectionResizeMode(QHeaderView::Stretch);
   heads.setDefaultAlignment(Qt::AlignCenter | Qt::Alignment{Qt::TextWordWrap});
   heads.setMinimumSectionSize(kColumnWidth);
   heads.setStyleSheet(
       QStringLiteral("QHeaderView::section { font-size: 11px; padding: 2px 1px; }"));
-  heads.setFixedHeight(kHeadHeight);
+  heads.setFixedHeight(std::max(kHeadHeight, 2 * LineHeight(heads) + kHeadEdges));
   heads.setHighlightSections(false);
   connect(DBgrid1->selectionModel(), &QItemSelectionModel::currentRowChanged, this,
           [this] { Enter("Data1_Reposition", [this] { ShowPosition(); }); });

@@ -21,6 +21,7 @@
 #include "views/kit/movable_panel.h"
 #include "views/kit/picture_button.h"
 #include "views/kit/pictures.h"
+#include "views/kit/style.h"
 #include "views/palette.h"
 
 namespace varek {
@@ -176,7 +177,7 @@ void Form6::MakeDayList() {
   MSFlexGrid1->setSelectionBehavior(QAbstractItemView::SelectRows);
   MSFlexGrid1->setTabKeyNavigation(false);
   MSFlexGrid1->verticalHeader()->hide();
-  MSFlexGrid1->verticalHeader()->setDefaultSectionSize(kRowHeight);
+  MSFlexGrid1->verticalHeader()->setDefaultSectionSize(RowHeight(*MSFlexGrid1, kRowHeight));
   MSFlexGrid1->horizontalHeader()->setStretchLastSection(true);
   MSFlexGrid1->horizontalHeader()->setHighlightSections(false);
   MSFlexGrid1->setColumnWidth(0, kTimeWidth);

@@ -7,6 +7,7 @@
 #include <array>
 #include <utility>
 
+#include "views/kit/style.h"
 #include "views/schedule_controls.h"
 
 namespace varek {
@@ -60,7 +61,7 @@ void ScheduleList::MakeGrid() {
   MSFlexGrid1->setHorizontalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
   MSFlexGrid1->setTabKeyNavigation(false);
   MSFlexGrid1->verticalHeader()->hide();
-  MSFlexGrid1->verticalHeader()->setDefaultSectionSize(kRowHeight);
+  MSFlexGrid1->verticalHeader()->setDefaultSectionSize(RowHeight(*MSFlexGrid1, kRowHeight));
   QHeaderView& heads = *MSFlexGrid1->horizontalHeader();
   heads.setHighlightSections(false);
   heads.setStretchLastSection(true);  // It gives way to the scroll bar.

@@ -20,6 +20,7 @@
 #include "settings/language.h"
 #include "settings/language_picker.h"
 #include "settings/manuals.h"
+#include "support/fonts.h"
 #include "support/monitor_fixture.h"
 #include "support/serial_line.h"
 #include "views/dashboard.h"
@@ -37,6 +38,7 @@ namespace {
 constexpr int kLeastPixels = 10;     ///< of letters that can be read
 constexpr int kCaptionMargins = 72;  ///< beside the caption in a window's strip
 constexpr QSize kHeadMargins{11, 5};
+constexpr int kWide = 1000;  ///< no limit to a text that scrolls
 /// Names, addresses and what else is the same in every language.
 constexpr char kNeutral[] =
     "Varek Version COM YES And Or Dont Care Hz www every com clickatell api id HTTP URL http index "
@@ -84,9 +86,10 @@ void AddCells(const QAbstractItemView& view, std::vector<Shown>& texts) {
   for (int row = 0; row < view.model()->rowCount(); ++row)
     for (int column = 0; column < view.model()->columnCount(); ++column) {
       const QModelIndex cell = view.model()->index(row, column);
-      const int room = view.visualRect(cell).width();  // None where the row is hidden.
-      if (room > 0 && !cell.data().toString().isEmpty())
-        texts.push_back({cell.data().toString(), view.sizeHintForIndex(cell).width() <= room});
+      const QSize room = view.visualRect(cell).size();  // None where the row is hidden.
+      const QSize needed = view.sizeHintForIndex(cell);
+      if (!room.isEmpty() && !cell.data().toString().isEmpty())
+        texts.push_back({cell.data().toString(), needed.boundedTo(room) == needed});
     }
 }
 
@@ -128,6 +131,13 @@ std::vector<Shown> TextsOf(const QWidget* control) {
     AddCells(*view, texts);
   } else if (const auto* box = qobject_cast<const QComboBox*>(control)) {
     AddItems(*box, texts);
+  } else if (const auto* box = qobject_cast<const QLineEdit*>(control)) {
+    QStyleOptionFrame option;
+    option.initFrom(box);
+    const int room =
+        box->style()->subElementRect(QStyle::SE_LineEditContents, &option, box).height();
+    const QString typed = QString::fromStdString(EventText[0]);
+    texts.push_back({typed, Fits(box->font(), typed, {kWide, room})});
   } else if (const auto* tabs = qobject_cast<const QTabBar*>(control)) {
     for (int i = 0; i < tabs->count(); ++i)
       texts.push_back({tabs->tabText(i), tabs->sizeHint().width() <= tabs->width()});
@@ -227,6 +237,8 @@ const Walk kWalks[] = {
 
 class LanguageWalk : public test::MonitorTest {
  protected:
+  static void SetUpTestSuite() { ASSERT_TRUE(test::BringFonts()) << "run scripts/packages"; }
+
   LanguageWalk() {
     test::InstallPictures(Folder());
     OpenDatabases();

@@ -1,6 +1,7 @@
 #include "views/kit/design_layout.h"
 
 #include <QWidget>
+#include <algorithm>
 
 #include "platform/text.h"
 
@@ -27,11 +28,27 @@ void DesignLayout::Resizeinit(QSize client, const std::vector<QWidget*>& parts) 
   designClient_ = client;
   parts_.clear();
   for (QWidget* part : parts) parts_.push_back({part, part->geometry()});
+  std::ranges::stable_sort(parts_, {}, [](const Part& part) { return part.design.top(); });
+}
+
+/// The lowest row of pixels that the parts designed above `part` take up.
+int DesignLayout::BottomAbove(const Part& part) const {
+  int bottom = -1;
+  for (const Part& above : parts_) {
+    const bool sharesPlace = above.widget->parentWidget() == part.widget->parentWidget();
+    if (sharesPlace && above.design.bottom() < part.design.top())
+      bottom = std::max(bottom, above.widget->geometry().bottom());
+  }
+  return bottom;
 }
 
 void DesignLayout::Apply(QSize client) const {
-  for (const Part& part : parts_)
-    part.widget->setGeometry(ScaleRect(part.design, designClient_, client));
+  for (const Part& part : parts_) {
+    QRect place = ScaleRect(part.design, designClient_, client);
+    place.setTop(std::max(place.top(), BottomAbove(part) + 1));
+    place.setHeight(std::max(place.height(), part.widget->minimumSizeHint().height()));
+    part.widget->setGeometry(place);
+  }
 }
 
 }  // namespace varek

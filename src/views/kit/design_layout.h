@@ -19,7 +19,8 @@ class DesignLayout final {
   /// parts must live as long as Apply is called.
   void Resizeinit(QSize client, const std::vector<QWidget*>& parts);
 
-  /// Puts every part where it stands in a client area of `client`.
+  /// Puts every part where it stands in a client area of `client`. One that needs more height for
+  /// its text gets it, and what stands below it begins lower.
   void Apply(QSize client) const;
 
  private:
@@ -27,6 +28,8 @@ class DesignLayout final {
     QWidget* widget;
     QRect design;
   };
+  int BottomAbove(const Part& part) const;
+
   QSize designClient_;
   std::vector<Part> parts_;
 };

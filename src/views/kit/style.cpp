@@ -3,7 +3,10 @@
 #include <QApplication>
 #include <QFontMetrics>
 #include <QPalette>
+#include <QTextLayout>
 #include <QWidget>
+#include <algorithm>
+#include <cmath>
 #include <utility>
 
 #include "views/kit/colors.h"
@@ -31,7 +34,7 @@ QLineEdit, QListView, QTableView {
   color: @text; background: @face; border: 1px solid @edge; border-radius: 3px;
   selection-background-color: @accent; selection-color: @face; }
 QComboBox { border: 1px solid @edge; border-radius: 3px; }
-QLineEdit, QComboBox { padding: 2px 5px; }
+QLineEdit, QComboBox { padding: 2px 5px; min-height: @linepx; }
 QLineEdit:focus, QComboBox:focus, QListView:focus, QTableView:focus { border-color: @accent; }
 QLineEdit:disabled { color: @muted; background: @window; }
 QComboBox QAbstractItemView { color: @text; background: @face; border: 1px solid @edge; }
@@ -76,6 +79,13 @@ constexpr std::pair<const char*, platform::Color> kNames[] = {
 
 constexpr int kLeastTextPixels = 6;
 
+/// Padding and border of a box, above and below. Do not change it without the sheet.
+constexpr int kBoxEdges = 2 * (2 + 1);
+/// Between the lines of two rows of a grid.
+constexpr int kRowGap = 4;
+/// Letters of all three languages, some of them in one Chinese language only.
+constexpr char kSample[] = "\u00c5g|\u7e41\u9ad4\u8a2d\u5b9a\u7b80\u4f53\u8bbe\u7f6e";
+
 QPalette ProgramPalette() {
   QPalette colors(ToQColor(palette::kPanel), ToQColor(palette::kWindow));
   colors.setColor(QPalette::Base, ToQColor(palette::kFace));
@@ -90,8 +100,9 @@ QPalette ProgramPalette() {
 
 }  // namespace
 
-QString StyleSheet() {
+QString StyleSheet(const QFont& font) {
   QString sheet = QString::fromLatin1(kSheet);
+  sheet.replace(QStringLiteral("@line"), QString::number(LineHeight(font)));
   for (const auto& [name, color] : kNames)
     sheet.replace(QString::fromLatin1(name), ToQColor(color).name());
   return sheet;
@@ -103,7 +114,27 @@ void ApplyStyle(QWidget& window) {
     return true;
   }();
   static_cast<void>(once);
-  window.setStyleSheet(StyleSheet());
+  window.setStyleSheet(StyleSheet(window.font()));
+}
+
+/// The font's own height tells only of the letters that are its own.
+int LineHeight(const QFont& font) {
+  QTextLayout layout(QString::fromUtf8(kSample), font);
+  layout.beginLayout();
+  const QTextLine line = layout.createLine();
+  layout.endLayout();
+  return static_cast<int>(std::ceil(line.height()));
+}
+
+int LineHeight(const QWidget& widget) {
+  widget.ensurePolished();
+  return LineHeight(widget.font());
+}
+
+int BoxHeight(const QWidget& widget) { return LineHeight(widget) + kBoxEdges; }
+
+int RowHeight(const QWidget& widget, int least) {
+  return std::max(least, LineHeight(widget) + kRowGap);
 }
 
 QFont FittingFont(const QFont& font, const QString& text, QSize room) {
