@@ -133,10 +133,16 @@ std::string TakeLine(std::istringstream& file, size_t number) {
   return text;
 }
 
+bool& TooLong() {
+  static bool tooLong = false;
+  return tooLong;
+}
+
 void ReadLines(const std::string& bytes) {
   std::istringstream file(bytes);
   size_t number = 0;
   for (const Line& line : FileLines()) line.read(TakeLine(file, ++number));
+  TooLong() = file.peek() != std::istringstream::traits_type::eof();
 }
 
 void TakeDefaults() {
@@ -164,6 +170,8 @@ void FollowSystemLanguage() {
 
 void ReadConfig() {
   const std::string path = platform::ProgramPath(kFile);
+  platform::RemoveNeighbour(path);
+  TooLong() = false;
   if (platform::IsFile(path)) {
     ReadLines(platform::ReadWholeFile(path));
   } else {
@@ -172,9 +180,12 @@ void ReadConfig() {
   if (DataCenter.AutoSearchPort) FollowSystemLanguage();
 }
 
+bool ConfigWasTooLong() { return TooLong(); }
+
+/// Whatever a setting holds, it takes one line: one more would move all settings behind it.
 void WriteConfig() {
   std::string bytes;
-  for (const Line& line : FileLines()) bytes += line.write() + "\n";
+  for (const Line& line : FileLines()) bytes += platform::OneLine(line.write()) + "\n";
   platform::ReplaceFile(platform::ProgramPath(kFile), bytes);
 }
 

@@ -11,8 +11,12 @@ namespace varek {
 /// fields of the lines before keep what was read.
 void ReadConfig();
 
-/// Writes the whole file anew. Throws RuntimeError 75 when it can't be written; the old file then
-/// stays as it was.
+/// True when the file that was read last has more lines than there are settings: a text that was
+/// split over two lines has moved the settings behind it.
+bool ConfigWasTooLong();
+
+/// Writes the whole file anew, each setting on one line. Throws RuntimeError 75 when it can't be
+/// written; the old file then stays as it was.
 void WriteConfig();
 
 }  // namespace varek

@@ -102,6 +102,13 @@ void Form12::Form_Load(const std::string& commandLine) {
   }
 }
 
+/// The settings behind the line too many are not what they were: whoever trusts in them must know.
+static void TellOfLongConfig() {
+  const char* const text = "config.qmz has more than 53 lines: check all settings";
+  platform::LogLine(text);
+  AddEventLine(text);
+}
+
 void Form12::LoadSteps(const std::string& commandLine) {
   DataCenter.ExitInProgress = kClear;
   ReadConfig();
@@ -112,6 +119,7 @@ void Form12::LoadSteps(const std::string& commandLine) {
   Loadlanguage(DataCenter.LanguageIndex);
   YieldToRunningCopy();
   DataCenter.FormOpen[kNumber] = kSet;
+  if (ConfigWasTooLong()) TellOfLongConfig();
   // The poll cycle runs while the message about the databases is open: no link may be lost behind
   // it.
   Link.LinkUp = 0;

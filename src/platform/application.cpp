@@ -67,7 +67,7 @@ void ChoosePlatform() {
   std::string platforms;
   if (IsSet("WAYLAND_DISPLAY")) platforms += "wayland;";
   if (IsSet("DISPLAY")) platforms += "xcb;";
-  setenv("QT_QPA_PLATFORM", (platforms + "offscreen").c_str(), 0);
+  setenv("QT_QPA_PLATFORM", (platforms + "offscreen").c_str(), 1);
 }
 
 /// What the toolkit says of a platform without a display is of no use to anyone.

@@ -58,6 +58,19 @@ void SyncFolder(const std::string& path) {
   close(folder);
 }
 
+std::string NeighbourOf(const std::string& path) { return path + ".new"; }
+
+/// Rights of an owner or a group that can't be kept would open the file to others.
+void KeepOwnerAndRights(int file, const std::string& path) {
+  struct stat old {};
+  mode_t rights = 0600;
+  if (stat(path.c_str(), &old) == 0) {
+    const bool kept = fchown(file, old.st_uid, old.st_gid) == 0;
+    rights = old.st_mode & (kept ? 0777 : 0700);
+  }
+  if (fchmod(file, rights) != 0) FailAccess(path);
+}
+
 /// A file descriptor that is closed on every way out.
 struct OpenFile {
   explicit OpenFile(int opened) : descriptor(opened) {}
@@ -104,14 +117,23 @@ std::string ReadWholeFile(const std::string& path) {
 }
 
 void ReplaceFile(const std::string& path, const std::string& bytes) {
-  const std::string neighbour = path + ".new";
-  const int descriptor = open(neighbour.c_str(), O_WRONLY | O_CREAT | O_TRUNC | O_CLOEXEC, 0600);
+  const std::string neighbour = NeighbourOf(path);
+  RemoveNeighbour(path);  // One of another account may be left, with rights of its own.
+  const int descriptor =
+      open(neighbour.c_str(), O_WRONLY | O_CREAT | O_EXCL | O_NOFOLLOW | O_CLOEXEC, 0600);
   if (descriptor < 0) FailAccess(neighbour);
   const OpenFile file(descriptor);
-  if (fchmod(file.descriptor, 0600) != 0) FailAccess(neighbour);
-  WriteAll(file.descriptor, bytes, neighbour);
-  if (rename(neighbour.c_str(), path.c_str()) != 0) FailAccess(path);
+  try {
+    WriteAll(file.descriptor, bytes, neighbour);
+    KeepOwnerAndRights(file.descriptor, path);
+    if (rename(neighbour.c_str(), path.c_str()) != 0) FailAccess(path);
+  } catch (...) {
+    RemoveNeighbour(path);
+    throw;
+  }
   SyncFolder(path);
 }
+
+void RemoveNeighbour(const std::string& path) { unlink(NeighbourOf(path).c_str()); }
 
 }  // namespace platform

@@ -13,7 +13,7 @@ DigitsBox::DigitsBox(QWidget* parent, std::string name, char least, int most)
   setAttribute(Qt::WA_InputMethodEnabled, false);
   setContextMenuPolicy(Qt::NoContextMenu);
   setAcceptDrops(false);
-  connect(this, &QLineEdit::textChanged, this,
+  connect(this, &QLineEdit::textEdited, this,
           [this] { platform::Guarded(name_ + "_Change", [this] { KeepTheLast(); }); });
 }
 

@@ -11,6 +11,7 @@
 #include "platform/guard.h"
 #include "platform/text.h"
 #include "settings/language.h"
+#include "settings/one_line.h"
 #include "settings/save_settings.h"
 #include "views/kit/colors.h"
 #include "views/kit/picture_button.h"
@@ -136,7 +137,7 @@ void NotificationWindow::ShowSettings() {
 }
 
 void NotificationWindow::TakeSettings() {
-  for (const auto& [box, setting] : boxes_) *setting = box->text().toStdString();
+  for (const auto& [box, setting] : boxes_) *setting = OneLineOf(*box);
   MSFlexGrid1->TakeMessages(settings_.enable, settings_.text);
 }
 
@@ -162,7 +163,7 @@ void NotificationWindow::keyPressEvent(QKeyEvent* event) {
 }
 
 std::string NotificationWindow::Trimmed(const QLineEdit* box) {
-  return platform::Trim(box->text().toStdString());
+  return platform::Trim(OneLineOf(*box));
 }
 
 void NotificationWindow::Command2_Click() {

@@ -126,6 +126,25 @@ TEST_F(ConfigurationTest, AShortFileFailsAndKeepsWhatWasRead) {
   EXPECT_EQ(DataCenter.BatLowUPSDelay, 14);
 }
 
+TEST_F(ConfigurationTest, NoTextMovesTheLinesBehindItAndAFileThatHasSuchATextIsTold) {
+  Write(Joined(FullFile()));
+  std::ofstream(Path() + ".new") << "login";  // A killed writer has left it.
+  ReadConfig();
+  EXPECT_FALSE(platform::IsFile(Path() + ".new"));
+  EXPECT_FALSE(ConfigWasTooLong());
+  DataCenter.WebLoginPassword = std::string("a\r\nb\0c", 6);
+  WriteConfig();
+  Lines lines = FullFile();
+  lines[7] = "a  b c";
+  EXPECT_EQ(Written(), Joined(lines));
+
+  lines.insert(lines.begin() + 20, "second half");
+  Write(Joined(lines));
+  ReadConfig();
+  EXPECT_TRUE(ConfigWasTooLong());
+  EXPECT_EQ(DataCenter.MailEventText[2], "second half");
+}
+
 TEST_F(ConfigurationTest, ANumberThatDoesNotFitIsAnError) {
   Lines lines = FullFile();
   lines[5] = "40000";

@@ -3,15 +3,18 @@
 #include <gtest/gtest.h>
 
 #include <QApplication>
+#include <QClipboard>
 #include <QComboBox>
 #include <QKeyEvent>
 #include <QLineEdit>
 #include <QMouseEvent>
 #include <QPushButton>
 #include <QScrollBar>
+#include <algorithm>
 #include <fstream>
 #include <iterator>
 
+#include "core/configuration.h"
 #include "platform/events.h"
 #include "settings/language.h"
 #include "settings/mail_settings.h"
@@ -141,6 +144,37 @@ TEST_F(NotificationSettingsTest, TheEditBoxWritesToTheCellOnWhichItWasOpened) {
   Box(form, "Text1").setFocus(Qt::MouseFocusReason);
   EXPECT_EQ(CellText(grid, 4, 2), "elsewhere");
   EXPECT_TRUE(box.isHidden());
+}
+
+TEST_F(NotificationSettingsTest, PastedLineBreaksMoveNoSettings) {
+  DataCenter.PowerFailSystemEnable = DataCenter.EventPopup = kSet;
+  QApplication::clipboard()->setText(QStringLiteral("one\r\ntwo\nthree") + QChar(0));
+  for (const auto open :
+       {+[]() -> QWidget& { return OpenMail(); }, +[]() -> QWidget& { return OpenSms(); }}) {
+    QWidget& form = open();
+    ClickCell(GridOf(form), 3, 2);
+    for (QLineEdit* box : form.findChildren<QLineEdit*>()) {
+      box->selectAll();
+      box->paste();
+    }
+    ClickControl(form, "Command2");
+    platform::DoEvents();
+    EXPECT_EQ(std::ranges::count(Config(), '\n'), 53);
+  }
+  const auto written = DataCenter;
+  ReadConfig();
+  EXPECT_EQ(DataCenter.PowerFailSystemEnable && DataCenter.EventPopup, true);
+  for (const auto setting :
+       {&DataCenterRecord::MailServer, &DataCenterRecord::MailSenderName,
+        &DataCenterRecord::MailSenderAddress, &DataCenterRecord::MailRecipientName,
+        &DataCenterRecord::MailRecipientAddress, &DataCenterRecord::MailSubject,
+        &DataCenterRecord::SmsAccount, &DataCenterRecord::SmsPassword, &DataCenterRecord::SmsNumber,
+        &DataCenterRecord::SmsApiId}) {
+    EXPECT_EQ(written.*setting, "one  two three ");
+    EXPECT_EQ(DataCenter.*setting, written.*setting);
+  }
+  EXPECT_EQ(DataCenter.MailEventText[3], "one  two three ");
+  EXPECT_EQ(DataCenter.SmsEventText[3], "one  two three ");
 }
 
 TEST_F(NotificationSettingsTest, TheEditBoxFollowsAScroll) {
