@@ -3,6 +3,7 @@
 
 #include <gtest/gtest.h>
 #include <sys/resource.h>
+#include <sys/stat.h>
 #include <sys/wait.h>
 #include <unistd.h>
 
@@ -56,13 +57,21 @@ TEST_F(MachineTest, NamesAreFoundInAnyCaseAndNeverOutside) {
   }
 }
 
-TEST_F(MachineTest, FilesAreReplacedWholeForTheirOwnerAlone) {
+TEST_F(MachineTest, FilesAreReplacedWholeAndKeepOwnerAndRights) {
   const std::string path = Path("config.qmz");
   const std::string bytes = "1\r\n\xff" + std::string(300'000, '\0');
   Put("config.qmz", "old");
   Put("config.qmz.new", std::string(400'000, '?'));  // A killed writer has left it.
+  fs::permissions(path, fs::perms(0640));
+  const bool root = chown(path.c_str(), 1234, 1235) == 0;
   ReplaceFile(path, bytes);
-  EXPECT_EQ(fs::status(path).permissions(), fs::perms(0600));
+  struct stat replaced {};
+  stat(path.c_str(), &replaced);
+  EXPECT_EQ(replaced.st_mode & 07777, 0640U);
+  EXPECT_TRUE(!root || (replaced.st_uid == 1234 && replaced.st_gid == 1235));
+  ReplaceFile(Path("fresh"), bytes);
+  EXPECT_EQ(fs::status(Path("fresh")).permissions(), fs::perms(0600));
+  fs::remove(Path("fresh"));
   EXPECT_EQ(std::distance(fs::directory_iterator(folder.Path()), {}), 1);
 
   std::signal(SIGXFSZ, SIG_IGN);
@@ -73,6 +82,7 @@ TEST_F(MachineTest, FilesAreReplacedWholeForTheirOwnerAlone) {
   const int error = ErrorOf([&] { ReplaceFile(path, std::string(10'000, 'y')); });
   setrlimit(RLIMIT_FSIZE, &usual);
   EXPECT_EQ(error, errors::kPathAccess);
+  EXPECT_FALSE(fs::exists(path + ".new"));
   EXPECT_TRUE(ReadWholeFile(path) == bytes) << "a write that fails halfway leaves the old file";
   EXPECT_EQ(ErrorOf([&] { ReadWholeFile(path + "x"); }), errors::kFileNotFound);
   EXPECT_EQ(ErrorOf([&] { ReadWholeFile("/proc/self/mem"); }), errors::kPathAccess);

@@ -220,6 +220,31 @@ TEST_F(SystemSettingsTest, OkWritesTheWholeConfigurationAndCloses) {
       ConfigFile("F\n9\n1\n2\nF\n9998\nT\nold login\nold control\nT\n", "3\n4\n5\n6\nTFFTF\n"));
 }
 
+TEST_F(SystemSettingsTest, PastedLineBreaksMoveNoSettings) {
+  QApplication::clipboard()->setText(QStringLiteral("pass\r\nword"));
+  for (size_t i = 0; i < kSettingsBoxes; ++i) {
+    if (i >= 4) Set(i, i == 5 || i == 7 || i == 8 ? "6" : "5");
+    Box(i).selectAll();
+    if (i < 4) Box(i).paste();
+  }
+  Click("Picture6");
+  EXPECT_EQ(
+      platform::ReadWholeFile(ConfigPath()),
+      ConfigFile("F\n5\n5\n6\nC\n1888\nT\npass  word\npass  word\nF\n", "5\n6\n5\n6\nFTFFT\n"));
+}
+
+/// Five digits can't be typed, but a file may hold them.
+TEST_F(SystemSettingsTest, AHighWebPortOfTheFileStaysWhatItIs) {
+  SystemSettings().Get().close();
+  Settle();
+  DataCenter.WebPort = 12345;
+  Open();
+  EXPECT_EQ(TextOf(Find<QLineEdit>("Text1")), "12345");
+  Click("Picture6");
+  EXPECT_EQ(Told(), Message(7));
+  EXPECT_EQ(DataCenter.WebPort, 12345);
+}
+
 TEST_F(SystemSettingsTest, OnlyWebChangesAskForARestartAndEscapeTakesNothing) {
   const auto ok = [this] {
     Click("Picture6");
