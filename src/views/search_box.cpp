@@ -7,6 +7,7 @@
 #include "platform/paths.h"
 #include "settings/language.h"
 #include "views/kit/progress_bar.h"
+#include "views/kit/style.h"
 #include "views/palette.h"
 
 namespace varek {
@@ -24,12 +25,13 @@ SearchBox::SearchBox(QWidget* parent)
       caption_(new QLabel(this)),
       label_(new QLabel(this)),
       target_(kBarWidth, kBarHeight),
-      source_(platform::ImagePath("progress.jpg")) {
-  setFixedSize(kBarWidth + 2 * kPlace, kBarHeight + 2 * kPlace);
+      source_(platform::ImagePath("progress.jpg")),
+      barTop_(RowHeight(*caption_, kPlace)) {
+  setFixedSize(kBarWidth + 2 * kPlace, barTop_ + kBarHeight + kPlace);
   setFrameShape(QFrame::Box);
   setAutoFillBackground(true);
-  caption_->setGeometry(kPlace, 2, kBarWidth - kLabelWidth, kPlace - 4);
-  label_->setGeometry(kPlace + kBarWidth - kLabelWidth, 2, kLabelWidth, kPlace - 4);
+  caption_->setGeometry(kPlace, 2, kBarWidth - kLabelWidth, barTop_ - 4);
+  label_->setGeometry(kPlace + kBarWidth - kLabelWidth, 2, kLabelWidth, barTop_ - 4);
   label_->setObjectName(QStringLiteral("port"));
   label_->setAlignment(Qt::AlignRight | Qt::AlignVCenter);
   hide();
@@ -63,7 +65,7 @@ void SearchBox::SetProgress(double percent) {
 
 void SearchBox::paintEvent(QPaintEvent* event) {
   QFrame::paintEvent(event);
-  QPainter(this).drawImage(kPlace, kPlace, target_.Image());
+  QPainter(this).drawImage(kPlace, barTop_, target_.Image());
 }
 
 }  // namespace varek

@@ -33,6 +33,7 @@ class SearchBox final : public QFrame {
   QLabel* label_;
   platform::Surface target_;
   platform::Surface source_;
+  int barTop_;     ///< below the texts
   int shown_ = 0;  ///< pixels of the bar
 };
 
