@@ -7,6 +7,7 @@
 #include <QLineEdit>
 #include <QPushButton>
 #include <QVBoxLayout>
+#include <algorithm>
 
 #include "platform/guard.h"
 #include "platform/text.h"
@@ -15,6 +16,7 @@
 #include "settings/save_settings.h"
 #include "views/kit/colors.h"
 #include "views/kit/picture_button.h"
+#include "views/kit/style.h"
 #include "views/palette.h"
 
 namespace varek {
@@ -25,6 +27,7 @@ constexpr QSize kStartSize{780, 660};
 constexpr QSize kLeastSize{720, 480};
 constexpr int kMargin = 12;
 constexpr QSize kButtonSize{150, 32};
+constexpr int kButtonEdges = 10;  ///< padding and border, above and below
 
 constexpr size_t kToggleHint = 187;
 constexpr size_t kEditHint = 188;
@@ -62,7 +65,8 @@ void NotificationWindow::MakeButtons() {
   Picture3->setFixedSize(kButtonSize);
   Command2 = new QPushButton(Client());
   Command2->setObjectName(QStringLiteral("Command2"));
-  Command2->setFixedSize(kButtonSize);
+  Command2->setFixedSize(kButtonSize.width(),
+                         std::max(kButtonSize.height(), LineHeight(*Command2) + kButtonEdges));
   connect(Command2, &QPushButton::clicked, this, [this] {
     platform::Guarded(Place(settings_.form, "Command2_Click"), [this] { Command2_Click(); });
   });

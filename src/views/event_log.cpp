@@ -224,6 +224,7 @@ void Form6::ApplyLanguage() {
   MSFlexGrid1->setAccessibleName(Text(kDayListText));
   renewdatetable();
   if (!Frame2->isHidden()) FillDayList();
+  Form_Resize();
 }
 
 void Form6::LayoutControls() {

@@ -194,7 +194,7 @@ void Form4::ApplyLanguage() {
   TitleDialog();
   reNewTable();
   Frame1->ShowEntries(month_.days.at(static_cast<size_t>(selected_.day) - 1));
-  ReWindow();
+  Form_Resize();
 }
 
 /// The list and the dialog begin side by side below the month, and stuck to the lower edge.

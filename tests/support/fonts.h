@@ -4,8 +4,8 @@
 namespace varek::test {
 
 /// From here on the toolkit finds two families only, which scripts/packages installs: one without
-/// Chinese letters, and one that has them. VAREK_TEST_FONTS=tall makes the lines of the second half
-/// as high again. To be called before the toolkit starts; false when a family is missing.
+/// Chinese letters, and one that has them. VAREK_TEST_FONTS=tall makes the lines of the second
+/// three tenths higher. To be called before the toolkit starts; false when a family is missing.
 bool BringFonts();
 
 }  // namespace varek::test
