@@ -50,7 +50,8 @@ Control* Named(Control* control, const char* name) {
 
 QString LinkLooks() {
   return QStringLiteral(
-             "QPushButton { border: none; background: transparent; color: %1; text-align: left; }"
+             "QPushButton { border: none; padding: 0px 8px; background: transparent; color: %1;"
+             "  text-align: left; }"
              "QPushButton:hover, QPushButton:focus { color: %2; }")
       .arg(ToQColor(palette::kMuted).name(), ToQColor(palette::kAccent).name());
 }
