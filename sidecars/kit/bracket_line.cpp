@@ -1,6 +1,6 @@
 #include "kit/bracket_line.h"
 
-#include "platform/runtime_error.h"
+#include "kit/trouble.h"
 
 namespace sidecar {
 
@@ -10,7 +10,7 @@ constexpr char kJoint[] = "][";
 constexpr size_t kJointSize = 2;
 
 [[noreturn]] void Fail(const std::string& words) {
-  throw platform::RuntimeError(platform::errors::kInvalidCall, "broken command line: " + words);
+  throw CannotSend({"broken command line: " + words, Trouble::BrokenLine, ""});
 }
 
 /// The parts of `text` between the joints.

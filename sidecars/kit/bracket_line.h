@@ -20,7 +20,7 @@ struct LineEnd {
 /// is told even then. Event and 0 when that can't be read.
 LineEnd ReadLineEnd(const std::string& line);
 
-/// The `count` fields of `line`. Throws RuntimeError, which tells what is wrong but none of the
+/// The `count` fields of `line`. Throws CannotSend, which tells what is wrong but none of the
 /// fields, since they hold passwords.
 std::vector<std::string> BracketFields(const std::string& line, size_t count);
 

@@ -1,9 +1,8 @@
 #include "kit/delivery.h"
 
-#include <csignal>
-#include <ctime>
 #include <sstream>
 
+#include "kit/system_end.h"
 #include "kit/utf8.h"
 #include "platform/runtime_error.h"
 
@@ -27,29 +26,6 @@ std::vector<int> Waits(const std::string& text) {
   throw platform::RuntimeError(platform::errors::kInvalidCall, "more than ten waits");
 }
 
-/// While it lives, the announced end of the system or of the session ends no attempt in its midst.
-class HeldSignals {
- public:
-  HeldSignals() {
-    sigemptyset(&ends_);
-    for (const int signal : {SIGTERM, SIGHUP}) sigaddset(&ends_, signal);
-    sigprocmask(SIG_BLOCK, &ends_, &before_);
-  }
-  ~HeldSignals() { sigprocmask(SIG_SETMASK, &before_, nullptr); }
-  HeldSignals(const HeldSignals&) = delete;
-  HeldSignals& operator=(const HeldSignals&) = delete;
-
-  /// False when the end was announced meanwhile.
-  bool Wait(int seconds) const {
-    const timespec time{seconds, 0};
-    return sigtimedwait(&ends_, nullptr, &time) < 0;
-  }
-
- private:
-  sigset_t ends_{};
-  sigset_t before_{};
-};
-
 }  // namespace
 
 SettingReaders DeliveryReaders(DeliverySettings& settings) {
@@ -62,7 +38,6 @@ SettingReaders DeliveryReaders(DeliverySettings& settings) {
 
 Attempt Deliver(const Delivery& delivery, Mode mode, const LogFile& log) {
   const std::string what = Shortened(delivery.what, kLoggedCharacters);
-  const HeldSignals signals;
   std::vector<int> waits = mode == Mode::Event ? delivery.settings.waits : std::vector<int>();
   for (size_t tried = 0;; ++tried) {
     const Attempt attempt = delivery.attempt();
@@ -70,13 +45,14 @@ Attempt Deliver(const Delivery& delivery, Mode mode, const LogFile& log) {
       log.Add(what + ": sent");
       return attempt;
     }
-    if (attempt.result == Result::Refused || tried == waits.size()) {
-      log.Add(what + ": not sent, given up: " + attempt.words);
+    const bool wasLast = tried == waits.size() || LastSecondsAreOver();
+    if (attempt.result == Result::Refused || wasLast) {
+      log.Add(what + ": not sent, given up: " + attempt.reason.words);
       return attempt;
     }
     log.Add(what + ": not sent, next attempt in " + std::to_string(waits[tried]) +
-            " s: " + attempt.words);
-    if (signals.Wait(waits[tried])) continue;
+            " s: " + attempt.reason.words);
+    if (WaitUnlessSystemEnds(waits[tried])) continue;
     log.Add(what + ": the system ends, last attempt");
     waits.resize(tried + 1);
   }

@@ -8,15 +8,17 @@
 #include "kit/bracket_line.h"
 #include "kit/log_file.h"
 #include "kit/settings_file.h"
+#include "kit/trouble.h"
 
 namespace sidecar {
 
-/// Failed may mend itself: a server that is down, a network that is not up yet. Refused can't.
+/// Failed may mend itself: a server that is down, a network that is not up yet. Refused can't, or
+/// another attempt could bring the message twice.
 enum class Result { Sent, Failed, Refused };
 
 struct Attempt {
   Result result;
-  std::string words;  ///< why it failed, for a person; nothing secret
+  Reason reason;  ///< why it failed
 };
 
 struct DeliverySettings {
@@ -37,7 +39,8 @@ struct Delivery {
 };
 
 /// Tries, in Mode::Event again after each wait, until the message is out, is refused, or has been
-/// tried often enough; the last attempt.
+/// tried often enough. When the system ends, an attempt that is under way may go on for the last
+/// seconds, and one more follows if there is time. Returns the last attempt.
 Attempt Deliver(const Delivery& delivery, Mode mode, const LogFile& log);
 
 }  // namespace sidecar

@@ -3,6 +3,7 @@
 #include <string.h>
 
 #include "kit/bracket_line.h"
+#include "kit/system_end.h"
 #include "kit/texts.h"
 #include "kit/utf8.h"
 #include "platform/application.h"
@@ -23,19 +24,34 @@ std::string FileOf(const Sender& sender, const std::string& ending) {
 
 Attempt Send(const Sender& sender, const std::string& line, Mode mode) {
   const LogFile log(FileOf(sender, ".log"));
+  const auto refused = [&](const Reason& reason) -> Attempt {
+    log.Add("not sent: " + reason.words);
+    return {Result::Refused, reason};
+  };
   try {
     const std::vector<std::string> fields = BracketFields(line, sender.fieldCount);
     return Deliver(sender.prepare(fields, FileOf(sender, ".conf"), log), mode, log);
+  } catch (const CannotSend& error) {
+    return refused(error.Why());
   } catch (const platform::RuntimeError& error) {
-    log.Add(std::string("not sent: ") + error.what());
-    return {Result::Refused, error.what()};
+    return refused({error.what(), Trouble::Other, ""});
   }
+}
+
+/// The reason in the person's language; in the log's words where an old table does not have it.
+std::string ReasonText(const Sender& sender, const Reason& reason, int language) {
+  const std::string text = Text(static_cast<int>(reason.trouble), language);
+  if (text.empty()) return reason.words;
+  if (reason.trouble == Trouble::Other) return text + "\n" + sender.name + ".log";
+  return reason.detail.empty() ? text : text + "\n" + reason.detail;
 }
 
 void Show(const Sender& sender, const Attempt& attempt, int language) {
   const bool sent = attempt.result == Result::Sent;
   std::string text = Text(sender.firstText + (sent ? 1 : 2), language);
-  if (!sent) text += "\n\n" + Shortened(attempt.words, kShownCharacters);
+  if (!sent) {
+    text += "\n\n" + Shortened(ReasonText(sender, attempt.reason, language), kShownCharacters);
+  }
   platform::MessageBox(text, Text(sender.firstText, language),
                        sent ? platform::MessageIcon::None : platform::MessageIcon::Exclamation);
 }
@@ -43,16 +59,19 @@ void Show(const Sender& sender, const Attempt& attempt, int language) {
 }  // namespace
 
 int RunSender(const Sender& sender, int argc, char** argv) {
+  ExpectSystemEnd();
   const std::string line = argc == 2 ? argv[1] : "";
   // It holds a password, which other accounts could read in the list of processes for ten minutes.
   if (argc == 2) explicit_bzero(argv[1], line.size());
   const LineEnd end = ReadLineEnd(line);
   const Attempt attempt = Send(sender, line, end.mode);
-  if (end.mode == Mode::Test) {
-    const platform::Application application(argc, argv);
+  const int status = attempt.result == Result::Sent ? 0 : 1;
+  if (end.mode == Mode::Test && !SystemEnds()) {
+    platform::Application application(argc, argv);
+    application.OnStopSignal([=] { platform::EndProcess(status); });
     Show(sender, attempt, end.language);
   }
-  return attempt.result == Result::Sent ? 0 : 1;
+  return status;
 }
 
 }  // namespace sidecar

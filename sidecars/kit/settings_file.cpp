@@ -4,6 +4,7 @@
 #include <filesystem>
 #include <sstream>
 
+#include "kit/trouble.h"
 #include "platform/paths.h"
 #include "platform/runtime_error.h"
 
@@ -72,7 +73,9 @@ void SettingsFile::Read(const std::string& section, const SettingReaders& reader
 }
 
 void SettingsFile::Fail(int line, const std::string& words) const {
-  throw RuntimeError(errors::kInvalidCall, name_ + ", line " + std::to_string(line) + ": " + words);
+  const std::string number = std::to_string(line);
+  throw CannotSend(
+      {name_ + ", line " + number + ": " + words, Trouble::SettingsFile, name_ + ":" + number});
 }
 
 int WholeNumber(const std::string& text, int least, int most) {

@@ -16,13 +16,14 @@ using SettingReaders = std::map<std::string, std::function<void(const std::strin
 class SettingsFile final {
  public:
   /// Reads `path`; a file that does not exist counts as empty. Throws RuntimeError when it can't be
-  /// read or a line has no meaning.
+  /// read and CannotSend when a line has no meaning.
   explicit SettingsFile(const std::string& path);
 
   bool HasSection(const std::string& section) const;
 
   /// Gives each line of `section` (empty: those ahead of the first section) to its key's reader, in
-  /// the order of the file. Throws RuntimeError for a key without one.
+  /// the order of the file. Throws CannotSend for a key without one, or with a value that its
+  /// reader does not take.
   void Read(const std::string& section, const SettingReaders& readers) const;
 
  private:

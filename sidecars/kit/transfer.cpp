@@ -1,5 +1,9 @@
 #include "kit/transfer.h"
 
+#include <algorithm>
+#include <iterator>
+
+#include "kit/system_end.h"
 #include "platform/runtime_error.h"
 
 namespace sidecar {
@@ -8,22 +12,65 @@ using platform::RuntimeError;
 
 namespace {
 
-/// A server that answers each word in time may be slow on the whole: one that checks a mail before
-/// it accepts it must not be given the mail again.
-constexpr long kWholeTransfer = 4;
+struct Meaning {
+  CURLcode code;
+  Trouble trouble;
+  bool lasting;  ///< the next attempt would meet it again: a setting or a certificate is wrong
+};
+
+constexpr Meaning kMeanings[] = {{CURLE_UNSUPPORTED_PROTOCOL, Trouble::Other, true},
+                                 {CURLE_URL_MALFORMAT, Trouble::Other, true},
+                                 {CURLE_BAD_FUNCTION_ARGUMENT, Trouble::Other, true},
+                                 {CURLE_USE_SSL_FAILED, Trouble::NoEncryption, true},
+                                 {CURLE_LOGIN_DENIED, Trouble::LoginRefused, true},
+                                 {CURLE_PEER_FAILED_VERIFICATION, Trouble::UntrustedServer, true},
+                                 {CURLE_SSL_CACERT_BADFILE, Trouble::UntrustedServer, true},
+                                 {CURLE_SSL_CONNECT_ERROR, Trouble::NoEncryption, false},
+                                 {CURLE_COULDNT_RESOLVE_HOST, Trouble::UnknownServer, false},
+                                 {CURLE_COULDNT_RESOLVE_PROXY, Trouble::UnknownServer, false},
+                                 {CURLE_COULDNT_CONNECT, Trouble::Unreachable, false},
+                                 {CURLE_OPERATION_TIMEDOUT, Trouble::NoAnswer, false},
+                                 {CURLE_ABORTED_BY_CALLBACK, Trouble::NoAnswer, false},
+                                 {CURLE_SEND_ERROR, Trouble::ConnectionLost, false},
+                                 {CURLE_RECV_ERROR, Trouble::ConnectionLost, false},
+                                 {CURLE_GOT_NOTHING, Trouble::ConnectionLost, false},
+                                 {CURLE_WEIRD_SERVER_REPLY, Trouble::ConnectionLost, false}};
+
+const Meaning& MeaningOf(CURLcode code) {
+  static constexpr Meaning kUnknown{CURLE_OK, Trouble::Other, false};
+  const auto* found = std::ranges::find(kMeanings, code, &Meaning::code);
+  return found == std::end(kMeanings) ? kUnknown : *found;
+}
 
 }  // namespace
 
-Transfer::Transfer(int timeout) : handle_(curl_easy_init()) {
+Transfer::Transfer(int timeout) : handle_(curl_easy_init()), timeout_(timeout) {
   if (!handle_) throw RuntimeError(platform::errors::kInternal, "libcurl can't be started");
   curl_easy_setopt(handle_, CURLOPT_ERRORBUFFER, words_.data());
-  for (const CURLoption wait : {CURLOPT_CONNECTTIMEOUT, CURLOPT_SERVER_RESPONSE_TIMEOUT}) {
-    curl_easy_setopt(handle_, wait, static_cast<long>(timeout));
-  }
-  curl_easy_setopt(handle_, CURLOPT_TIMEOUT, static_cast<long>(timeout) * kWholeTransfer);
+  curl_easy_setopt(handle_, CURLOPT_TIMEOUT, static_cast<long>(timeout));
+  // A name server that doesn't answer would otherwise be waited for at the end.
+  curl_easy_setopt(handle_, CURLOPT_QUICK_EXIT, 1L);
+  // So the farewell is said, and waited for, inside the transfer, where the time is looked at.
+  curl_easy_setopt(handle_, CURLOPT_FORBID_REUSE, 1L);
+  curl_easy_setopt(handle_, CURLOPT_NOPROGRESS, 0L);
+  curl_easy_setopt(handle_, CURLOPT_XFERINFOFUNCTION, &Transfer::AskTime);
+  curl_easy_setopt(handle_, CURLOPT_XFERINFODATA, static_cast<void*>(this));
 }
 
 Transfer::~Transfer() { curl_easy_cleanup(handle_); }
+
+CURLcode Transfer::Perform() {
+  start_ = std::chrono::steady_clock::now();
+  return curl_easy_perform(handle_);
+}
+
+bool Transfer::IsTimeOver() const {
+  return LastSecondsAreOver() || std::chrono::steady_clock::now() - start_ > timeout_;
+}
+
+int Transfer::AskTime(void* transfer, curl_off_t, curl_off_t, curl_off_t, curl_off_t) {
+  return static_cast<Transfer*>(transfer)->IsTimeOver() ? 1 : 0;
+}
 
 void Transfer::Require(CURLcode code) {
   if (code != CURLE_OK) {
@@ -37,23 +84,20 @@ long Transfer::HttpStatus() const {
   return status;
 }
 
-std::string Transfer::Words(CURLcode code) const {
-  return words_[0] ? words_.data() : curl_easy_strerror(code);
+bool Transfer::IsHandedOver() const {
+  // Not before a proxy has let it through and the connection is protected.
+  curl_off_t begun = 0;
+  curl_easy_getinfo(handle_, CURLINFO_PRETRANSFER_TIME_T, &begun);
+  return begun > 0;
 }
 
-bool IsLasting(CURLcode code) {
-  switch (code) {
-    case CURLE_UNSUPPORTED_PROTOCOL:
-    case CURLE_URL_MALFORMAT:
-    case CURLE_USE_SSL_FAILED:
-    case CURLE_LOGIN_DENIED:
-    case CURLE_PEER_FAILED_VERIFICATION:
-    case CURLE_SSL_CACERT_BADFILE:
-    case CURLE_BAD_FUNCTION_ARGUMENT:
-      return true;
-    default:
-      return false;
-  }
+Reason Transfer::Why(CURLcode code) const {
+  const char* words = words_[0] ? words_.data() : curl_easy_strerror(code);
+  if (code == CURLE_ABORTED_BY_CALLBACK)
+    words = SystemEnds() ? "left unfinished, since the system ends" : "no answer in time";
+  return {words, MeaningOf(code).trouble, ""};
 }
+
+bool IsLasting(CURLcode code) { return MeaningOf(code).lasting; }
 
 }  // namespace sidecar

@@ -1,16 +1,19 @@
-// One libcurl transfer: its handle, its time limit, and its error in words.
+// One libcurl transfer: its handle, its time limit, and what its errors mean.
 #pragma once
 
 #include <curl/curl.h>
 
 #include <array>
-#include <string>
+#include <chrono>
+
+#include "kit/trouble.h"
 
 namespace sidecar {
 
 class Transfer final {
  public:
-  /// `timeout` in seconds, for the whole transfer. Throws RuntimeError when libcurl can't start.
+  /// `timeout` in seconds, from the search for the server's address to the farewell; the end of the
+  /// system may leave less. Throws RuntimeError when libcurl can't start.
   explicit Transfer(int timeout);
   ~Transfer();
   Transfer(const Transfer&) = delete;
@@ -23,17 +26,24 @@ class Transfer final {
     Require(curl_easy_setopt(handle_, option, value));
   }
 
-  CURLcode Perform() { return curl_easy_perform(handle_); }
+  CURLcode Perform();
 
   /// The status of the reply to an HTTP request; 0 without one.
   long HttpStatus() const;
+  /// True when an HTTP request has gone out: who got it may act on it, whatever is heard of that.
+  bool IsHandedOver() const;
   /// What went wrong with `code`.
-  std::string Words(CURLcode code) const;
+  Reason Why(CURLcode code) const;
 
  private:
   static void Require(CURLcode code);
+  /// What libcurl asks about once a second; true breaks the transfer off.
+  bool IsTimeOver() const;
+  static int AskTime(void* transfer, curl_off_t, curl_off_t, curl_off_t, curl_off_t);
 
   CURL* handle_;
+  std::chrono::seconds timeout_;
+  std::chrono::steady_clock::time_point start_;
   std::array<char, CURL_ERROR_SIZE> words_{};
 };
 

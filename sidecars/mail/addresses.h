@@ -10,13 +10,16 @@ struct MailServer {
   int port = 0;      ///< 1 to 65535; 0 when none was given
 };
 
-/// Reads "host", "host:port", "[v6]", "[v6]:port" or a bare IPv6 address. Throws RuntimeError when
+/// Reads "host", "host:port", "[v6]", "[v6]:port" or a bare IPv6 address. Throws CannotSend when
 /// `text` is none of these.
 MailServer ParseServer(const std::string& text);
 
-/// `address` without the blanks around it. Throws RuntimeError, which calls it `what`, when it is
-/// empty or is no plain name@domain: blanks, brackets, commas, quotes and control characters may
-/// reach neither a header nor a mail command.
-std::string CheckedAddress(const std::string& address, const std::string& what);
+/// The two ends of a mail.
+enum class Person { Sender, Recipient };
+
+/// The address of `whose`, without the blanks around it. Throws CannotSend when it is empty or is
+/// no plain name@domain: blanks, brackets, commas, quotes and control characters may reach neither
+/// a header nor a mail command.
+std::string CheckedAddress(const std::string& address, Person whose);
 
 }  // namespace sidecar

@@ -31,8 +31,8 @@ Delivery PrepareMail(const std::vector<std::string>& fields, const std::string& 
                      const LogFile& log) {
   const MailSettings settings = ReadMailSettings(conf, log);
   const Envelope envelope{ParseServer(fields[kServer]),
-                          CheckedAddress(fields[kSenderAddress], "sender's address"),
-                          CheckedAddress(fields[kRecipientAddress], "recipient's address")};
+                          CheckedAddress(fields[kSenderAddress], Person::Sender),
+                          CheckedAddress(fields[kRecipientAddress], Person::Recipient)};
   const std::string message = Compose({fields[kSenderName], envelope.sender, fields[kRecipientName],
                                        envelope.recipient, fields[kSubject], fields[kBody]});
   return {"to " + envelope.recipient + " \"" + fields[kSubject] + "\"", settings.delivery,

@@ -58,6 +58,8 @@ class LastReply {
   }
   bool IsTemporary() const { return text_.starts_with('4'); }
   bool IsLasting() const { return text_.starts_with('5'); }
+  /// The server waits for the mail itself, and has not said anything since.
+  bool IsGoAhead() const { return text_.starts_with("354"); }
   const std::string& Text() const { return text_; }
 
  private:
@@ -96,16 +98,31 @@ std::vector<std::string> Secrets(const MailSettings& settings) {
   return {Base64(plainLogin), Base64(settings.password), settings.password};
 }
 
-Attempt Judge(CURLcode code, const std::string& words, const LastReply& reply,
+/// `text` as it may be told.
+std::string Safe(const std::string& text, const MailSettings& settings) {
+  const bool secret = !settings.password.empty();
+  return Shortened(Masked(text, secret ? Secrets(settings) : std::vector<std::string>()),
+                   kLongestReply);
+}
+
+Reason WhyNot(Reason reason, const LastReply& reply, const MailSettings& settings) {
+  if (!reply.Text().empty()) reason.words += "; the server's last words: " + reply.Text();
+  reason.words = Safe(reason.words, settings);
+  if (!reply.IsTemporary() && !reply.IsLasting()) return reason;
+  if (reason.trouble != Trouble::LoginRefused) reason.trouble = Trouble::Answer;
+  reason.detail = Safe(reply.Text(), settings);
+  return reason;
+}
+
+/// `handedOver`: the whole mail has left.
+Attempt Judge(CURLcode code, Reason reason, bool handedOver, const LastReply& reply,
               const MailSettings& settings) {
-  if (code == CURLE_OK) return {Result::Sent, ""};
+  if (code == CURLE_OK) return {Result::Sent, {}};
+  const bool unanswered = handedOver && reply.IsGoAhead() && reason.trouble == Trouble::NoAnswer;
+  if (unanswered) reason = {reason.words + "; it may arrive", Trouble::NoAnswerInTheEnd, ""};
   const bool lasting = reply.IsLasting() || (IsLasting(code) && !reply.IsTemporary());
-  const std::string account =
-      reply.Text().empty() ? words : words + "; the server's last words: " + reply.Text();
-  return {lasting ? Result::Refused : Result::Failed,
-          Shortened(Masked(account, settings.password.empty() ? std::vector<std::string>()
-                                                              : Secrets(settings)),
-                    kLongestReply)};
+  return {lasting || unanswered ? Result::Refused : Result::Failed,
+          WhyNot(std::move(reason), reply, settings)};
 }
 
 }  // namespace
@@ -132,7 +149,7 @@ Attempt SendMail(const Envelope& envelope, const MailSettings& settings,
   transfer.Set(CURLOPT_HEADERFUNCTION, HearReply);
   transfer.Set(CURLOPT_HEADERDATA, static_cast<void*>(&reply));
   const CURLcode code = transfer.Perform();
-  return Judge(code, transfer.Words(code), reply, settings);
+  return Judge(code, transfer.Why(code), rest.empty(), reply, settings);
 }
 
 }  // namespace sidecar

@@ -3,6 +3,7 @@
 #include <algorithm>
 
 #include "kit/settings_file.h"
+#include "kit/trouble.h"
 #include "platform/runtime_error.h"
 
 namespace sidecar {
@@ -78,13 +79,19 @@ std::string Filled(const std::string& pattern, const Placeholders& values) {
 
 Gateway ReadGateway(const std::string& conf, const std::string& number) {
   const SettingsFile file(conf);
-  if (!file.HasSection(number)) Fail("SMSTO.conf has no gateway of this number");
+  const std::string place = "SMSTO.conf [" + number + "]";
+  if (!file.HasSection(number))
+    throw CannotSend({"SMSTO.conf has no gateway of this number", Trouble::SettingsFile, place});
   Gateway gateway;
   file.Read("", DeliveryReaders(gateway.delivery));
   file.Read(number, GatewayReaders(gateway));
-  const std::string section = "SMSTO.conf, section " + number + ": ";
-  if (gateway.address.empty()) Fail(section + "address is missing");
-  if (!gateway.good) Fail(section + "good is missing");
+  const auto require = [&](bool present, const std::string& key) {
+    if (present) return;
+    throw CannotSend({"SMSTO.conf, section " + number + ": " + key + " is missing",
+                      Trouble::SettingsFile, place + " " + key});
+  };
+  require(!gateway.address.empty(), "address");
+  require(gateway.good.has_value(), "good");
   if (gateway.name.empty()) gateway.name = "gateway " + number;
   return gateway;
 }

@@ -39,7 +39,7 @@ using Placeholders = std::map<std::string, std::string>;
 /// RuntimeError for a placeholder that `values` does not have.
 std::string Filled(const std::string& pattern, const Placeholders& values);
 
-/// The gateway `number` of the file `conf`. Throws RuntimeError when the file has none of this
+/// The gateway `number` of the file `conf`. Throws CannotSend when the file has none of this
 /// number or its description is broken.
 Gateway ReadGateway(const std::string& conf, const std::string& number);
 

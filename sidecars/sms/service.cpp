@@ -18,8 +18,8 @@ constexpr size_t kMostReply = 64 << 10;
 constexpr size_t kReadReply = 1024;
 constexpr size_t kMostWords = 300;
 
-constexpr long kTimeout = 408;
 constexpr long kTooManyRequests = 429;
+constexpr long kUnavailable = 503;
 
 /// What is longer than any reply of a service is cut off, which ends the transfer.
 extern "C" size_t TakeReply(char* bytes, size_t, size_t count, void* reply) {
@@ -29,9 +29,8 @@ extern "C" size_t TakeReply(char* bytes, size_t, size_t count, void* reply) {
   return taken;
 }
 
-bool MayDoBetterLater(long status) {
-  return status >= 500 || status == kTimeout || status == kTooManyRequests;
-}
+/// The only replies that say for sure that nothing was sent, and that it may be asked for again.
+bool MayDoBetterLater(long status) { return status == kTooManyRequests || status == kUnavailable; }
 
 std::string Replaced(std::string text, const std::string& part, const std::string& other) {
   for (size_t at = 0; (at = text.find(part, at)) != std::string::npos; at += other.size()) {
@@ -82,9 +81,20 @@ Attempt Judge(const Gateway& gateway, long status, const std::string& reply,
               const std::string& password) {
   const bool success = status >= 200 && status < 300;
   const std::string start = reply.substr(0, kReadReply);
-  if (success && std::regex_search(start, *gateway.good)) return {Result::Sent, ""};
+  if (success && std::regex_search(start, *gateway.good)) return {Result::Sent, {}};
+  const std::string words =
+      "HTTP " + std::to_string(status) + ": " + ErrorWords(gateway, reply, password);
   return {MayDoBetterLater(status) ? Result::Failed : Result::Refused,
-          "HTTP " + std::to_string(status) + ": " + ErrorWords(gateway, reply, password)};
+          {words, Trouble::Answer, words}};
+}
+
+/// A transfer that brought no reply.
+Attempt JudgeSilence(CURLcode code, const Transfer& transfer, const std::string& password) {
+  Reason reason = transfer.Why(code);
+  reason.words = WithoutPassword(reason.words, password);
+  if (!transfer.IsHandedOver()) return {IsLasting(code) ? Result::Refused : Result::Failed, reason};
+  return {Result::Refused,
+          {reason.words + "; it may have been sent", Trouble::NoAnswerInTheEnd, ""}};
 }
 
 void SetRequest(Transfer& transfer, const Gateway& gateway, const std::string& parameters) {
@@ -109,11 +119,9 @@ Attempt SendSms(const Gateway& gateway, const SmsMessage& message) {
   transfer.Set(CURLOPT_WRITEDATA, static_cast<void*>(&reply));
   const CURLcode code = transfer.Perform();
   // A reply that is there counts, however the connection ended: a second message costs money.
-  if (code == CURLE_OK || !reply.empty()) {
-    return Judge(gateway, transfer.HttpStatus(), reply, message.password);
-  }
-  return {IsLasting(code) ? Result::Refused : Result::Failed,
-          WithoutPassword(transfer.Words(code), message.password)};
+  const long status = transfer.HttpStatus();
+  if (code != CURLE_OK && status == 0) return JudgeSilence(code, transfer, message.password);
+  return Judge(gateway, status, reply, message.password);
 }
 
 }  // namespace sidecar

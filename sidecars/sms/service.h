@@ -7,10 +7,10 @@
 
 namespace sidecar {
 
-/// One attempt. A service that can't be reached, is overloaded or in trouble may do better later;
-/// any other reply that the gateway's description does not take for a good one is a refusal, since
-/// a service may have sent, and charged for, what it answers strangely. Redirections are not
-/// followed, certificates are always checked. The words never hold the password.
+/// One attempt. A service that can't be reached, or says that it has too much to do (429, 503), may
+/// do better later. What it has got whole is not asked for again otherwise: it may have sent, and
+/// charged for, what it answers strangely, late or not at all. Redirections are not followed,
+/// certificates are always checked. The words never hold the password.
 Attempt SendSms(const Gateway& gateway, const SmsMessage& message);
 
 }  // namespace sidecar

@@ -2,7 +2,8 @@
 
 Writes its port to FOLDER/port and each mail, decoded, to FOLDER/mail-1 and so on. The words:
 starttls and tls (the certificate is FOLDER/cert.pem), login (as varek, geheim#=), late (listens
-when FOLDER/mailto.log exists), and replies like 450 that refuse one recipient each.
+when FOLDER/mailto.log exists), silent (takes calls and says nothing), dumb (says nothing about a
+mail), clingy (nor to a farewell), and replies like 450 that refuse one recipient each.
 """
 import asyncio
 import email
@@ -44,7 +45,13 @@ class Mails:
                  "login" if session.authenticated else "stranger",
                  "long" if max(map(len, head)) > 78 else "short"]
         write(f"mail-{self.count}", "\n".join(lines) + "\n\n" + mail.get_content())
+        if "dumb" in words:
+            await asyncio.sleep(600)
         return "250 OK"
+
+    async def handle_QUIT(self, server, session, envelope):
+        await asyncio.sleep(600 if "clingy" in words else 0)
+        return "221 Bye"
 
 
 def authenticate(server, session, envelope, mechanism, data):
@@ -64,6 +71,8 @@ async def serve():
     if "late" not in words:
         listener.listen()
     write("port", str(listener.getsockname()[1]))
+    while "silent" in words:
+        await asyncio.sleep(600)
     while "late" in words and not os.path.exists(f"{folder}/mailto.log"):
         await asyncio.sleep(0.02)
     server = await loop.create_server(

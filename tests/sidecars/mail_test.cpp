@@ -1,6 +1,7 @@
 // mailto against a real mail server: what arrives, what never leaves without protection, and what
 // the log tells.
 
+#include <chrono>
 #include <filesystem>
 #include <vector>
 
@@ -142,10 +143,55 @@ TEST_F(MailTest, TheEndOfTheSystemBringsTheLastAttempt) {
   Write("mailto.conf", "wait = 600\n");
   Write("port", "1");
   EXPECT_EQ(RunAndEnd(MailLine("Mains failed", "secret words")), 1);
+  EXPECT_TRUE(Read("list").starts_with("./mailto")) << Read("list");
   EXPECT_EQ(Read("list").find("secret words"), std::string::npos) << "seen by others";
   EXPECT_EQ(LogLines(), 3) << Log();
   EXPECT_NE(Log().find("the system ends, last attempt\n"), std::string::npos);
   EXPECT_NE(Log().find("given up"), std::string::npos);
+
+  Write("mailto.conf", "timeout = 600\nwait = 600\n");
+  Serve("silent");
+  const auto start = std::chrono::steady_clock::now();
+  EXPECT_EQ(RunAndEnd(MailLine("Mains failed", "x")), 1);
+  EXPECT_LT(std::chrono::steady_clock::now() - start, std::chrono::seconds(1 + 5));
+  EXPECT_TRUE(Log().ends_with("given up: left unfinished, since the system ends\n")) << Log();
+}
+
+TEST_F(MailTest, TheTimeIsForTheWholeAttempt) {
+  struct Case {
+    std::string server;
+    int status;
+    long lines;  // one for each attempt
+    std::string end;
+  };
+  const std::vector<Case> cases{{"silent", 1, 2, "given up: "},
+                                {"dumb", 1, 1, "; it may arrive; the server's last words: 354 "},
+                                {"clingy", 0, 1, ": sent\n"}};
+  for (const Case& row : cases) {
+    fs::remove(Path("mailto.log"));
+    Write("mailto.conf", "timeout = 2\nwait = 0\n");
+    Serve(row.server);
+    const auto start = std::chrono::steady_clock::now();
+    EXPECT_EQ(Run(MailLine("x", "y")), row.status);
+    EXPECT_LT(std::chrono::steady_clock::now() - start, std::chrono::seconds(4 * row.lines));
+    EXPECT_EQ(LogLines(), row.lines) << Log();
+    EXPECT_NE(Log().find(row.end), std::string::npos) << Log();
+  }
+}
+
+TEST_F(MailTest, ATestTellsTheReasonInThePersonsLanguage) {
+  Write("port", "1");
+  const std::vector<std::pair<std::string, std::string>> cases{
+      {MailLine("x", "y", "T"), "無法連線到伺服器。\n"},
+      {MailLine("x][", "y", "T"), "其中一段文字含有「][」，訊息無法傳送這些字元。\n"},
+      {Line({" ", "", "", "", "", "", "", "T", "1"}), "尚未設定郵件伺服器。\n"}};
+  for (const auto& [line, reason] : cases) {
+    EXPECT_EQ(Run(line), 1);
+    EXPECT_TRUE(Read("output").ends_with("未送出。\n\n" + reason)) << Read("output");
+  }
+  Write("mailto.conf", "\ngeheim\n");
+  EXPECT_EQ(Run(MailLine("x", "y", "T")), 1);
+  EXPECT_TRUE(Read("output").ends_with("缺少的設定：\nmailto.conf:2\n")) << Read("output");
 }
 
 TEST_F(MailTest, RefusesWhatItCannotUse) {

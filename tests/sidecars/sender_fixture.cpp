@@ -77,7 +77,7 @@ void SenderTest::EndServer() {
 }
 
 int SenderTest::Shell(const std::string& command) const {
-  const int status = system(("cd " + folder_.Path() + " && " + command).c_str());
+  const int status = system(("cd " + folder_.Path() + "\n" + command).c_str());
   return WIFEXITED(status) ? WEXITSTATUS(status) : -1;
 }
 

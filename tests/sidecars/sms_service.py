@@ -1,13 +1,15 @@
 """An SMS service on loopback: sms_service.py FOLDER [tls]; ends with its input.
 
 Writes its port to FOLDER/port and each request, decoded, to FOLDER/requests. Answers the first
-request with FOLDER/reply-1 (the status in the first line, the body behind it), and so on.
+request with FOLDER/reply-1 (the status in the first line, the body behind it), and so on; a status
+of 0 is no answer at all.
 """
 import http.server
 import os
 import ssl
 import sys
 import threading
+import time
 import urllib.parse
 
 folder = sys.argv[1]
@@ -28,6 +30,8 @@ class Service(http.server.BaseHTTPRequestHandler):
             file.writelines(f"{name}: {value}\n" for name, value in pairs)
         with open(f"{folder}/reply-{Service.count}", "rb") as file:
             status, _, body = file.read().partition(b"\n")
+        if status == b"0":
+            time.sleep(600)
         self.send_response(int(status))
         self.send_header("Location", "/elsewhere")
         self.end_headers()
@@ -42,7 +46,7 @@ class Service(http.server.BaseHTTPRequestHandler):
         pass
 
 
-server = http.server.HTTPServer(("127.0.0.1", 0), Service)
+server = http.server.ThreadingHTTPServer(("127.0.0.1", 0), Service)
 if "tls" in sys.argv:
     context = ssl.SSLContext(ssl.PROTOCOL_TLS_SERVER)
     context.load_cert_chain(f"{folder}/cert.pem", f"{folder}/key.pem")

@@ -24,14 +24,15 @@ class SmsTest : public SenderTest {
     std::string conf = std::regex_replace(
         Read("SMSTO.conf"), std::regex("address = https?://[^/]*"),
         std::string("address = http") + (words.empty() ? "" : "s") + "://" + Address());
-    Write("SMSTO.conf", std::regex_replace(conf, std::regex("wait = .*"), "wait = 0 0 0"));
+    Write("SMSTO.conf",
+          std::regex_replace(conf, std::regex("wait = .*"), "wait = 0 0 0\ntimeout = 1"));
   }
 
   void SetUp() override { fs::copy_file(ASSETS "/SMSTO.conf", Path("SMSTO.conf")); }
 
   static std::string SmsLine(const std::string& gateway, const std::string& text,
                              const std::string& mode = "F") {
-    return Line({gateway, "me+you@x", kPassword, "+886 912", text, "id/7", mode, "2"});
+    return Line({gateway, " me+you@x ", kPassword + " ", "+886 912 ", text, "id/7 ", mode, "2"});
   }
 };
 
@@ -77,12 +78,15 @@ TEST_F(SmsTest, RepliesAreJudged) {
        1,
        "given up: HTTP 200: -300,unknown ***\n"},
       {"1", "F", {"200\nERR: 001, ge%20heim%26%3D%25%C3%A9"}, 1, "HTTP 200: ERR: 001, ***\n"},
-      {"0", "F", {"500\noops", "429\n", "200\n1"}, 0, ": sent\n"},
+      {"0", "F", {"503\noops", "429\n", "200\n1"}, 0, ": sent\n"},
       {"0",
        "F",
-       {"500\n", "502\n", "503\n", "500\nlast " + kPassword},
+       {"429\n", "503\n", "503\n", "503\nlast " + kPassword},
        1,
-       "given up: HTTP 500: last ***\n"},
+       "given up: HTTP 503: last ***\n"},
+      {"0", "F", {"500\noops"}, 1, "given up: HTTP 500: oops\n"},
+      {"0", "F", {"504\n"}, 1, "given up: HTTP 504: \n"},
+      {"0", "F", {"0\n"}, 1, "; it may have been sent\n"},
       {"0", "F", {"404\n1"}, 1, "given up: HTTP 404: 1\n"},
       {"0", "F", {"302\n1"}, 1, "given up: HTTP 302: 1\n"},
       {"1", "F", {"200\nID: " + huge}, 0, ": sent\n"},
@@ -101,7 +105,7 @@ TEST_F(SmsTest, RepliesAreJudged) {
     EXPECT_TRUE(Log().ends_with(row.log)) << Log();
     EXPECT_EQ(Log().find("heim"), std::string::npos) << Log();
   }
-  EXPECT_EQ(Read("output"), "短信: 短信未发送。\n\nHTTP 500: busy\n");
+  EXPECT_EQ(Read("output"), "短信: 短信未发送。\n\n服务器的回应：\nHTTP 500: busy\n");
 }
 
 TEST_F(SmsTest, RefusesWhatItCannotUse) {
