@@ -8,6 +8,8 @@
 #include <QFont>
 #include <QGuiApplication>
 #include <QPageSize>
+#include <QPainter>
+#include <QPalette>
 #include <QPdfWriter>
 #include <QRegularExpression>
 #include <QTextBlock>
@@ -15,19 +17,21 @@
 #include <QTextDocument>
 #include <QTextFormat>
 #include <QTextFrame>
+#include <QTextLayout>
+#include <QTextTable>
 #include <QUrl>
-#include <cmath>
 #include <cstdio>
 #include <exception>
 #include <filesystem>
 #include <stdexcept>
+#include <vector>
 
 namespace {
 
 namespace fs = std::filesystem;
 
 constexpr int kDotsPerInch = 300;
-/// The two centimetres that the toolkit keeps free, in its dots of 1/96 inch.
+/// Two centimetres, in the toolkit's dots of 1/96 inch.
 constexpr int kPrintMargin = 75;
 
 constexpr char kSheet[] = R"(
@@ -80,25 +84,90 @@ bool BelongsToNext(const QTextBlock& block) {
          block.text() == QChar::ObjectReplacementCharacter;
 }
 
-/// A heading, or a picture above its caption, is not left alone at the foot of a page. The pages
-/// are laid out for this as the printing will do it, margins included.
-void KeepTogether(QTextDocument& document, QPdfWriter& writer) {
-  QAbstractTextDocumentLayout& layout = *document.documentLayout();
-  layout.setPaintDevice(&writer);
+bool EndsChapter(const QTextBlock& block) {
+  return !block.next().isValid() || block.next().blockFormat().headingLevel() > 0;
+}
+
+void LayOut(QTextDocument& document, QPdfWriter& writer) {
+  document.documentLayout()->setPaintDevice(&writer);
   QTextFrameFormat margins = document.rootFrame()->frameFormat();
   margins.setMargin(kPrintMargin);
   document.rootFrame()->setFrameFormat(margins);
   document.setPageSize(QSizeF(writer.width(), writer.height()));
-  const auto page = [&](const QTextBlock& block) {
-    return std::floor(layout.blockBoundingRect(block).bottom() / writer.height());
-  };
-  for (QTextBlock block = document.begin(); block.next().isValid(); block = block.next()) {
-    if (!BelongsToNext(block) || page(block) == page(block.next())) continue;
-    QTextBlockFormat format = block.blockFormat();
-    format.setPageBreakPolicy(QTextFormat::PageBreak_AlwaysBefore);
-    QTextCursor(block).setBlockFormat(format);
+}
+
+/// The page of each line of a block.
+std::vector<int> PagesOfLines(const QTextBlock& block) {
+  const QTextDocument& document = *block.document();
+  const qreal top = document.documentLayout()->blockBoundingRect(block).top();
+  std::vector<int> pages;
+  for (int i = 0; i < block.layout()->lineCount(); ++i) {
+    const QRectF line = block.layout()->lineAt(i).rect();
+    pages.push_back(static_cast<int>((top + line.center().y()) / document.pageSize().height()));
   }
-  document.setPageSize(QSizeF());
+  return pages;
+}
+
+/// True when a page would begin or end with one line of the block.
+bool HasLoneLine(const std::vector<int>& pages) {
+  const size_t count = pages.size();
+  return count > 1 && (pages[0] != pages[1] || pages[count - 2] != pages[count - 1]);
+}
+
+/// True when the next block has to move to another page and should take this one along: a heading
+/// or a picture stays above what it belongs to, be it a whole table, and the one line that ends a
+/// chapter has company.
+bool StaysWithNext(const QTextBlock& block) {
+  if (!block.next().isValid()) return false;
+  const QTextTable* const table = QTextCursor(block.next()).currentTable();
+  const QTextBlock next = table ? table->lastCursorPosition().block() : block.next();
+  const std::vector<int> pages = PagesOfLines(next);
+  if (pages.empty()) return false;
+  const int page = table ? pages.back() : pages.front();
+  if (page == PagesOfLines(block).back()) return false;
+  return BelongsToNext(block) || (pages.size() == 1 && EndsChapter(next));
+}
+
+void BreakBefore(QTextBlock block) {
+  while (BelongsToNext(block.previous())) block = block.previous();
+  QTextBlockFormat format = block.blockFormat();
+  format.setPageBreakPolicy(QTextFormat::PageBreak_AlwaysBefore);
+  QTextCursor(block).setBlockFormat(format);
+  QTextDocument& document = *QTextCursor(block).document();
+  document.setPageSize(document.pageSize());  // Lays out all: the toolkit loses blocks otherwise.
+}
+
+/// Moves to the next page what would be torn from its neighbours. Tables break by themselves.
+void KeepTogether(QTextDocument& document) {
+  for (QTextBlock block = document.begin(); block.isValid(); block = block.next()) {
+    if (QTextCursor(block).currentTable() != nullptr || PagesOfLines(block).empty()) continue;
+    if (HasLoneLine(PagesOfLines(block)) || StaysWithNext(block)) BreakBefore(block);
+  }
+}
+
+void DrawNumber(QPainter& painter, const QRectF& page, const QTextDocument& document, int number) {
+  const qreal margin = kPrintMargin * kDotsPerInch / 96.0;
+  painter.setFont(document.defaultFont());
+  painter.drawText(page.adjusted(0, 0, -margin, -margin / 2), Qt::AlignRight | Qt::AlignBottom,
+                   QString::number(number));
+}
+
+/// Draws the very layout that was judged: a printing of the toolkit's would lay out once more.
+void Draw(const QTextDocument& document, QPdfWriter& writer) {
+  QPainter painter(&writer);
+  const QRectF page(QPointF(), document.pageSize());
+  for (int i = 0; i < document.pageCount(); ++i) {
+    if (i > 0) writer.newPage();
+    QAbstractTextDocumentLayout::PaintContext context;
+    context.clip = page.translated(0, i * page.height());
+    context.palette.setColor(QPalette::Text, Qt::black);
+    painter.save();
+    painter.translate(0, -context.clip.top());
+    painter.setClipRect(context.clip);
+    document.documentLayout()->draw(&painter, context);
+    painter.restore();
+    DrawNumber(painter, page, document, i + 1);
+  }
 }
 
 void Print(const fs::path& source, const QString& typeface, const fs::path& pictures,
@@ -106,7 +175,6 @@ void Print(const fs::path& source, const QString& typeface, const fs::path& pict
   QTextDocument document;
   document.setDefaultFont(QFont(typeface, 10));
   document.setDefaultStyleSheet(QString::fromLatin1(kSheet));
-  // Printing works on a copy, which keeps this address of the document but no other.
   document.setMetaInformation(
       QTextDocument::DocumentUrl,
       QUrl::fromLocalFile(Text(fs::absolute(pictures)) + QLatin1Char('/')).toString());
@@ -116,8 +184,9 @@ void Print(const fs::path& source, const QString& typeface, const fs::path& pict
   writer.setPageSize(QPageSize(QPageSize::A4));
   writer.setResolution(kDotsPerInch);
   writer.setTitle(document.metaInformation(QTextDocument::DocumentTitle));
-  KeepTogether(document, writer);
-  document.print(&writer);
+  LayOut(document, writer);
+  KeepTogether(document);
+  Draw(document, writer);
   if (!fs::exists(output)) throw std::runtime_error("cannot write " + output.string());
 }
 
