@@ -48,7 +48,7 @@ class SpawnAttributes {
   posix_spawnattr_t attributes_;
 };
 
-void Spawn(std::vector<std::string> arguments) {
+pid_t Spawn(std::vector<std::string> arguments) {
   // Nobody waits for these programs: the system clears them away when they end.
   std::signal(SIGCHLD, SIG_IGN);
   std::vector<char*> pointers;
@@ -62,6 +62,7 @@ void Spawn(std::vector<std::string> arguments) {
   if (error != 0) {
     throw RuntimeError(errors::kPathAccess, arguments[0] + ": " + std::strerror(error));
   }
+  return child;
 }
 
 std::string FindProgram(const std::string& program) {
@@ -78,12 +79,17 @@ std::string FindProgram(const std::string& program) {
 
 }  // namespace
 
-void StartProgram(const std::string& program, const std::string& rest, WindowStyle style) {
-  if (Replacement()) return Replacement()(program, rest, style);
+int StartProgram(const std::string& program, const std::string& rest, WindowStyle style) {
+  if (Replacement()) {
+    Replacement()(program, rest, style);
+    return 0;
+  }
   std::vector<std::string> arguments{FindProgram(program)};
   if (!rest.empty()) arguments.push_back(rest);
-  Spawn(std::move(arguments));
+  return Spawn(std::move(arguments));
 }
+
+bool IsRunning(int process) { return process > 0 && kill(process, 0) == 0; }
 
 void StartCommandLine(const std::string& commandLine) { Spawn({"/bin/sh", "-c", commandLine}); }
 

@@ -38,13 +38,14 @@ void StartAlert(const std::string& text) {
                          WindowStyle::NormalFocus);
 }
 
-void StartMail(const MailAccount& account, const std::string& subject, const std::string& body,
-               SendMode mode) {
-  platform::StartProgram(platform::ProgramFolder() + "\\mailto.exe",
-                         BracketFields({account.server, account.senderName, account.senderAddress,
-                                        account.recipientName, account.recipientAddress, subject,
-                                        body, ModeText(mode), GetLanguageIndex()}),
-                         StyleFor(mode));
+int StartMail(const MailAccount& account, const std::string& subject, const std::string& body,
+              SendMode mode) {
+  return platform::StartProgram(
+      platform::ProgramFolder() + "\\mailto.exe",
+      BracketFields({account.server, account.senderName, account.senderAddress,
+                     account.recipientName, account.recipientAddress, subject, body, ModeText(mode),
+                     GetLanguageIndex()}),
+      StyleFor(mode));
 }
 
 void mailto(const std::string& server, const std::string& senderName,
@@ -56,14 +57,14 @@ void mailto(const std::string& server, const std::string& senderName,
             body + link, SendMode::Event);
 }
 
-void SendMsg(int16_t gateway, const std::string& account, const std::string& password,
-             const std::string& number, const std::string& text, const std::string& apiId,
-             const std::string& mode) {
+int SendMsg(int16_t gateway, const std::string& account, const std::string& password,
+            const std::string& number, const std::string& text, const std::string& apiId,
+            const std::string& mode) {
   const SendMode style = mode == ModeText(SendMode::Test) ? SendMode::Test : SendMode::Event;
-  platform::StartProgram(platform::ProgramFolder() + "\\SMSTO.exe",
-                         BracketFields({std::to_string(gateway), account, password, number, text,
-                                        apiId, mode, GetLanguageIndex()}),
-                         StyleFor(style));
+  return platform::StartProgram(platform::ProgramFolder() + "\\SMSTO.exe",
+                                BracketFields({std::to_string(gateway), account, password, number,
+                                               text, apiId, mode, GetLanguageIndex()}),
+                                StyleFor(style));
 }
 
 }  // namespace varek

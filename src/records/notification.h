@@ -24,9 +24,9 @@ struct MailAccount {
 /// Shows the warning window with `text`.
 void StartAlert(const std::string& text);
 
-/// Sends one mail. The body goes out as it stands.
-void StartMail(const MailAccount& account, const std::string& subject, const std::string& body,
-               SendMode mode);
+/// Sends one mail. The body goes out as it stands. Gives the sender's process.
+int StartMail(const MailAccount& account, const std::string& subject, const std::string& body,
+              SendMode mode);
 
 /// Sends the mail of an event: with the web console on, its address stands below the body.
 void mailto(const std::string& server, const std::string& senderName,
@@ -35,8 +35,9 @@ void mailto(const std::string& server, const std::string& senderName,
             const std::string& body);
 
 /// Sends one text message through a gateway (0 or 1). `mode` is "F" for an event, "T" for a test.
-void SendMsg(int16_t gateway, const std::string& account, const std::string& password,
-             const std::string& number, const std::string& text, const std::string& apiId,
-             const std::string& mode);
+/// Gives the sender's process.
+int SendMsg(int16_t gateway, const std::string& account, const std::string& password,
+            const std::string& number, const std::string& text, const std::string& apiId,
+            const std::string& mode);
 
 }  // namespace varek

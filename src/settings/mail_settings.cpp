@@ -48,9 +48,9 @@ Form5::Form5()
   CompleteControls();
 }
 
-void Form5::Picture3_Click() {
-  StartMail({Trimmed(Text1), Trimmed(Text3), Trimmed(Text2), Trimmed(Text5), Trimmed(Text4)},
-            Trimmed(Text6), "TEST OK", SendMode::Test);
+int Form5::SendTest() {
+  return StartMail({Trimmed(Text1), Trimmed(Text3), Trimmed(Text2), Trimmed(Text5), Trimmed(Text4)},
+                   Trimmed(Text6), "TEST OK", SendMode::Test);
 }
 
 }  // namespace varek

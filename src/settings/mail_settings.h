@@ -15,7 +15,7 @@ class Form5 final : public NotificationWindow {
   Form5();
 
  protected:
-  void Picture3_Click() override;
+  int SendTest() override;
 
  private:
   QLineEdit* Text1;  ///< mail server

@@ -8,8 +8,10 @@
 #include <QPushButton>
 #include <QVBoxLayout>
 #include <algorithm>
+#include <array>
 
 #include "platform/guard.h"
+#include "platform/process.h"
 #include "platform/text.h"
 #include "settings/language.h"
 #include "settings/one_line.h"
@@ -33,11 +35,19 @@ constexpr size_t kToggleHint = 187;
 constexpr size_t kEditHint = 188;
 constexpr size_t kTestText = 146;
 constexpr size_t kOkText = 261;
+constexpr size_t kWaitText = 241;
+constexpr int kTestInterval = 200;
 
 QString Text(size_t number) { return QString::fromStdString(LangText[number]); }
 
 std::string Place(int form, const char* handler) {
   return "form" + std::to_string(form) + " " + handler;
+}
+
+/// The process of the last test of a window, which may be closed and opened again meanwhile.
+int& LastTest(int form) {
+  static std::array<int, 18> tests{};
+  return tests.at(static_cast<size_t>(form));
 }
 
 }  // namespace
@@ -47,7 +57,8 @@ NotificationWindow::NotificationWindow(const NotificationSettings& settings)
       settings_(settings),
       fields_(new QGridLayout),
       MSFlexGrid1(new EventGrid(Client(), "form" + std::to_string(settings.form))),
-      footnotes_(new QVBoxLayout) {
+      footnotes_(new QVBoxLayout),
+      testTimer_(Place(settings.form, "test"), [this] { ShowTestState(); }) {
   MakeButtons();
   LayoutControls();
   DataCenter.FormOpen[static_cast<size_t>(settings.form)] = kSet;
@@ -131,7 +142,7 @@ void NotificationWindow::ApplyLanguage() {
   for (const auto& [label, number] : captions_) label->setText(Text(number));
   MSFlexGrid1->ApplyLanguage();
   MSFlexGrid1->setAccessibleName(Text(settings_.eventsText));
-  Picture3->SetText(Text(kTestText));
+  ShowTestState();
   Command2->setText(Text(kOkText));
 }
 
@@ -168,6 +179,18 @@ void NotificationWindow::keyPressEvent(QKeyEvent* event) {
 
 std::string NotificationWindow::Trimmed(const QLineEdit* box) {
   return platform::Trim(OneLineOf(*box));
+}
+
+void NotificationWindow::Picture3_Click() {
+  int& test = LastTest(settings_.form);
+  if (!platform::IsRunning(test)) test = SendTest();
+  ShowTestState();
+}
+
+void NotificationWindow::ShowTestState() {
+  const bool running = platform::IsRunning(LastTest(settings_.form));
+  Picture3->SetText(Text(running ? kWaitText : kTestText));
+  testTimer_.SetInterval(running ? kTestInterval : 0);
 }
 
 void NotificationWindow::Command2_Click() {

@@ -6,6 +6,7 @@
 #include <string>
 #include <vector>
 
+#include "platform/timers.h"
 #include "settings/event_grid.h"
 #include "views/kit/view_window.h"
 
@@ -58,8 +59,8 @@ class NotificationWindow : public ViewWindow {
   virtual void ShowSettings();
   /// Takes the controls into the settings.
   virtual void TakeSettings();
-  /// Sends a test with the controls' values, and changes no setting.
-  virtual void Picture3_Click() = 0;
+  /// Sends a test with the controls' values, and changes no setting. Gives its process.
+  virtual int SendTest() = 0;
 
   void Form_Activate() override;
   void changeEvent(QEvent* event) override;
@@ -77,6 +78,10 @@ class NotificationWindow : public ViewWindow {
 
   void MakeButtons();
   void LayoutControls();
+  /// One test at a time: a text message costs money.
+  void Picture3_Click();
+  /// The button says so while a test is under way.
+  void ShowTestState();
   void Command2_Click();
 
   NotificationSettings settings_;
@@ -89,6 +94,7 @@ class NotificationWindow : public ViewWindow {
   QVBoxLayout* footnotes_;
   QPushButton* Command2 = nullptr;
   PictureButton* Picture3 = nullptr;
+  platform::Timer testTimer_;  ///< runs while a test is under way
 };
 
 }  // namespace varek

@@ -110,9 +110,10 @@ void Form9::Text7_Change() {
   platform::Post("form9 Text7_Change", [] { platform::MessageBox("Too Much Word."); });
 }
 
-void Form9::Picture3_Click() {
+int Form9::SendTest() {
   const std::string apiId = gateway_ == kClickatell ? Trimmed(Text1) : "";
-  SendMsg(gateway_, Trimmed(Text3), Trimmed(Text5), Trimmed(Text6), "Send Test OK", apiId, "T");
+  return SendMsg(gateway_, Trimmed(Text3), Trimmed(Text5), Trimmed(Text6), "Send Test OK", apiId,
+                 "T");
 }
 
 }  // namespace varek

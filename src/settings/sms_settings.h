@@ -19,7 +19,7 @@ class Form9 final : public NotificationWindow {
  protected:
   void ShowSettings() override;
   void TakeSettings() override;
-  void Picture3_Click() override;
+  int SendTest() override;
 
  private:
   void MakeGateway();

@@ -11,15 +11,19 @@
 #include <QPushButton>
 #include <QScrollBar>
 #include <algorithm>
+#include <filesystem>
 #include <fstream>
 #include <iterator>
 
 #include "core/configuration.h"
 #include "platform/events.h"
+#include "platform/process.h"
 #include "settings/language.h"
 #include "settings/mail_settings.h"
 #include "settings/sms_settings.h"
 #include "support/monitor_fixture.h"
+#include "support/serial_line.h"
+#include "views/kit/picture_button.h"
 
 namespace varek {
 namespace {
@@ -229,6 +233,35 @@ TEST_F(NotificationSettingsTest, TheTestMailHasTheUnsavedValues) {
   ASSERT_EQ(mails.size(), 1U);
   EXPECT_EQ(mails[0].rest, "[Text1][Text3][Text2][Text5][Text4][Text6][TEST OK][T][0]");
   EXPECT_EQ(DataCenter.MailServer, "mail.example");
+}
+
+TEST_F(NotificationSettingsTest, OneTestAtATimeAndItShows) {
+  platform::ReplaceProgramStarter(nullptr);
+  const std::string sender = Folder() + "/SMSTO";
+  std::ofstream(sender) << "#!/bin/sh\necho >>$0.calls; until [ -e $0.end ]; do sleep 0.02; done\n";
+  std::filesystem::permissions(sender, std::filesystem::perms::owner_all);
+  const auto calls = [&] {
+    std::ifstream file(sender + ".calls");
+    return std::count(std::istreambuf_iterator<char>(file), {}, '\n');
+  };
+  Form9* form = &OpenSms();
+  const auto button = [&] { return Find<PictureButton>(*form, "Picture3").Text().toStdString(); };
+  const std::string usual = button();
+  ClickControl(*form, "Picture3");
+  EXPECT_NE(button(), usual);
+  EXPECT_TRUE(test::PumpUntil([&] { return calls() == 1; }));
+  UnloadForm(Form9::kNumber);
+  form = &OpenSms();
+  ClickControl(*form, "Picture3");
+  EXPECT_NE(button(), usual);
+  std::ofstream(sender + ".end") << "";
+  EXPECT_TRUE(test::PumpUntil([&] {
+    clock.Advance(200);
+    return button() == usual;
+  }));
+  EXPECT_EQ(calls(), 1);
+  ClickControl(*form, "Picture3");
+  EXPECT_TRUE(test::PumpUntil([&] { return calls() == 2; }));
 }
 
 TEST_F(NotificationSettingsTest, OnlyAnotherWindowOfOursBringsTheSettingsBack) {
