@@ -1,14 +1,13 @@
 // The program: makes the application and the controller, and runs the loop.
 
-#include <set>
 #include <string>
 
 #include "core/controller.h"
 #include "core/error_list.h"
+#include "core/journal.h"
 #include "core/start_up.h"
 #include "platform/application.h"
 #include "platform/guard.h"
-#include "platform/message_box.h"
 
 namespace {
 
@@ -19,21 +18,17 @@ std::string CommandLine(int argc, char** argv) {
   return line;
 }
 
-/// The list is for the program; whoever looks after the machine reads the journal. A port that
-/// fails does so every second and is told of once.
+/// The list is for the program; whoever looks after the machine reads the journal.
 void ListError(const std::string& place, int number, const std::string& description) {
-  constexpr size_t kMostTold = 1000;
-  static std::set<std::string> told;
   varek::Form13::AddError(place, number);
-  const std::string line = place + ": error " + std::to_string(number) + ", " + description;
-  if (told.size() < kMostTold && told.insert(line).second) platform::LogLine(line);
+  varek::TellEscaped(place, number, description);
 }
 
 }  // namespace
 
 int main(int argc, char** argv) {
   platform::Application application(argc, argv);
-  platform::SetErrorSink(ListError);
+  platform::SetErrorSink(ListError, varek::TellOver);
   varek::Form12 controller;
   application.OnStopSignal([&] { controller.Stop(); });
   application.OnSessionEnd([&] {

@@ -3,6 +3,7 @@
 #include <algorithm>
 
 #include "core/data_center.h"
+#include "core/journal.h"
 #include "core/link_record.h"
 #include "link/protocol.h"
 #include "link/usb_link.h"
@@ -58,7 +59,7 @@ void PollCycle::COMtime_Timer() {
 
 void PollCycle::SendTimer_Timer() {
   if (Link.LinkType == kSerialLink) {
-    platform::Guarded("form12傳送資料發生", [this] { SendSerial(); });
+    platform::Guarded(places::kSend, [this] { SendSerial(); });
   } else if (Link.LinkType == kUsbLink) {
     SendUsb();
   }
@@ -102,7 +103,7 @@ void PollCycle::ReceiveTimer_Timer() {
     ReceiveUsb();
     return;
   }
-  platform::Guarded("form12 Comm RECEive DATA ERROR", [this] {
+  platform::Guarded(places::kReceive, [this] {
     DeclareLinkLost();
     if (Link.LinkType == kSerialLink) ReceiveSerial();
   });

@@ -2,6 +2,7 @@
 
 #include <utility>
 
+#include "core/journal.h"
 #include "core/link_record.h"
 #include "link/protocol.h"
 #include "link/usb_link.h"
@@ -33,7 +34,7 @@ bool IsAnswer(const std::string& reply) { return reply.starts_with('('); }
 
 /// A device that is not open, or has been taken down meanwhile, can't answer.
 void OpenUsb() {
-  platform::Guarded("form12 USB連接", [] {
+  platform::Guarded(places::kSearchUsb, [] {
     if (Link.UsbOpen == 0) Action();
   });
 }
@@ -68,7 +69,7 @@ void OpenSearchPort(int number) {
   // The poll cycle may be on this very port, with no unit there or none that it understands.
   if (Link.MSComm1.CommPort() == number) Link.MSComm1.Close();
   port.SetCommPort(number);
-  platform::Guarded("form12 com開啟", [&port] {
+  platform::Guarded(places::kSearchOpen, [&port] {
     port.Open();
     port.Output("Q1\r");
   });
@@ -88,7 +89,7 @@ bool AnswersOnCom(int number) {
   // A port that can't be opened has nothing to wait for.
   const bool answers =
       Link.MSComm2.PortOpen() && IsAnswer(WaitReply(Link.MSComm2, '\r', kComMilliseconds));
-  platform::Guarded("form12 com關閉", [] { Link.MSComm2.Close(); });
+  platform::Guarded(places::kSearchClose, [] { Link.MSComm2.Close(); });
   return answers;
 }
 

@@ -13,8 +13,11 @@ namespace platform {
 using ErrorSink =
     std::function<void(const std::string& place, int number, const std::string& description)>;
 
-/// Sets the sink; the former one is dropped. Without a sink errors are lost.
-void SetErrorSink(ErrorSink sink);
+/// What follows when a handler that has failed comes to its end again: its name.
+using RecoverySink = std::function<void(const std::string& place)>;
+
+/// Sets the sinks; the former ones are dropped. Without a sink errors are lost.
+void SetErrorSink(ErrorSink sink, RecoverySink recovered = nullptr);
 
 /// Reports one error under `place`; used by Guarded and by handlers with words of their own.
 /// An exception that is no RuntimeError counts as an internal error (51).

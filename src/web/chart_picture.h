@@ -5,6 +5,7 @@
 #include <cstdint>
 #include <string>
 
+#include "core/journal.h"
 #include "platform/surface.h"
 #include "web/chart_samples.h"
 
@@ -32,19 +33,18 @@ inline constexpr ChartShape kSmallChart{.width = 220,
                                         .lastLabel = 200,
                                         .pixelsPerMinute = 3,
                                         .framed = true,
-                                        .curveErrors = "網路曲線圖畫圖時"};
-inline constexpr ChartShape kLargeChart{
-    .width = 385,
-    .height = 270,
-    .plotWidth = 360,
-    .plotHeight = 250,
-    .gridWidth = 359,
-    .gridHeight = 249,
-    .gridSeconds = 300,
-    .lastLabel = 350,
-    .pixelsPerMinute = 6,
-    .framed = false,
-    .curveErrors = "資料檢視讀檔錯誤網路畫圖十發生LINE錯誤，編號"};
+                                        .curveErrors = places::kCurve};
+inline constexpr ChartShape kLargeChart{.width = 385,
+                                        .height = 270,
+                                        .plotWidth = 360,
+                                        .plotHeight = 250,
+                                        .gridWidth = 359,
+                                        .gridHeight = 249,
+                                        .gridSeconds = 300,
+                                        .lastLabel = 350,
+                                        .pixelsPerMinute = 6,
+                                        .framed = false,
+                                        .curveErrors = places::kLargeCurve};
 
 class Chart final {
  public:

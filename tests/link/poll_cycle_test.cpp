@@ -3,6 +3,7 @@
 
 #include "link/poll_cycle.h"
 
+#include <gmock/gmock.h>
 #include <stdlib.h>
 
 #include <optional>
@@ -162,6 +163,7 @@ TEST_F(PollCycleTest, ALineWithoutEndIsDroppedAndTheNextOneRead) {
 
 TEST_F(PollCycleTest, AnAdapterThatGoesAndComesBackIsPolledAgain) {
   BringUp();
+  test::Journal journal;
   unit.reset();
   test::PumpUntil([] { return !Link.MSComm1.PortOpen(); });
   for (int second = 0; second < 5; ++second) Cycle();
@@ -174,6 +176,9 @@ TEST_F(PollCycleTest, AnAdapterThatGoesAndComesBackIsPolledAgain) {
   unit.emplace(link);
   EXPECT_EQ(Cycle(kStatus), "Q1\r");
   EXPECT_TRUE(GetIsConnect());
+  EXPECT_THAT(journal.Take(),
+              testing::MatchesRegex("serial port: could not send \\(COM1\\): [^\n]+\n"
+                                    "serial port: works again \\(COM1\\)\n"));
 }
 
 TEST_F(PollCycleTest, AnEventThatFailsIsListedUnderTheReceiveStep) {

@@ -7,6 +7,7 @@
 #include "core/data_center.h"
 #include "core/error_list.h"
 #include "core/forms.h"
+#include "core/journal.h"
 #include "core/link_record.h"
 #include "platform/application.h"
 #include "platform/database.h"
@@ -47,6 +48,7 @@ void ResetRooms() {
   LangText = {};
   language(0);
   Form13::Clear();
+  ForgetFaults();
 }
 
 }  // namespace
@@ -77,9 +79,12 @@ MonitorTest::MonitorTest() {
   ResetRooms();
   static NoHid noHid;
   platform::ReplaceHidDriver(&noHid);
-  platform::SetErrorSink([](const std::string& place, int number, const std::string&) {
-    Form13::AddError(place, number);
-  });
+  platform::SetErrorSink(
+      [](const std::string& place, int number, const std::string& description) {
+        Form13::AddError(place, number);
+        TellEscaped(place, number, description);
+      },
+      TellOver);
   platform::ReplaceMessageBox(
       [this](const std::string& text, const std::string&) { messages.push_back(text); });
   platform::ReplaceEndProcess([](int status) { throw ProcessEnded{status}; });
@@ -114,6 +119,17 @@ std::vector<int> MonitorTest::EventRows() const {
     types.push_back(static_cast<int>(platform::ValueNumber(rows->Get("type"))));
   }
   return types;
+}
+
+Journal::Journal() { testing::internal::CaptureStderr(); }
+
+Journal::~Journal() {
+  if (!taken_) testing::internal::GetCapturedStderr();
+}
+
+std::string Journal::Take() {
+  taken_ = true;
+  return testing::internal::GetCapturedStderr();
 }
 
 }  // namespace varek::test

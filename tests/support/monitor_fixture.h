@@ -41,6 +41,19 @@ struct ProcessEnded {
   int status;
 };
 
+/// Catches what goes to the journal, from its making on.
+class Journal final {
+ public:
+  Journal();
+  ~Journal();
+  Journal(const Journal&) = delete;
+  Journal& operator=(const Journal&) = delete;
+  std::string Take();
+
+ private:
+  bool taken_ = false;
+};
+
 class MonitorTest : public testing::Test {
  protected:
   MonitorTest();
