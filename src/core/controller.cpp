@@ -18,6 +18,7 @@
 #include "platform/single_copy.h"
 #include "records/databases.h"
 #include "records/events.h"
+#include "records/recording.h"
 #include "scheduler/schedule_runner.h"
 #include "settings/language.h"
 #include "views/dashboard.h"
@@ -166,6 +167,7 @@ void Form12::SearchPortOnce() {
 void Form12::AddDataTimer_Timer() {
   if (GetIsConnect() && GetDatabaseReady()) AddSample();
   CheckUPSEvents();
+  KeepRecording();
   if (started_) platform::ReportServiceStatus(ServiceStatus());
 }
 

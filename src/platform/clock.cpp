@@ -44,6 +44,17 @@ int SecondsSinceMidnight() {
   return now.hour * 3600 + now.minute * 60 + now.second;
 }
 
+int64_t SecondsOf(const DateTime& moment) {
+  tm parts{};
+  parts.tm_year = moment.year - 1900;
+  parts.tm_mon = moment.month - 1;
+  parts.tm_mday = moment.day;
+  parts.tm_hour = moment.hour;
+  parts.tm_min = moment.minute;
+  parts.tm_sec = moment.second;
+  return timegm(&parts);
+}
+
 std::string FormatDayName(const DateTime& moment) { return Join("%04d%02d%02d", moment); }
 
 std::string FormatTime(const DateTime& moment) {

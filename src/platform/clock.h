@@ -40,6 +40,9 @@ DateTime Now();
 int64_t TickCount();
 int SecondsSinceMidnight();  ///< 0 to 86399, of the local day
 
+/// Seconds since a fixed moment, with every day as long as any other.
+int64_t SecondsOf(const DateTime& moment);
+
 std::string FormatDayName(const DateTime& moment);  ///< "yyyymmdd", the name of a day's table
 std::string FormatTime(const DateTime& moment);     ///< "hh:mm:ss"
 std::string FormatStored(const DateTime& moment);   ///< "yyyy-mm-dd hh:mm:ss", as databases keep it

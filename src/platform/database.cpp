@@ -116,6 +116,16 @@ bool Database::HasTable(const std::string& name) const {
   return Engine([&] { return connection_->HasTable(name); });
 }
 
+bool Database::HasMoved() const {
+  int moved = 0;
+  sqlite3_file_control(connection_->sqlite.getHandle(), "main", SQLITE_FCNTL_HAS_MOVED, &moved);
+  return moved != 0;
+}
+
+void Database::EmptyLog() {
+  Engine([&] { connection_->sqlite.exec("PRAGMA wal_checkpoint(TRUNCATE)"); });
+}
+
 void Database::AppendTable(const TableDef& table) {
   std::string columns;
   for (const FieldDef& field : table.fields) {

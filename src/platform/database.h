@@ -55,6 +55,13 @@ class Database final {
   /// Throws RuntimeError 3078 when there is no such table.
   void DeleteTable(const std::string& name);
 
+  /// True when the file no longer stands under its name: it was deleted, moved or replaced. What is
+  /// written now is lost with it.
+  bool HasMoved() const;
+  /// Leaves nothing in the log beside the file, which would be taken for that of a later file of
+  /// the same name.
+  void EmptyLog();
+
   /// Opens a table by its name, or a query in the system's dialect (one that begins with
   /// "Select"). Rows come in the order in which they were added. Throws RuntimeError 3078 for a
   /// table that does not exist and 3075 or 3146 for a query that can't be run.

@@ -1,12 +1,16 @@
 #include "records/databases.h"
 
+#include <utility>
+
 #include "core/data_center.h"
+#include "core/journal.h"
 #include "platform/calendar.h"
 #include "platform/clock.h"
 #include "platform/guard.h"
-#include "platform/message_box.h"
 #include "platform/paths.h"
 #include "platform/text.h"
+#include "records/clock_jump.h"
+#include "records/recording.h"
 
 namespace varek {
 
@@ -20,6 +24,10 @@ using platform::Recordset;
 using platform::ZeroPadded;
 
 constexpr int kDaysKept = 14;
+
+ClockJump clockJump;
+/// The day whose purge is due, "yyyymmdd", or nothing.
+std::string purgeFor;
 
 /// The table of a day. Readers address the columns by these very names and by their order; the
 /// misspelling belongs to the name.
@@ -69,36 +77,68 @@ std::string RowsWhere(const std::string& table, const std::string& column) {
   return "Select * From [" + table + "] Where [" + column;
 }
 
-/// One transaction, so that thousands of old rows cost one wait for the disk.
+/// One transaction a table: thousands of old rows cost one wait for the disk, and a missing web log
+/// does not keep old events.
 void DeleteRowsBefore(const platform::DateTime& cutOff) {
   const std::string bound = "] < #" + ZeroPadded(cutOff.year, 4) + "/" +
                             ZeroPadded(cutOff.month, 2) + "/" + ZeroPadded(cutOff.day, 2) + "#";
   Database database(platform::ProgramPath(kEventFile));
-  database.BeginTransaction();
-  DeleteAll(database, RowsWhere(kEventTable, kEventTime) + bound);
-  DeleteAll(database, RowsWhere(kWebLogTable, kWebLogTime) + bound);
-  database.CommitTransaction();
+  for (const auto& [table, column] :
+       {std::pair(kEventTable, kEventTime), std::pair(kWebLogTable, kWebLogTime)}) {
+    database.BeginTransaction();
+    DeleteAll(database, RowsWhere(table, column) + bound);
+    database.CommitTransaction();
+  }
 }
 
 /// Old rows that stay a day longer are worth less than the samples of a day.
 void PurgeIfPossible() {
   try {
     PurgeOldRecords();
+    TellOver(places::kPurge);
   } catch (const std::exception& error) {
-    platform::LogLine(std::string("purge: ") + error.what());
+    TellFault(places::kPurge, error.what());
   }
 }
 
-void OpenAll() {
+/// A day that the clock has left again brings no purge.
+void PurgeWhenSettled() {
+  if (purgeFor.empty() || !clockJump.IsSettled()) return;
+  const bool holds = GetTodayText() >= purgeFor;
+  purgeFor.clear();
+  if (holds) PurgeIfPossible();
+}
+
+/// Nothing stays half open.
+void OpenOrClose(void (*open)(), void (*close)()) {
+  try {
+    open();
+  } catch (...) {
+    close();
+    throw;
+  }
+}
+
+void OpenSampleRecords() {
   Records.data.emplace(platform::ProgramPath(kDataFile));
   OpenTodayTable();
   Records.lastSampleDate = Records.todayTable;
+}
+
+void OpenEventRecords() {
   Records.event.emplace(platform::ProgramPath(kEventFile));
   Records.allevent = Records.event->OpenRecordset(kEventTable);
   Records.schedule = Records.event->OpenRecordset(kScheduleTable);
 }
 
+void Close(std::optional<Database>& file) {
+  if (file && file->HasMoved()) platform::IgnoreErrors([&] { file->EmptyLog(); });
+  file.reset();
+}
+
 void FollowDate() {
+  clockJump.Look();
+  PurgeWhenSettled();
   const std::string today = GetTodayText();
   if (today == Records.lastSampleDate) return;
   OpenTodayTable();
@@ -120,15 +160,36 @@ void WriteSample(Recordset& samples) {
 }  // namespace
 
 bool OpenDatabases() {
-  try {
-    OpenAll();
-  } catch (const std::exception& error) {
-    platform::LogLine(std::string("databases: ") + error.what());
-    CloseDatabases();
-    return false;
-  }
+  clockJump.Trust();
+  purgeFor.clear();
+  platform::IgnoreErrors([] {
+    Watch(Recording::OpenSamples, OpenSampleFile);
+    Watch(Recording::OpenEvents, OpenEventFile);
+  });
+  const bool opened = Records.data && Records.event;
+  if (!opened) CloseDatabases();
+  Records.wanted = true;
+  Records.lookedAt = platform::TickCount();
+  return opened;
+}
+
+void OpenSampleFile() {
+  OpenOrClose(OpenSampleRecords, CloseSampleFile);
   DataCenter.DatabaseReady = kSet;
-  return true;
+}
+
+void CloseSampleFile() {
+  DataCenter.DatabaseReady = kClear;
+  Records.samples.reset();
+  Close(Records.data);
+}
+
+void OpenEventFile() { OpenOrClose(OpenEventRecords, CloseEventFile); }
+
+void CloseEventFile() {
+  Records.allevent.reset();
+  Records.schedule.reset();
+  Close(Records.event);
 }
 
 void OpenTodayTable() {
@@ -139,13 +200,16 @@ void OpenTodayTable() {
   }
   Records.data->AppendTable(DayTable(Records.todayTable));
   Records.samples = Records.data->OpenRecordset(Records.todayTable);
-  PurgeIfPossible();
+  purgeFor = Records.todayTable;
+  PurgeWhenSettled();
 }
 
 void AddSample() {
   platform::IgnoreErrors([] {
-    FollowDate();
-    WriteSample(*Records.samples);
+    Watch(Recording::WriteSample, [] {
+      FollowDate();
+      WriteSample(*Records.samples);
+    });
   });
 }
 

@@ -30,17 +30,28 @@ struct OpenRecords {
   std::unique_ptr<platform::Recordset> schedule;
   std::string todayTable;      ///< "yyyymmdd"
   std::string lastSampleDate;  ///< "yyyymmdd" of the last sample
+
+  bool wanted = false;     ///< from OpenDatabases to CloseDatabases, open or not
+  int64_t lookedAt = 0;    ///< tick count of the last look after a file
+  bool eventTurn = false;  ///< the last look was after the event file
 };
 
 extern OpenRecords Records;
 
 /// Opens both files and the permanent recordsets; sets DatabaseReady and returns true. On any
-/// failure it closes what it opened, reports why for whoever looks after the machine, and returns
-/// false.
+/// failure it closes what it opened, tells why, and returns false; KeepRecording tries again.
 bool OpenDatabases();
 
+/// Open one file with its recordsets, or close it. The sample file sets and clears DatabaseReady.
+/// Both openers throw RuntimeError, and leave the file closed then.
+void OpenSampleFile();
+void CloseSampleFile();
+void OpenEventFile();
+void CloseEventFile();
+
 /// Makes today's table the one that samples go to; a table that has to be made first also brings
-/// the purge, whose failure is reported and waits for the next day. Throws RuntimeError.
+/// the purge, whose failure is reported and waits for the next day. When the clock has jumped to
+/// this day, the purge waits until that has settled. Throws RuntimeError.
 void OpenTodayTable();
 
 /// Writes one row for this second. A failure costs that sample only; the next call tries again.

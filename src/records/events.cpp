@@ -11,6 +11,7 @@
 #include "platform/runtime_error.h"
 #include "records/databases.h"
 #include "records/notification.h"
+#include "records/recording.h"
 #include "records/shutdown.h"
 #include "settings/language.h"
 
@@ -58,7 +59,10 @@ void BeginRow(EventType type) {
   rows.Set(1, int64_t{type});
 }
 
-void EndRow() { EventRows().Update(); }
+void EndRow() {
+  platform::Recordset& rows = EventRows();
+  Watch(Recording::WriteEvent, [&] { rows.Update(); });
+}
 
 void WriteRow(EventType type) {
   BeginRow(type);

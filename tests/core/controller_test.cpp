@@ -2,9 +2,12 @@
 
 #include "core/controller.h"
 
+#include <gmock/gmock.h>
+
 #include <optional>
 
 #include "core/data_center.h"
+#include "platform/database.h"
 #include "records/shutdown.h"
 #include "records/system_countdown.h"
 #include "support/monitor_fixture.h"
@@ -65,6 +68,24 @@ TEST_F(ControllerTest, ACloseFromOutsideTakesTheWindowsButNotTheMonitor) {
   cancel = false;
   controller.Form_Unload(cancel);
   EXPECT_FALSE(cancel);
+}
+
+TEST_F(ControllerTest, RecordingThatStopsIsToldOnceThoughItsErrorPassesUp) {
+  Load();
+  clock.Advance(1000);
+  test::Journal journal;
+  platform::Database other(Path("database/Event.mdb"));
+  other.BeginTransaction();
+  DataCenter.Utility = DataCenter.TestProgress = kSet;
+  clock.Advance(3000);
+  EXPECT_THAT(DataCenter.DebugLines[1], testing::HasSubstr("Events are not recorded: database is"));
+  other.Rollback();
+  DataCenter.Utility = kClear;
+  clock.Advance(1000);
+  EXPECT_THAT(DataCenter.DebugLines[0], testing::HasSubstr("Events are recorded again"));
+  EXPECT_EQ(journal.Take(),
+            "recording of events: could not write to Event.mdb: database is locked\n"
+            "recording of events: works again\n");
 }
 
 TEST_F(ControllerTest, TheStatusIsEvaluatedWithoutALinkToo) {

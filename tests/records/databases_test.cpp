@@ -2,7 +2,10 @@
 
 #include "records/databases.h"
 
+#include <filesystem>
+
 #include "core/data_center.h"
+#include "records/recording.h"
 #include "support/monitor_fixture.h"
 
 namespace varek {
@@ -18,7 +21,8 @@ class DatabasesTest : public test::MonitorTest {
     return platform::Database(File("data.mdb")).TableNames();
   }
 
-  std::vector<std::string> Column(const std::string& file, const std::string& table, int field) {
+  std::vector<std::string> Column(const std::string& file, const std::string& table,
+                                  int field) const {
     platform::Database database(File(file));
     const auto rows = database.OpenRecordset(table);
     std::vector<std::string> values;
@@ -29,6 +33,17 @@ class DatabasesTest : public test::MonitorTest {
   void AddTable(const std::string& name) {
     platform::Database(File("data.mdb")).AppendTable({name, {{"date", platform::FieldType::Date}}});
   }
+
+  /// The ticks of the controller, with one sample in each; long stretches need fewer.
+  void Run(int seconds, int step = 1) {
+    for (int second = 0; second < seconds; second += step) {
+      clock.Advance(step * 1000);
+      if (GetDatabaseReady()) AddSample();
+      KeepRecording();
+    }
+  }
+
+  size_t Samples(const std::string& day) const { return Column("data.mdb", day, 0).size(); }
 
   void AddRow(const std::string& table, const std::string& moment) {
     platform::Database database(File("Event.mdb"));
@@ -126,6 +141,80 @@ TEST_F(DatabasesTest, PurgeGoesByLeadingDigitsAndLeavesEverythingElse) {
   const std::vector<std::string> kept{"2026-02-24 00:00:00", "2026-03-09 01:02:03"};
   EXPECT_EQ(Column("Event.mdb", "allevent", 0), kept);
   EXPECT_EQ(Column("Event.mdb", "HTTPLOG", 0), kept);
+}
+
+TEST_F(DatabasesTest, AJumpOfTheClockPurgesOnlyWhenItHolds) {
+  const struct {
+    DateTime jump;
+    int seconds;  ///< for which it holds
+    bool purged;
+  } cases[] = {
+      {{2026, 4, 9, 12, 0, 0}, 10, false},
+      {{2026, 4, 9, 12, 0, 0}, 590, false},
+      {{2026, 4, 9, 12, 0, 0}, 610, true},
+      {{2026, 4, 9, 23, 55, 0}, 590, false},  // with a midnight inside
+      {{2026, 4, 9, 23, 55, 0}, 610, true},
+      {{2026, 3, 11, 0, 30, 0}, 610, true},
+  };
+  for (const auto& c : cases) {
+    clock.SetNow({2026, 3, 10, 12, 0, 0});
+    test::InstallDatabases(Folder());
+    ASSERT_TRUE(OpenDatabases());
+    AddTable("20200101");
+    AddSample();
+    clock.SetNow(c.jump);
+    Run(c.seconds, 10);
+    clock.SetNow({2026, 3, 10, 12, 10, 0});
+    Run(700, 10);
+    EXPECT_EQ(TableExists("20200101"), !c.purged) << c.jump.day << " " << c.seconds;
+    EXPECT_TRUE(TableExists("20260310") || c.jump.month == 4);
+    CloseDatabases();
+  }
+}
+
+TEST_F(DatabasesTest, AMidnightPurgesAtOnce) {
+  clock.SetNow({2026, 3, 10, 23, 59, 50});
+  ASSERT_TRUE(OpenDatabases());
+  AddTable("20200101");
+  Run(20);
+  EXPECT_FALSE(TableExists("20200101"));
+}
+
+TEST_F(DatabasesTest, ADeletedFileIsNoticedAndItsSuccessorTaken) {
+  const std::string spare = Folder() + "/spare";
+  std::filesystem::copy(File("data.mdb"), spare);
+  ASSERT_TRUE(OpenDatabases());
+  Run(2);
+  test::Journal journal;
+  std::filesystem::remove(File("data.mdb"));
+  Run(61);
+  EXPECT_FALSE(GetDatabaseReady());
+  EXPECT_EQ(DataCenter.DebugLines[0], "2026/03/10 12:01:00  Samples are not recorded: " +
+                                          File("data.mdb") + ": no such database");
+  Run(300);
+  std::filesystem::copy(spare, File("data.mdb"));
+  Run(61);
+  EXPECT_TRUE(GetDatabaseReady());
+  EXPECT_GE(Samples("20260310"), 1U);
+  EXPECT_EQ(DataCenter.DebugLines[0], "2026/03/10 12:07:00  Samples are recorded again");
+  EXPECT_EQ(journal.Take(), "recording of samples: could not open data.mdb: " + File("data.mdb") +
+                                ": no such database\nrecording of samples: works again\n");
+}
+
+TEST_F(DatabasesTest, AStartWithoutItsFilesTriesAgain) {
+  std::filesystem::remove(File("data.mdb"));
+  EXPECT_FALSE(OpenDatabases());
+  Run(100);
+  test::InstallDatabases(Folder());
+  Run(61);
+  EXPECT_TRUE(GetDatabaseReady() && Records.allevent);
+}
+
+TEST_F(DatabasesTest, AMissingWebLogKeepsNoOldEvents) {
+  AddRow("allevent", "2020/1/1 1:2:3");
+  platform::Database(File("Event.mdb")).DeleteTable("HTTPLOG");
+  ASSERT_TRUE(OpenDatabases());
+  EXPECT_TRUE(Column("Event.mdb", "allevent", 0).empty());
 }
 
 TEST_F(DatabasesTest, AFailedSampleCostsThatSampleOnly) {

@@ -10,17 +10,6 @@ namespace varek::test {
 
 namespace {
 
-int64_t ToSeconds(const platform::DateTime& moment) {
-  tm parts{};
-  parts.tm_year = moment.year - 1900;
-  parts.tm_mon = moment.month - 1;
-  parts.tm_mday = moment.day;
-  parts.tm_hour = moment.hour;
-  parts.tm_min = moment.minute;
-  parts.tm_sec = moment.second;
-  return timegm(&parts);
-}
-
 platform::DateTime FromSeconds(int64_t seconds) {
   const time_t time = seconds;
   tm parts{};
@@ -41,7 +30,7 @@ FakeClock::~FakeClock() { platform::ReplaceClock(nullptr); }
 platform::DateTime FakeClock::Now() { return FromSeconds(secondsAtTickZero_ + ticks_ / 1000); }
 
 void FakeClock::SetNow(const platform::DateTime& now) {
-  secondsAtTickZero_ = ToSeconds(now) - ticks_ / 1000;
+  secondsAtTickZero_ = platform::SecondsOf(now) - ticks_ / 1000;
 }
 
 void FakeClock::Advance(int64_t milliseconds) {
