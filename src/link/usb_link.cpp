@@ -4,7 +4,9 @@
 #include <optional>
 
 #include "core/link_record.h"
+#include "platform/message_box.h"
 #include "platform/text.h"
+#include "records/events.h"
 
 namespace varek {
 
@@ -87,6 +89,14 @@ std::string CheckedStatus(const std::string& reply) {
   return reply;
 }
 
+/// The poll cycle tries again and again; each unit is told of once until it can be opened.
+void TellIfForbidden(const std::string& path) {
+  if (!platform::Hid().IsForbidden(path) || !Usb.Forbidden.insert(path).second) return;
+  const std::string text = "USB: " + path + " is a UPS that this account may not open";
+  AddEventLine(text);
+  platform::LogLine(text + " (60-varek.rules, the rule for udev, lets it)");
+}
+
 }  // namespace
 
 void Action() {
@@ -113,7 +123,11 @@ void Connect(bool& found) {
   for (const platform::HidDeviceInfo& device : platform::Hid().List()) {
     if (device.vendor != Usb.VendorId || device.product != Usb.ProductId) continue;
     auto handle = platform::Hid().Open(device.path);
-    if (!handle) continue;
+    if (!handle) {
+      TellIfForbidden(device.path);
+      continue;
+    }
+    Usb.Forbidden.erase(device.path);
     Usb.UsbHandle = std::move(handle);
     found = true;
     return;

@@ -5,6 +5,7 @@
 
 #include <cstdint>
 #include <memory>
+#include <set>
 #include <string>
 #include <vector>
 
@@ -21,10 +22,11 @@ struct UsbRecord {
   uint16_t VendorId = 0;  ///< the pair that Connect looks for
   uint16_t ProductId = 0;
   std::unique_ptr<platform::HidDevice> UsbHandle;
-  int32_t ShutdownDelay = 0;      ///< minutes, for "S"
-  int32_t ShutdownDelayLong = 0;  ///< minutes, for "SR"
-  int32_t RestartDelay = 0;       ///< minutes, for "SR"
-  int Failures = 0;               ///< bad exchanges and failed searches in a row, below 3
+  int32_t ShutdownDelay = 0;        ///< minutes, for "S"
+  int32_t ShutdownDelayLong = 0;    ///< minutes, for "SR"
+  int32_t RestartDelay = 0;         ///< minutes, for "SR"
+  int Failures = 0;                 ///< bad exchanges and failed searches in a row, below 3
+  std::set<std::string> Forbidden;  ///< paths of units that may not be opened, told of already
 };
 
 extern UsbRecord Usb;

@@ -1,6 +1,10 @@
 #include "platform/hid.h"
 
+#include <fcntl.h>
 #include <hidapi/hidapi.h>
+#include <unistd.h>
+
+#include <cerrno>
 
 namespace platform {
 
@@ -48,6 +52,13 @@ class MachineDriver final : public HidDriver {
   std::unique_ptr<HidDevice> Open(const std::string& path) override {
     hid_device* device = hid_open_path(path.c_str());
     return device ? std::make_unique<MachineDevice>(device) : nullptr;
+  }
+
+  bool IsForbidden(const std::string& path) override {
+    const int file = open(path.c_str(), O_RDWR | O_CLOEXEC);
+    if (file < 0) return errno == EACCES || errno == EPERM;
+    close(file);
+    return false;
   }
 };
 

@@ -37,6 +37,8 @@ class HidDriver {
   virtual std::vector<HidDeviceInfo> List() = 0;
   /// Null when the device can't be opened, for want of rights or because it has gone.
   virtual std::unique_ptr<HidDevice> Open(const std::string& path) = 0;
+  /// True when it is there, and only the right to open it is missing.
+  virtual bool IsForbidden(const std::string&) { return false; }
 };
 
 /// The machine's driver, or the one that has taken its place.

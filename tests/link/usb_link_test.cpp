@@ -95,6 +95,25 @@ TEST_F(UsbLinkTest, BothIdentitiesAreFoundAndNoOther) {
   }
 }
 
+TEST_F(UsbLinkTest, AUnitThatMayNotBeOpenedIsToldOfOnce) {
+  unit.forbidden = true;
+  Seconds(30);
+  const auto told = [] {
+    return std::ranges::count_if(DataCenter.DebugLines, [](const std::string& line) {
+      return line.find("may not open") != std::string::npos;
+    });
+  };
+  EXPECT_EQ(told(), 1);
+  unit.forbidden = false;
+  Seconds(5);
+  EXPECT_TRUE(GetIsConnect());
+  unit.plugged = false;
+  Seconds(10);
+  unit.plugged = unit.forbidden = true;
+  Seconds(10);
+  EXPECT_EQ(told(), 2);
+}
+
 TEST_F(UsbLinkTest, TheThirdBadReplyInARowTakesTheDeviceDown) {
   for (auto mood : {HidUnit::Mood::Zeros, HidUnit::Mood::NumberOnly, HidUnit::Mood::Mute}) {
     unit.mood = HidUnit::Mood::Good;

@@ -43,7 +43,7 @@ std::vector<platform::HidDeviceInfo> HidUnit::List() {
 }
 
 std::unique_ptr<platform::HidDevice> HidUnit::Open(const std::string& path) {
-  if (!plugged || path != kPath) return nullptr;
+  if (!plugged || forbidden || path != kPath) return nullptr;
   return std::make_unique<Handle>(*this);
 }
 

@@ -26,12 +26,14 @@ class HidUnit final : public platform::HidDriver {
 
   std::vector<platform::HidDeviceInfo> List() override;
   std::unique_ptr<platform::HidDevice> Open(const std::string& path) override;
+  bool IsForbidden(const std::string&) override { return forbidden; }
 
   /// Takes a command report as the unit does.
   void Take(const platform::HidReport& report);
   bool Give(platform::HidReport& report) const;
 
   bool plugged = true;
+  bool forbidden = false;
   Mood mood = Mood::Good;
   simulator::UpsModel model{simulator::UnitDescription()};
   std::vector<platform::HidReport> sent;  ///< every command report so far
