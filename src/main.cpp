@@ -29,6 +29,8 @@ void ListError(const std::string& place, int number, const std::string& descript
 int main(int argc, char** argv) {
   platform::Application application(argc, argv);
   platform::SetErrorSink(ListError, varek::TellOver);
+  const varek::StartUp rights = varek::CheckRights(CommandLine(argc, argv));
+  if (rights != varek::StartUp::GoOn) return rights == varek::StartUp::End ? 0 : 1;
   varek::Form12 controller;
   application.OnStopSignal([&] { controller.Stop(); });
   application.OnSessionEnd([&] {

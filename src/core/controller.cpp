@@ -116,7 +116,8 @@ void Form12::LoadSteps(const std::string& commandLine) {
   Tray.TipText = kProgramName;
   TitleText = kProgramName;
   Usb.Failures = 0;
-  if (HandleCommandLine(commandLine, platform::OperatingSystemKind()) == StartUp::End) End(0);
+  const StartUp start = HandleCommandLine(commandLine, platform::OperatingSystemKind());
+  if (start != StartUp::GoOn) End(start == StartUp::End ? 0 : 1);
   Loadlanguage(DataCenter.LanguageIndex);
   YieldToRunningCopy();
   DataCenter.FormOpen[kNumber] = kSet;

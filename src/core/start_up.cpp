@@ -3,7 +3,8 @@
 #include <cstdio>
 
 #include "core/data_center.h"
-#include "platform/process.h"
+#include "platform/message_box.h"
+#include "platform/paths.h"
 #include "platform/runtime_error.h"
 #include "platform/service.h"
 #include "platform/single_copy.h"
@@ -14,6 +15,10 @@ namespace varek {
 namespace {
 
 constexpr char kEntryName[] = "Varek";
+constexpr char kInstall[] = "\\install";
+constexpr char kStart[] = "\\start";
+constexpr char kClose[] = "\\close";
+constexpr char kUninstall[] = "\\uninstall";
 /// Tells a start by the system from one by a person.
 constexpr char kStartedBySystem[] = "\\M";
 constexpr char kShow[] = "Show";
@@ -32,11 +37,33 @@ StartUp ShowRunningCopy() {
   return StartUp::End;
 }
 
-/// The autostart entry is all that there is to install.
-StartUp InstallEntry() {
+/// Nobody who lacks a right should have to guess it.
+void TellWhatToType(const std::string& lack, const std::string& argument) {
+  const std::string program = platform::ProgramFolder() + "/Varek";
+  const std::string words = argument.empty() ? "" : " '" + argument + "'";
+  platform::MessageBox(lack + " Use: sudo '" + program + "'" + words);
+}
+
+StartUp Refuse(const std::string& argument) {
+  if (platform::MayAskManager()) {
+    platform::MessageBox(argument + " was not done: the system's files can't be written.");
+  } else {
+    TellWhatToType(argument + " was not done: only an administrator may do this.", argument);
+  }
+  return StartUp::Refused;
+}
+
+bool InstallEntry() {
   bool ok = false;
   SetStartProgram(kEntryName, kStartedBySystem, ok);
-  return ok ? StartUp::End : StartUp::GoOn;
+  return ok;
+}
+
+/// The autostart entry is all that there is to install.
+StartUp InstallEntryOrGoOn() {
+  if (InstallEntry()) return StartUp::End;
+  Refuse(kInstall);
+  return StartUp::GoOn;
 }
 
 StartUp InstallBothEntries() {
@@ -47,9 +74,9 @@ StartUp InstallBothEntries() {
 }
 
 StartUp WithoutService(const std::string& argument, bool oldSystem) {
-  if (argument == "\\install") return oldSystem ? InstallBothEntries() : InstallEntry();
-  if (argument == "\\start") return AnotherInstanceRuns() ? ShowRunningCopy() : StartUp::GoOn;
-  if (argument == "\\close" || argument == "\\uninstall") return StartUp::End;
+  if (argument == kInstall) return oldSystem ? InstallBothEntries() : InstallEntryOrGoOn();
+  if (argument == kStart) return AnotherInstanceRuns() ? ShowRunningCopy() : StartUp::GoOn;
+  if (argument == kClose || argument == kUninstall) return StartUp::End;
   if (argument == kStartedBySystem) return EndWhenAnotherRuns();
   return StartUp::GoOn;
 }
@@ -66,25 +93,26 @@ bool TryService(void (*job)()) {
 }
 
 StartUp InstallServiceOrEntry() {
-  if (!TryService(platform::InstallService)) InstallEntry();
-  return StartUp::End;
+  if (TryService(platform::InstallService) || InstallEntry()) return StartUp::End;
+  return Refuse(kInstall);
 }
 
 StartUp StartThroughService() {
   if (AnotherInstanceRuns()) return ShowRunningCopy();
+  if (!platform::MayAskManager()) return Refuse(kStart);
   platform::ReleaseCopyLock();  // The service must not take this process for the running copy.
   TryService(platform::StartService);
   return StartUp::End;
 }
 
 StartUp StopThroughService() {
+  if (!platform::MayAskManager()) return Refuse(kClose);
   TryService(platform::StopService);
   return StartUp::End;
 }
 
 StartUp Uninstall() {
-  TryService(platform::UninstallService);
-  return StartUp::End;
+  return TryService(platform::UninstallService) ? StartUp::End : Refuse(kUninstall);
 }
 
 /// A process that the manager has not started simply goes on as a tray application.
@@ -94,15 +122,24 @@ StartUp BecomeService() {
 }
 
 StartUp WithService(const std::string& argument) {
-  if (argument == "\\install") return InstallServiceOrEntry();
-  if (argument == "\\start") return StartThroughService();
-  if (argument == "\\close") return StopThroughService();
-  if (argument == "\\uninstall") return Uninstall();
+  if (argument == kInstall) return InstallServiceOrEntry();
+  if (argument == kStart) return StartThroughService();
+  if (argument == kClose) return StopThroughService();
+  if (argument == kUninstall) return Uninstall();
   if (argument == kStartedBySystem && AnotherInstanceRuns()) return StartUp::End;
   return BecomeService();
 }
 
 }  // namespace
+
+StartUp CheckRights(const std::string& argument) {
+  if (platform::MayUseProgramFolder()) return StartUp::GoOn;
+  if (HandleFailedStart(argument) == StartUp::End) return StartUp::End;
+  TellWhatToType("Varek was not started: this account may not read and write all of " +
+                     platform::ProgramFolder() + ".",
+                 argument);
+  return StartUp::Refused;
+}
 
 StartUp HandleCommandLine(const std::string& argument, int osKind) {
   DataCenter.OSKind = static_cast<int16_t>(osKind);
@@ -111,7 +148,7 @@ StartUp HandleCommandLine(const std::string& argument, int osKind) {
 }
 
 StartUp HandleFailedStart(const std::string& argument) {
-  const bool isJob = argument == "\\install" || argument == "\\close" || argument == "\\uninstall";
+  const bool isJob = argument == kInstall || argument == kClose || argument == kUninstall;
   if (isJob || !AnotherInstanceRuns()) return StartUp::GoOn;
   return argument == kStartedBySystem ? StartUp::End : ShowRunningCopy();
 }

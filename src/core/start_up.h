@@ -7,10 +7,15 @@
 namespace varek {
 
 /// What the start goes on with after its command line has been looked at.
-enum class StartUp { GoOn, End };
+enum class StartUp { GoOn, End, Refused };
+
+/// GoOn with the rights to use the program folder. Without them a start beside a running copy ends
+/// like any later one, and any other is Refused; the person has been told so.
+StartUp CheckRights(const std::string& argument);
 
 /// Sets OSKind and acts on the whole command line behind the program's name, by the table of
-/// `osKind` (0 to 3). Arguments are compared exactly; any other text is the default.
+/// `osKind` (0 to 3). Arguments are compared exactly; any other text is the default. Refused, and
+/// told so, is who lacks the rights for what the argument asks.
 StartUp HandleCommandLine(const std::string& argument, int osKind);
 
 /// What a start that failed comes to: beside a running copy it ends like any later one. So an

@@ -101,6 +101,14 @@ std::string ProgramPath(const std::string& path) {
 
 std::string ImagePath(const std::string& name) { return ProgramPath("\\image\\" + name); }
 
+bool MayUseProgramFolder() {
+  const auto forbidden = [](const std::string& path, int rights) {
+    return access(path.c_str(), rights) != 0 && errno == EACCES;
+  };
+  const std::string folder = ProgramFolder();
+  return !forbidden(folder, W_OK | X_OK) && !forbidden(folder + "/config.qmz", R_OK);
+}
+
 bool IsFile(const std::string& path) {
   std::error_code error;
   return fs::is_regular_file(path, error);

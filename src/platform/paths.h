@@ -21,6 +21,10 @@ std::string ProgramPath(const std::string& path);
 /// ProgramPath of the picture file `name`.
 std::string ImagePath(const std::string& name);
 
+/// False when this account lacks the right to write into the program folder or to read its
+/// settings.
+bool MayUseProgramFolder();
+
 /// True when `path` (a host name) is a regular file, or a link to one.
 bool IsFile(const std::string& path);
 

@@ -160,6 +160,8 @@ void UninstallService() {
   AskManager("daemon-reload");
 }
 
+bool MayAskManager() { return geteuid() == 0 || !Root().empty(); }
+
 void StartService() { AskManager(std::string("start ") + kUnit); }
 
 void StopService() { AskManager(std::string("stop ") + kUnit); }

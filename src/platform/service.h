@@ -18,6 +18,9 @@ void InstallService();
 /// nothing. Throws RuntimeError 75.
 void UninstallService();
 
+/// False when the manager would refuse this account's requests.
+bool MayAskManager();
+
 /// Ask the manager to start or to stop the service; nobody waits for it.
 void StartService();
 void StopService();

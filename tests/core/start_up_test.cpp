@@ -43,7 +43,7 @@ TEST_F(StartUpTest, TheOldestSystemsGetBothEntriesAndGoOn) {
 TEST_F(StartUpTest, AnEntryThatCannotBeWrittenLetsTheNewestSystemsGoOn) {
   setenv("VAREK_ROOT", "/proc/nonexistent", 1);
   EXPECT_EQ(HandleCommandLine("\\install", 3), StartUp::GoOn);
-  EXPECT_EQ(HandleCommandLine("\\install", 2), StartUp::End);
+  EXPECT_EQ(HandleCommandLine("\\install", 2), StartUp::Refused);
   EXPECT_EQ(HandleCommandLine("\\uninstall", 2), StartUp::End);
 }
 
