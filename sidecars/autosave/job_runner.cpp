@@ -2,6 +2,7 @@
 
 #include <fcntl.h>
 #include <spawn.h>
+#include <sys/stat.h>
 #include <sys/wait.h>
 #include <unistd.h>
 
@@ -95,6 +96,8 @@ std::string EndInWords(int status) {
 void PrepareJobs() {
   // Who starts us may ignore the signal; the system would then clear ended programs away unseen.
   std::signal(SIGCHLD, SIG_DFL);
+  // The service keeps what it writes to itself; what a job saves is for the person who gets it.
+  umask(S_IWGRP | S_IWOTH);
   const sigset_t signal = ChildSignal();
   sigprocmask(SIG_BLOCK, &signal, nullptr);
 }

@@ -62,19 +62,23 @@ std::string ProgramInSystem() {
   return !root.empty() && path.starts_with(root + "/") ? path.substr(root.size()) : path;
 }
 
-/// The program's path as the manager's files want it: quoted, its specifiers doubled. The manager
-/// takes no program whose path has quotes or backslashes, however they are written.
-std::string UnitCommand() {
-  const std::string path = ProgramInSystem();
+/// A path as the manager's files want it: quoted, its specifiers doubled. The manager takes no
+/// program whose path has quotes or backslashes, however they are written.
+std::string UnitWord(const std::string& path) {
   if (path.find_first_of("'\"\\") != std::string::npos) {
     throw RuntimeError(errors::kPathAccess, path + ": the service manager takes no such path");
   }
   return "\"" + Escaped(path, "%", '%') + "\"";
 }
 
+std::string UnitCommand() { return UnitWord(ProgramInSystem()); }
+
 std::string UnitText() {
+  const std::string folder = fs::path(ProgramInSystem()).parent_path().string();
   std::string text = kUnitTemplate;
-  return text.replace(text.find(kUnitCommandMark), std::strlen(kUnitCommandMark), UnitCommand());
+  text.replace(text.find(kUnitCommandMark), std::strlen(kUnitCommandMark), UnitCommand());
+  text.replace(text.find(kUnitFolderMark), std::strlen(kUnitFolderMark), UnitWord(folder));
+  return text;
 }
 
 /// As links between the manager's files are written: without VAREK_ROOT.
