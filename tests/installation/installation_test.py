@@ -40,14 +40,17 @@ class InstallationTest(unittest.TestCase):
         for name in ("var/lib/dpkg/info", "var/lib/dpkg/updates", "run/systemd/system", "bin"):
             (self.root / name).mkdir(parents=True, mode=0o700)
         (self.root / "var/lib/dpkg/status").touch()
-        for name, words in (("systemctl", "web console on port 4711, no UPS"), ("xdg-open", "$*")):
-            stub = self.root / "bin" / name
-            stub.write_text(f'#!/bin/sh\n[ $1 = is-active ] || echo "{words}"\n')
-            stub.chmod(0o755)
+        self.stub("xdg-open", 'echo "$*"')
+        self.stub("systemctl", "true")
         self.port = 20000 + os.getpid() % 10000  # below 32768, as the settings want it
         self.env = {"PATH": f"{self.root}/bin:{SYSTEM['PATH']}", "VAREK_ROOT": str(self.root),
                     "VAREK_SHUTDOWN_COMMAND": "true", "VAREK_COM_DIR": "/nonexistent",
                     "XDG_RUNTIME_DIR": f"{self.root}/bin", "NOTIFY_SOCKET": f"{self.root}/notify"}
+
+    def stub(self, name, text):
+        path = self.root / "bin" / name
+        path.write_text(f"#!/bin/sh\n{text}\n")
+        path.chmod(0o755)
 
     def dpkg(self, *arguments):
         return run("dpkg", f"--root={self.root}", "--force-not-root", "--force-depends",
@@ -91,10 +94,17 @@ class InstallationTest(unittest.TestCase):
         service.terminate()
         self.assertEqual(service.wait(60), 0)
 
+    def check_unit(self, unit):
+        if shutil.which("systemd-analyze"):
+            words = run("systemd-analyze", "security", "--offline=yes", "--threshold=50", unit)
+            self.assertNotIn(f"{unit}:", words)  # what the manager does not understand
+
     def test_the_package_from_its_installation_to_its_purge(self):
         run(CPACK, "--config", f"{BUILD}/CPackConfig.cmake", "-B", self.root / "build",
             "-D", "CPACK_DEBIAN_COMPRESSION_TYPE=none")
         package, = (self.root / "build").glob("varek_*.deb")
+        version = run("dpkg-deb", "-f", package, "Version").strip()
+        self.assertRegex(version, r"^7\.05\+\d{8}\.\d{6}$")
         self.assertIn("does not run yet", self.dpkg("-i", package))
         self.assertEqual(RIGHTS, {name: (self.folder / name).stat().st_mode & 0o7777
                                   for name in RIGHTS})
@@ -102,6 +112,7 @@ class InstallationTest(unittest.TestCase):
                      "usr/share/icons/hicolor/128x128/apps/varek.png"):
             self.assertTrue((self.root / path).is_file(), path)
         self.assertFalse([path for path in self.folder.rglob("*") if path.stat().st_mode & 0o022])
+        self.check_unit(self.root / UNIT)
 
         self.change_settings()
         self.run_service()
@@ -121,9 +132,15 @@ class InstallationTest(unittest.TestCase):
         self.assertEqual(self.records(), before)
 
         self.assertNotIn("http", self.dpkg("-r", "varek"))
-        self.assertEqual(self.files(), STATE)
+        self.assertEqual(self.files(), STATE | {"removed-while-enabled"})
+        self.assertFalse((self.root / LINK).is_symlink())
+        self.assertIn("does not run now", self.dpkg("-i", package))
+        self.assertEqual(os.readlink(self.root / LINK), "/" + UNIT)
+        (self.folder / "autosave.d/10-mine").touch()
+        self.dpkg("-r", "varek")
         self.dpkg("-P", "varek")
-        self.assertFalse(self.folder.exists() or (self.root / LINK).is_symlink())
+        self.assertEqual(self.files(), {"autosave.d/10-mine"})
+        self.assertFalse((self.root / LINK).is_symlink())
 
     def test_an_installation_twice_and_the_entry_of_the_menu(self):
         run(CMAKE, "--install", BUILD, "--prefix", self.folder)
@@ -134,8 +151,17 @@ class InstallationTest(unittest.TestCase):
         self.assertEqual(self.records(), before)
         self.assertLessEqual(STATE | {"Varek", "upssim", "httpBig5/login.htm"}, self.files())
 
-        self.assertEqual(run(self.folder / "varek-desktop", env=self.env),
-                         "http://127.0.0.1:4711/\n")
+        (self.folder / "alert").unlink()
+        shutil.copy("/bin/true", self.folder / "alert")
+        for status, page in (("web console on port 4711, no UPS", True),
+                             ("web console on port 4711", True),
+                             ("web console can't have port 4711", False),
+                             ("web console off, no database", False), ("starting", False)):
+            self.stub("systemctl", f'case $3 in ActiveState) echo active ;;'
+                                   f' *) echo "{status}" ;; esac')
+            told = subprocess.run([self.folder / "varek-desktop"], env=self.env,
+                                  capture_output=True, text=True).stdout
+            self.assertEqual(told, "http://127.0.0.1:4711/\n" if page else "", status)
 
 
 if os.getuid() != 0 or not shutil.which("dpkg-deb", path=SYSTEM["PATH"]):
