@@ -2,7 +2,7 @@
 
 #include <QAbstractTextDocumentLayout>
 #include <QApplication>
-#include <QScreen>
+#include <QResizeEvent>
 #include <QScrollBar>
 #include <QTextBlock>
 #include <QVBoxLayout>
@@ -12,6 +12,7 @@
 #include "platform/clock.h"
 #include "platform/service.h"
 #include "views/kit/colors.h"
+#include "views/kit/window_places.h"
 #include "views/palette.h"
 
 namespace sidecar {
@@ -23,9 +24,8 @@ constexpr int kHeadlineText = 322;
 
 constexpr int kMostLines = 200;
 constexpr int kUnseenMilliseconds = 700;
-constexpr int kLinesWidth = 520;
+constexpr int kLinesWidth = 440;
 constexpr int kTallestLines = 300;
-constexpr int kScreenPart = 3;
 constexpr int kTextPixels = 15;
 constexpr int kTimeWidth = 170;
 constexpr int kLineGap = 6;
@@ -56,10 +56,8 @@ void LogAlert(const std::string& time, const std::string& text) {
 }
 
 AlertWindow::AlertWindow()
-    : NoticeWindow(Sign::Warning, Translated(kHeadlineText), Translated(kCloseText)),
+    : NoticeWindow(varek::Sign::Warning, Translated(kHeadlineText), Translated(kCloseText)),
       lines_(new QTextEdit) {
-  setWindowFlags(Qt::Window | Qt::CustomizeWindowHint | Qt::WindowTitleHint |
-                 Qt::WindowSystemMenuHint | Qt::WindowCloseButtonHint | Qt::WindowStaysOnTopHint);
   MakeLines();
 }
 
@@ -109,21 +107,21 @@ void AlertWindow::Append(const QString& time, const QString& text) {
 
 void AlertWindow::FitToLines() {
   const int wanted = qCeil(lines_->document()->size().height());
-  const int tallest = std::min(kTallestLines, screen()->availableSize().height() / kScreenPart);
+  const int rest = varek::SizeWithFrame(*this).height() - lines_->height();
+  const int room = varek::NoticeCorner(varek::RoomAround(*this)).height() - rest;
+  const int tallest = std::clamp(room, kTextPixels, kTallestLines);
   lines_->setVerticalScrollBarPolicy(wanted > tallest ? Qt::ScrollBarAlwaysOn
                                                       : Qt::ScrollBarAlwaysOff);
   lines_->setFixedHeight(std::min(wanted, tallest));
 }
 
-/// It grows downwards from there and stays on the screen.
-void AlertWindow::PlaceAboveMiddle() {
-  const QRect room = screen()->availableGeometry();
-  adjustSize();
-  move(room.center().x() - width() / 2, room.top() + room.height() / (2 * kScreenPart));
+/// Grows upwards, from wherever the person has put it.
+void AlertWindow::resizeEvent(QResizeEvent* event) {
+  if (isVisible()) move(pos() - QPoint(0, event->size().height() - event->oldSize().height()));
 }
 
 void AlertWindow::ComeUp() {
-  if (!isVisible()) PlaceAboveMiddle();
+  if (!isVisible()) PlaceInCorner();
   setWindowState(windowState() & ~Qt::WindowMinimized);
   show();
   raise();

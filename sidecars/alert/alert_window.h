@@ -23,12 +23,12 @@ class AlertWindow final : public NoticeWindow {
   /// A key or a click that was meant for another program must not close a warning that nobody has
   /// seen yet.
   bool MayClose() const override;
+  void resizeEvent(QResizeEvent* event) override;
 
  private:
   void MakeLines();
   void Append(const QString& time, const QString& text);
   void FitToLines();
-  void PlaceAboveMiddle();
   void ComeUp();
 
   QTextEdit* lines_;

@@ -1,8 +1,6 @@
 // alert: shows an event of the UPS in a warning window on top of all others. A second one adds its
 // line to the window that is open. Without a display the text goes to the log alone.
 
-#include <stdlib.h>
-
 #include <string>
 #include <vector>
 
@@ -31,8 +29,6 @@ void ShowAlert(platform::Application& application, const std::string& text) {
 
 int Alert(int argc, char** argv) {
   const std::string text = sidecar::EventText({argv + 1, argv + argc});
-  // Only the older way of showing windows can put one on top of all others.
-  if (getenv("DISPLAY")) setenv("QT_QPA_PLATFORM", "xcb;wayland;offscreen", 0);
   platform::Application application(argc, argv);
   if (platform::HasDisplay()) {
     ShowAlert(application, text);

@@ -6,8 +6,9 @@
 #include <QPushButton>
 #include <QShortcut>
 
-#include "views/kit/colors.h"
+#include "views/kit/message_window.h"
 #include "views/kit/style.h"
+#include "views/kit/window_places.h"
 #include "views/palette.h"
 
 namespace sidecar {
@@ -20,15 +21,15 @@ constexpr int kSpacing = 12;
 constexpr int kHeadlinePixels = 19;
 constexpr int kButtonWidth = 108;
 
-QLabel* MakeSign(Sign sign, qreal ratio) {
+QLabel* MakeSign(varek::Sign sign, qreal ratio) {
   auto* label = new QLabel;
-  label->setPixmap(SignPicture(sign, kSignSide, ratio));
+  label->setPixmap(varek::SignPicture(sign, kSignSide, ratio));
   label->setAlignment(Qt::AlignTop);
   return label;
 }
 
 QLabel* MakeHeadline(const QString& text) {
-  QLabel* label = MakePlainLabel(text);
+  QLabel* label = varek::MakePlainLabel(text);
   QFont font = label->font();
   font.setPixelSize(kHeadlinePixels);
   font.setBold(true);
@@ -38,18 +39,12 @@ QLabel* MakeHeadline(const QString& text) {
 
 }  // namespace
 
-QLabel* MakePlainLabel(const QString& text) {
-  auto* label = new QLabel;
-  label->setTextFormat(Qt::PlainText);
-  label->setWordWrap(true);
-  label->setText(text);
-  return label;
-}
-
-NoticeWindow::NoticeWindow(Sign sign, const QString& headline, const QString& closeCaption)
+NoticeWindow::NoticeWindow(varek::Sign sign, const QString& headline, const QString& closeCaption)
     : contents_(new QVBoxLayout), buttonRow_(new QHBoxLayout) {
+  setWindowFlags(Qt::Window | Qt::CustomizeWindowHint | Qt::WindowTitleHint |
+                 Qt::WindowSystemMenuHint | Qt::WindowCloseButtonHint | Qt::WindowStaysOnTopHint);
   setWindowTitle(QStringLiteral("Varek"));
-  setWindowIcon(SignPicture(sign, kSignSide));
+  setWindowIcon(varek::SignPicture(sign, kSignSide));
   varek::ApplyStyle(*this);
   auto* grid = new QGridLayout(this);
   grid->setContentsMargins(kMargin, kMargin, kMargin, kMargin);
@@ -74,6 +69,11 @@ void NoticeWindow::MakeButton(const QString& caption) {
     connect(new QShortcut(key, this), &QShortcut::activated, this, &NoticeWindow::CloseIfAllowed);
   }
   button->setFocus();
+}
+
+void NoticeWindow::PlaceInCorner() {
+  adjustSize();
+  move(varek::PlaceNotice(varek::RoomAround(*this), varek::SizeWithFrame(*this)));
 }
 
 void NoticeWindow::CloseIfAllowed() {

@@ -7,10 +7,9 @@
 #include <functional>
 #include <utility>
 
-#include "alert/notice_sign.h"
+#include "views/kit/sign.h"
 
 class QHBoxLayout;
-class QLabel;
 class QVBoxLayout;
 
 namespace sidecar {
@@ -18,10 +17,13 @@ namespace sidecar {
 class NoticeWindow : public QWidget {
  public:
   /// Its height follows what stands in it. Escape and Enter are as good as the button.
-  NoticeWindow(Sign sign, const QString& headline, const QString& closeCaption);
+  NoticeWindow(varek::Sign sign, const QString& headline, const QString& closeCaption);
 
   /// `act` is called once the window is closing, before any other event is handled.
   void OnClose(std::function<void()> act) { onClose_ = std::move(act); }
+
+  /// Into the corner of notices, on top of all other windows but of none that counts down.
+  void PlaceInCorner();
 
  protected:
   /// Where a derived window puts its contents, from top to bottom.
@@ -40,8 +42,5 @@ class NoticeWindow : public QWidget {
   QHBoxLayout* buttonRow_;
   std::function<void()> onClose_ = [] {};
 };
-
-/// A label that shows `text` as it stands, in several lines where it is long.
-QLabel* MakePlainLabel(const QString& text);
 
 }  // namespace sidecar

@@ -10,6 +10,7 @@
 #include "kit/texts.h"
 #include "platform/message_box.h"
 #include "platform/runtime_error.h"
+#include "views/kit/message_window.h"
 
 namespace sidecar {
 
@@ -23,17 +24,17 @@ constexpr int kFolderText = 325;
 constexpr int kSettingText = 326;
 constexpr int kSilenceText = 327;
 
-constexpr int kTextWidth = 460;
+constexpr int kTextWidth = 440;
 
 QString Translated(int number) { return QString::fromStdString(Text(number, ChosenLanguage())); }
 
 }  // namespace
 
 HintWindow::HintWindow()
-    : NoticeWindow(Sign::Hint, Translated(kHeadlineText), Translated(kCloseText)),
+    : NoticeWindow(varek::Sign::Hint, Translated(kHeadlineText), Translated(kCloseText)),
       silence_(new QCheckBox(Translated(kSilenceText))) {
   setAttribute(Qt::WA_ShowWithoutActivating);
-  QLabel* purpose = MakePlainLabel(Translated(kPurposeText));
+  QLabel* purpose = varek::MakePlainLabel(Translated(kPurposeText));
   purpose->setFixedWidth(kTextWidth);
   Contents()->addWidget(purpose);
   AddStep(1, kFolderText, QString::fromStdString(SaveFolder()));
@@ -42,8 +43,8 @@ HintWindow::HintWindow()
 }
 
 void HintWindow::AddStep(int number, int text, const QString& detail) {
-  QLabel* step = MakePlainLabel(QString::number(number) + QStringLiteral(". ") + Translated(text) +
-                                QLatin1Char('\n') + detail);
+  QLabel* step = varek::MakePlainLabel(QString::number(number) + QStringLiteral(". ") +
+                                       Translated(text) + QLatin1Char('\n') + detail);
   step->setFixedWidth(kTextWidth);
   step->setTextInteractionFlags(Qt::TextSelectableByMouse);
   Contents()->addWidget(step);

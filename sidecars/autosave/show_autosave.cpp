@@ -35,6 +35,7 @@ int main(int argc, char** argv) {
   if (!platform::HasDisplay() || sidecar::WasGivenInThisSession()) return 0;
   sidecar::HintWindow window;
   application.OnStopSignal([&window] { window.close(); });
+  window.PlaceInCorner();
   window.show();
   application.Run();
   return 0;

@@ -10,6 +10,7 @@
 #include "platform/message_box.h"
 #include "platform/paths.h"
 #include "platform/runtime_error.h"
+#include "views/kit/message_window.h"
 
 namespace sidecar {
 
@@ -17,6 +18,8 @@ namespace {
 
 /// What is longer does not help the person in front of the box.
 constexpr size_t kShownCharacters = 500;
+
+constexpr int kCloseText = 315;
 
 std::string FileOf(const Sender& sender, const std::string& ending) {
   return platform::ProgramPath("\\" + sender.name + ending);
@@ -52,8 +55,9 @@ void Show(const Sender& sender, const Attempt& attempt, int language) {
   if (!sent) {
     text += "\n\n" + Shortened(ReasonText(sender, attempt.reason, language), kShownCharacters);
   }
-  platform::MessageBox(text, Text(sender.firstText, language),
-                       sent ? platform::MessageIcon::None : platform::MessageIcon::Exclamation);
+  platform::MessageBox(
+      text, Text(sender.firstText, language),
+      sent ? platform::MessageIcon::Information : platform::MessageIcon::Exclamation);
 }
 
 }  // namespace
@@ -69,6 +73,7 @@ int RunSender(const Sender& sender, int argc, char** argv) {
   if (end.mode == Mode::Test && !SystemEnds()) {
     platform::Application application(argc, argv);
     application.OnStopSignal([=] { platform::EndProcess(status); });
+    varek::DressMessageBoxes([&end] { return Text(kCloseText, end.language); });
     Show(sender, attempt, end.language);
   }
   return status;

@@ -70,7 +70,7 @@ std::string ServiceStatus() {
 
 void TellNoStart(const std::exception& error) {
   platform::LogLine(std::string("start: ") + error.what());
-  platform::MessageBox("Initial Error!");
+  platform::MessageBox("Initial Error!", kProgramName, platform::MessageIcon::Exclamation);
 }
 
 }  // namespace
@@ -150,7 +150,8 @@ void Form12::YieldToRunningCopy() {
 
 void Form12::OpenStorage() {
   OpenDatabases();
-  if (!DataCenter.DatabaseReady) platform::MessageBox("Init Database Error!");
+  if (DataCenter.DatabaseReady) return;
+  platform::MessageBox("Init Database Error!", kProgramName, platform::MessageIcon::Exclamation);
 }
 
 /// The search runs only on the first start after it was asked for.

@@ -61,12 +61,13 @@ bool IsSet(const char* variable) {
 }
 
 /// A display that is named but cannot be opened must not keep the monitor from starting, so the
-/// offscreen platform stands behind the real ones.
+/// offscreen platform stands behind the real ones. Only the older of those lets a program place its
+/// windows and keep them on top, as countdowns and warnings must be.
 void ChoosePlatform() {
   if (IsSet("QT_QPA_PLATFORM")) return;
   std::string platforms;
-  if (IsSet("WAYLAND_DISPLAY")) platforms += "wayland;";
   if (IsSet("DISPLAY")) platforms += "xcb;";
+  if (IsSet("WAYLAND_DISPLAY")) platforms += "wayland;";
   setenv("QT_QPA_PLATFORM", (platforms + "offscreen").c_str(), 1);
 }
 

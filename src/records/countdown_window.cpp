@@ -1,11 +1,10 @@
 #include "records/countdown_window.h"
 
+#include <QApplication>
 #include <QCloseEvent>
-#include <QGuiApplication>
 #include <QKeyEvent>
 #include <QLabel>
 #include <QPushButton>
-#include <QScreen>
 #include <QVBoxLayout>
 #include <utility>
 
@@ -14,6 +13,7 @@
 #include "settings/language.h"
 #include "views/kit/colors.h"
 #include "views/kit/window_frame.h"
+#include "views/kit/window_places.h"
 #include "views/palette.h"
 
 namespace varek {
@@ -26,8 +26,6 @@ constexpr int kMinimumWidth = 300;
 constexpr int kMargin = 18;
 constexpr int kRemainingPixels = 14;
 constexpr int kTimePixels = 56;
-/// Between the middle of the screen and each of the two windows.
-constexpr int kGap = 12;
 
 /// The countdown comes before its looks: without its pictures the frame is plain.
 FramePictures PicturesAtHand() {
@@ -75,9 +73,13 @@ class Frame final : public WindowFrame {
 
 void MoveTo(Frame& frame, CountdownWindow::Place place) {
   frame.adjustSize();
-  const QPoint middle = QGuiApplication::primaryScreen()->availableGeometry().center();
-  const int above = place == CountdownWindow::Place::AboveMiddle ? frame.height() + kGap : -kGap;
-  frame.move(middle - QPoint(frame.width() / 2, above));
+  const Side side = place == CountdownWindow::Place::Left ? Side::Left : Side::Right;
+  frame.move(PlaceCountdown(RoomAround(frame), frame.size(), side));
+}
+
+/// A menu or an unfolded list would swallow the first click on the button.
+void FoldPopup() {
+  if (QWidget* popup = QApplication::activePopupWidget()) popup->close();
 }
 
 }  // namespace
@@ -94,6 +96,7 @@ CountdownWindow::CountdownWindow(Place place, std::function<void()> cancel)
 CountdownWindow::~CountdownWindow() = default;
 
 void CountdownWindow::Show() {
+  FoldPopup();
   impl_->frame.show();
   impl_->frame.raise();
 }

@@ -11,8 +11,8 @@ namespace varek {
 
 class CountdownWindow final {
  public:
-  /// Both countdowns may run at a time: one stands above the middle of the screen, one below.
-  enum class Place { AboveMiddle, BelowMiddle };
+  /// Both countdowns may run at a time: one stands left of the middle of the screen, one right.
+  enum class Place { Left, Right };
 
   /// `cancel` runs from the event loop after the click, so it may destroy the window.
   CountdownWindow(Place place, std::function<void()> cancel);

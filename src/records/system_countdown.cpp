@@ -29,7 +29,7 @@ FormSlot<Form10>& SystemCountdown() {
 }
 
 Form10::Form10()
-    : window_(CountdownWindow::Place::AboveMiddle, [] { SystemCountdown().Unload(); }),
+    : window_(CountdownWindow::Place::Left, [] { SystemCountdown().Unload(); }),
       systemShutdown_(kShutdownPlace, StartShutdownCommand),
       Timer1("form10 Timer1", [this] { Timer1_Timer(); }) {
   window_.SetCaption("關機倒數");

@@ -48,7 +48,7 @@ FormSlot<Form11>& UPSCountdown() {
 }
 
 Form11::Form11()
-    : window_(CountdownWindow::Place::BelowMiddle, [] { CancelUPSShutdown(); }),
+    : window_(CountdownWindow::Place::Right, [] { CancelUPSShutdown(); }),
       Timer1(
           "form11 Timer1", [this] { Timer1_Timer(); }, kTick) {
   Timer1.SetEnabled(false);  // It counts only once a start time is known.

@@ -43,7 +43,7 @@ void ChooseLanguage(int16_t index) {
   SetLanguageIndex(index);
   Loadlanguage(DataCenter.LanguageIndex);
   RetitleOpenWindows();
-  SaveSettings("form7 Picture1_Click");
+  SaveSettings("form7 Picture1_Click", nullptr);
 }
 
 Form7::Form7() : ViewWindow(kNumber, kClientSize, kClientSize) {

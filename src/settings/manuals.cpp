@@ -35,11 +35,6 @@ constexpr std::array<Manual, 2> kManuals{{{309, 311}, {310, 312}}};
 
 QString Text(size_t number) { return QString::fromStdString(LangText[number]); }
 
-/// While the message is up the window may be closed, so it waits for the end of the handler.
-void Tell(size_t text) {
-  platform::Post("form17 showpdf", [text] { platform::MessageBox(LangText[text]); });
-}
-
 }  // namespace
 
 FormSlot<Form17>& Manuals() {
@@ -97,9 +92,9 @@ void Form17::showpdf(int index) {
     case platform::OpenResult::Opened:
       return;
     case platform::OpenResult::FileMissing:
-      return Tell(kMissingText);
+      return Tell(LangText[kMissingText]);
     case platform::OpenResult::NoProgram:
-      return Tell(kNoProgramText);
+      return Tell(LangText[kNoProgramText]);
   }
 }
 

@@ -195,7 +195,7 @@ void NotificationWindow::ShowTestState() {
 
 void NotificationWindow::Command2_Click() {
   TakeSettings();
-  if (SaveSettings(Place(settings_.form, "Command2_Click"))) close();
+  if (SaveSettings(Place(settings_.form, "Command2_Click"), this)) close();
 }
 
 }  // namespace varek

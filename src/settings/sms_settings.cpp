@@ -107,7 +107,7 @@ void Form9::Text7_Change() {
   const std::u16string fitting = FitSmsText(text);
   if (fitting == text) return;
   box->setText(QString::fromStdU16String(fitting));
-  platform::Post("form9 Text7_Change", [] { platform::MessageBox("Too Much Word."); });
+  Tell("Too Much Word.");
 }
 
 int Form9::SendTest() {

@@ -66,6 +66,7 @@ constexpr size_t kFahrenheitText = 269;
 constexpr size_t kUnitText = 289;
 
 // Messages.
+constexpr auto kWarning = platform::MessageIcon::Exclamation;
 constexpr size_t kNothingFound = 2;
 constexpr size_t kRestart = 3;
 constexpr size_t kOrdinaryProgram = 16;
@@ -348,21 +349,22 @@ SettingsFields Form14::Fields() const {
   return fields;
 }
 
-/// The message comes last: the window may go while it waits.
 void Form14::Refuse(const SettingsFault& fault) {
   QLineEdit* box = fault.box == kWebPortBox ? Text1 : Text2[fault.box];
   box->selectAll();
   box->setFocus();
   BringIntoView(box);
-  platform::MessageBox(SettingsMessage[fault.message]);
+  platform::Tell(this, {.text = SettingsMessage[fault.message], .icon = kWarning});
 }
 
 void Form14::Picture6_Click() {
   if (const auto fault = ApplySettings(Fields())) return Refuse(*fault);
-  if (!SaveSettings("form14 Picture6_Click")) return;
-  const QPointer<Form14> form(this);
-  if (RestartNeeded) platform::MessageBox(SettingsMessage[kRestart]);
-  if (form) form->close();
+  if (!SaveSettings("form14 Picture6_Click", this)) return;
+  if (!RestartNeeded) {
+    close();
+    return;
+  }
+  platform::Tell(this, {.text = SettingsMessage[kRestart]}, [this] { close(); });
 }
 
 /// The search lets other handlers run, and the window may go meanwhile.
@@ -371,7 +373,10 @@ void Form14::Picture1_Click() {
   int16_t port = kNoSearch;
   findport(port);
   if (port == kNoSearch) return;
-  if (port == 0) return platform::MessageBox(SettingsMessage[kNothingFound]);
+  if (port == 0) {
+    platform::Tell(form, {.text = SettingsMessage[kNothingFound], .icon = kWarning});
+    return;
+  }
   SetPort(port);
   if (form) Combo1->setCurrentIndex(ChoiceOfPort(port));
 }

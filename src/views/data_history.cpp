@@ -58,13 +58,6 @@ QString PositionSheet() {
       .arg(ToQColor(palette::kFace).name(), ToQColor(palette::kPanelEdge).name());
 }
 
-/// From the event loop: the window may go while the person reads.
-void Tell(const std::string& text) {
-  platform::Post("form2 message", [text] { platform::MessageBox(text); });
-}
-
-void TellNoData() { Tell(LangText[history_text::kNoData] + "!"); }
-
 }  // namespace
 
 FormSlot<Form2>& DataHistory() {
@@ -239,6 +232,10 @@ void Form2::Picture11_Click() {
   ShowDay();
 }
 
+void Form2::TellNoData() {
+  Tell(LangText[history_text::kNoData] + "!", platform::MessageIcon::Information);
+}
+
 /// The names of the columns are the table's own; no row is read for them.
 std::string Form2::QueryText() {
   const HistoryRows none(Data1->OpenRecordset("Select * From [" + DayTable + "] Where 1 = 0"));
@@ -282,11 +279,9 @@ bool Form2::IsExporting() const { return !Picture13->isHidden(); }
 
 void Form2::Export() {
   if (IsExporting() || rows_->rowCount() == 0) return;
-  const QPointer<Form2> alive(this);
-  const std::string fileName =
-      AskSaveName(*this, {LangText[history_text::kSaveAs], platform::ProgramFolder(),
-                          shownTable_ + kExportSuffix, kFilters});
-  if (alive && !fileName.empty()) ExportFile(fileName);
+  const std::string name = shownTable_ + kExportSuffix;
+  AskSaveName(*this, {LangText[history_text::kSaveAs], platform::ProgramFolder(), name, kFilters},
+              [this](const std::string& fileName) { ExportFile(fileName); });
 }
 
 /// Yields to events after each record. A query meanwhile changes the grid only: the export keeps

@@ -60,6 +60,7 @@ class Form2 final : public ViewWindow {
   void Command4_Click();
   void Picture11_Click();
   void TogglePanel(MovablePanel& panel);
+  void TellNoData();
   void Export();
   void ExportFile(const std::string& fileName);
 

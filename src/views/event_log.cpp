@@ -253,7 +253,7 @@ void Form6::ReWindow() {
 void Form6::ShowMonth() {
   Frame2->hide();
   selectedDay_ = std::min(selectedDay_, platform::DaysInMonth(shownYear_, shownMonth_));
-  month_.reloadmon(shownYear_, shownMonth_);
+  if (!month_.reloadmon(shownYear_, shownMonth_)) Tell("DATA EVENT ERROR");
   renewdatetable();
 }
 

@@ -4,9 +4,7 @@
 #include <utility>
 
 #include "platform/database.h"
-#include "platform/events.h"
 #include "platform/guard.h"
-#include "platform/message_box.h"
 #include "platform/paths.h"
 #include "platform/runtime_error.h"
 #include "platform/text.h"
@@ -17,7 +15,6 @@ namespace varek {
 namespace {
 
 constexpr char kPlace[] = "form6 reloadmon";
-constexpr char kLoadFailed[] = "DATA EVENT ERROR";
 constexpr char kEventType[] = "type";
 
 bool IsKind(int16_t type) { return type >= 1 && type <= kEventCount; }
@@ -43,11 +40,9 @@ std::string EventMonthQuery(int year, int month) {
          " AND  [DateANDTime] < #" + end;
 }
 
-/// The message waits for the end of the handler: while it is up, the window may be closed.
-void EventMonth::reloadmon(int year, int month) {
+bool EventMonth::reloadmon(int year, int month) {
   days_ = {};
-  if (platform::Guarded(kPlace, [&] { Load(year, month); })) return;
-  platform::Post(kPlace, [] { platform::MessageBox(kLoadFailed); });
+  return platform::Guarded(kPlace, [&] { Load(year, month); });
 }
 
 void EventMonth::Load(int year, int month) {

@@ -30,9 +30,9 @@ std::string EventMonthQuery(int year, int month);
 class EventMonth final {
  public:
   /// Rebuilds the store from the event file. Where the load fails, or a day has too many events, it
-  /// stops: what was read remains, the cause goes to the error list and a message box comes up
-  /// once the present handler has ended. REQUIRES a month from 1 to 12.
-  void reloadmon(int year, int month);
+  /// stops and is false: what was read remains, and the cause goes to the error list. REQUIRES a
+  /// month from 1 to 12.
+  bool reloadmon(int year, int month);
 
   /// The number of events of a day; REQUIRES a day from 1 to 31, as all below.
   size_t CountOf(int day) const;

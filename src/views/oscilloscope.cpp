@@ -64,11 +64,6 @@ ScopePoint PointOf(const QMouseEvent& event) {
   return {event.position().x(), event.position().y()};
 }
 
-/// From the event loop: the window may go while the person reads.
-void Tell(const std::string& text) {
-  platform::Post("form3 message", [text] { platform::MessageBox(text); });
-}
-
 }  // namespace
 
 FormSlot<Form3>& Oscilloscope() {
@@ -288,9 +283,10 @@ void Form3::LoadDayData() {
   Picture7->ShowMeasured();
   SwitchCurves();
   ShowData();
+  constexpr auto kHint = platform::MessageIcon::Information;
   if (!result) Tell(LangText[kDatabaseErrorText]);
-  if (result == LoadResult::NoTable) Tell(LangText[kNoDataText] + "!");
-  if (result == LoadResult::NoRows) Tell(LangText[kNoDataText]);
+  if (result == LoadResult::NoTable) Tell(LangText[kNoDataText] + "!", kHint);
+  if (result == LoadResult::NoRows) Tell(LangText[kNoDataText], kHint);
 }
 
 void Form3::SwitchCurves() {

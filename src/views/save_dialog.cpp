@@ -2,12 +2,22 @@
 
 #include <QFileDialog>
 #include <QFileInfo>
+#include <QMessageBox>
 #include <QPointer>
+#include <QPushButton>
 #include <utility>
+
+#include "platform/events.h"
+#include "settings/language.h"
+#include "views/kit/style.h"
+#include "views/kit/window_places.h"
 
 namespace varek {
 
 namespace {
+
+constexpr size_t kYesText = 123;
+constexpr size_t kNoText = 124;
 
 std::function<std::string(const SaveQuestion&)>& Replacement() {
   static std::function<std::string(const SaveQuestion&)> ask;
@@ -22,23 +32,61 @@ QStringList ShownFilters(const std::string& filters) {
   return shown;
 }
 
+/// The question of the toolkit's dialogue would stop the whole program, countdowns included.
+void AskToReplace(QWidget& window, const QString& file, std::function<void()> replace) {
+  const QString text = QFileDialog::tr("%1 already exists.\nDo you want to replace it?")
+                           .arg(QFileInfo(file).fileName());
+  auto* box = new QMessageBox(QMessageBox::Warning, QStringLiteral("Varek"), text,
+                              QMessageBox::NoButton, &window);
+  ApplyStyle(*box);
+  box->setTextFormat(Qt::PlainText);
+  box->setAttribute(Qt::WA_DeleteOnClose);
+  box->setWindowModality(Qt::WindowModal);
+  auto* yes = box->addButton(QString::fromStdString(LangText[kYesText]), QMessageBox::AcceptRole);
+  auto* no = box->addButton(QString::fromStdString(LangText[kNoText]), QMessageBox::RejectRole);
+  box->setDefaultButton(no);
+  box->setEscapeButton(no);
+  QObject::connect(yes, &QPushButton::clicked, &window,
+                   [replace = std::move(replace)] { platform::Post("save dialogue", replace); });
+  PlaceOnAsker(*box);
+  box->show();
+}
+
+void SaveUnlessKept(QWidget& window, const QString& file,
+                    const std::function<void(const std::string&)>& save) {
+  if (!QFileInfo::exists(file)) return save(file.toStdString());
+  AskToReplace(window, file, [=, asker = QPointer(&window)] {
+    if (asker) save(file.toStdString());
+  });
+}
+
 }  // namespace
 
-std::string AskSaveName(QWidget& window, const SaveQuestion& question) {
-  if (Replacement()) return Replacement()(question);
-  const QPointer<QFileDialog> dialog = new QFileDialog(
-      &window, QString::fromStdString(question.title), QString::fromStdString(question.folder));
+void AskSaveName(QWidget& window, const SaveQuestion& question,
+                 std::function<void(const std::string&)> save) {
+  if (Replacement()) {
+    const std::string file = Replacement()(question);
+    if (!file.empty()) save(file);
+    return;
+  }
+  auto* dialog = new QFileDialog(&window, QString::fromStdString(question.title),
+                                 QString::fromStdString(question.folder));
   dialog->setAttribute(Qt::WA_DeleteOnClose);
+  dialog->setWindowModality(Qt::WindowModal);
+  dialog->setOption(QFileDialog::DontConfirmOverwrite);
   dialog->setAcceptMode(QFileDialog::AcceptSave);
   dialog->setNameFilters(ShownFilters(question.filters));
   const QString name = QString::fromStdString(question.name);
   dialog->setDefaultSuffix(QFileInfo(name).suffix());
   dialog->selectFile(name);
-  QString chosen;
   QObject::connect(dialog, &QFileDialog::fileSelected, &window,
-                   [&chosen](const QString& file) { chosen = file; });
-  dialog->exec();
-  return chosen.toStdString();
+                   [save = std::move(save), asker = QPointer(&window)](const QString& file) {
+                     platform::Post("save dialogue", [=] {
+                       if (asker) SaveUnlessKept(*asker, file, save);
+                     });
+                   });
+  PlaceOnAsker(*dialog);
+  dialog->show();
 }
 
 void ReplaceSaveDialog(std::function<std::string(const SaveQuestion&)> ask) {

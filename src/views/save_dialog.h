@@ -15,9 +15,10 @@ struct SaveQuestion {
   std::string filters;  ///< pairs of what is shown and its pattern, all parted by "|"
 };
 
-/// The chosen file, or an empty name when there is none. Other handlers run meanwhile; `window` may
-/// go, and takes the dialogue along.
-std::string AskSaveName(QWidget& window, const SaveQuestion& question);
+/// Asks on `window`, which alone it stops, and returns at once. `save` is given the chosen file,
+/// from the event loop; it never runs when none is chosen or when `window` goes.
+void AskSaveName(QWidget& window, const SaveQuestion& question,
+                 std::function<void(const std::string& file)> save);
 
 /// Takes the place of the dialogue for tests; nullptr restores.
 void ReplaceSaveDialog(std::function<std::string(const SaveQuestion& question)> ask);

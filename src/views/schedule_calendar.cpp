@@ -66,11 +66,6 @@ Control* Named(Control* control, const char* name) {
   return control;
 }
 
-/// From the event loop: the window may go while the person reads.
-void Tell(const std::string& text) {
-  platform::Post("form4 message", [text] { platform::MessageBox(text); });
-}
-
 bool Plans(const std::vector<ScheduleEntry>& entries, char action) {
   return std::ranges::any_of(
       entries, [action](const ScheduleEntry& entry) { return entry.event.starts_with(action); });

@@ -296,16 +296,16 @@ TEST_F(HistoryTest, AWindowThatGoesEndsItsExport) {
 
 TEST_F(HistoryTest, TheSaveDialogProposesANameAndCompletesAnother) {
   ReplaceSaveDialog(nullptr);
-  QString proposed;
-  platform::Post("test", [&] {
-    auto* dialog = Form().findChild<QFileDialog*>();
-    auto* field = dialog->findChild<QLineEdit*>(QStringLiteral("fileNameEdit"));
-    proposed = field->text();
-    field->setText(QStringLiteral("mine"));
-    QMetaObject::invokeMethod(dialog, "accept");
-  });
-  EXPECT_EQ(AskSaveName(Form(), {"", Folder(), "20260310.csv", "CSV (*.csv)|*.csv"}),
-            Folder() + "/mine.csv");
+  std::string chosen;
+  AskSaveName(Form(), {"", Folder(), "20260310.csv", "CSV (*.csv)|*.csv"},
+              [&](const std::string& file) { chosen = file; });
+  auto* dialog = Form().findChild<QFileDialog*>();
+  auto* field = dialog->findChild<QLineEdit*>(QStringLiteral("fileNameEdit"));
+  const QString proposed = field->text();
+  field->setText(QStringLiteral("mine"));
+  QMetaObject::invokeMethod(dialog, "accept");
+  platform::DoEvents();
+  EXPECT_EQ(chosen, Folder() + "/mine.csv");
   EXPECT_EQ(proposed, QStringLiteral("20260310.csv"));
 }
 

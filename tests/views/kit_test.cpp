@@ -26,6 +26,7 @@
 #include "views/kit/progress_bar.h"
 #include "views/kit/sticky_panels.h"
 #include "views/kit/view_window.h"
+#include "views/kit/window_places.h"
 
 namespace varek {
 namespace {
@@ -288,8 +289,8 @@ TEST_F(KitTest, MissingPicturesStopViewsButNoCountdown) {
   std::filesystem::remove(image + "/frameleft.jpg");
   EXPECT_EQ(error(), platform::errors::kFileNotFound);
 
-  CountdownWindow above(CountdownWindow::Place::AboveMiddle, [] {});
-  CountdownWindow below(CountdownWindow::Place::BelowMiddle, [] {});
+  CountdownWindow above(CountdownWindow::Place::Left, [] {});
+  CountdownWindow below(CountdownWindow::Place::Right, [] {});
   above.Show();
   below.Show();
   platform::DoEvents();
@@ -332,6 +333,24 @@ TEST_F(KitTest, CalendarIsTurnedAndChosenFrom) {
   const auto corner = [&](int cell) { return page.pixelColor(calendar.CellRect(cell).topLeft()); };
   EXPECT_EQ(corner(CellOfDay(2026, 1, 15)), ToQColor({0, 0, 255}));
   EXPECT_EQ(corner(CellOfDay(2026, 1, 16)), ToQColor(CellColor(CellOfDay(2026, 1, 16))));
+}
+
+/// Wherever the window stands that asks, even half outside.
+TEST(WindowPlaces, ABoxKeepsOutOfTheOthersPlaces) {
+  for (const QSize screen : {QSize(1280, 720), QSize(1366, 768), QSize(1920, 1080)}) {
+    const QRect room({0, 0}, screen);
+    const QSize countdown(340, 226);
+    const QRect others[] = {{PlaceCountdown(room, countdown, Side::Left), countdown},
+                            {PlaceCountdown(room, countdown, Side::Right), countdown},
+                            NoticeCorner(room)};
+    for (const QSize size : {QSize(260, 120), QSize(560, 440)})
+      for (int x = -500; x < room.right(); x += 90)
+        for (int y = -400; y < room.bottom(); y += 90) {
+          const QRect box(PlaceBox(room, {x, y, 700, 500}, size), size);
+          EXPECT_TRUE(room.contains(box)) << x << " " << y;
+          for (const QRect& other : others) EXPECT_FALSE(box.intersects(other)) << x << " " << y;
+        }
+  }
 }
 
 }  // namespace

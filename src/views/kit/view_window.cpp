@@ -1,7 +1,7 @@
 #include "views/kit/view_window.h"
 
+#include <QApplication>
 #include <QCloseEvent>
-#include <QGuiApplication>
 #include <QIcon>
 #include <QKeyEvent>
 #include <QScreen>
@@ -110,6 +110,10 @@ void ViewWindow::ApplyLanguage() {
   SetTip(impl_->minimise, LangText[kMinimiseText]);
 }
 
+void ViewWindow::Tell(const std::string& text, platform::MessageIcon icon) {
+  platform::TellLater(impl_->Place("message"), this, {.text = text, .icon = icon});
+}
+
 void ViewWindow::resizeEvent(QResizeEvent*) {
   Enter("Form_Resize", [this] {
     impl_->PlaceButtons(width());
@@ -136,16 +140,14 @@ void ViewWindow::closeEvent(QCloseEvent*) {
   platform::Post("view close", [number = impl_->number] { UnloadForm(number); });
 }
 
-/// The box comes from the event loop: whoever asked for the window need not wait for a reader.
 bool OpenForPerson(const std::string& place, const std::function<void()>& show) {
   try {
     show();
     return true;
   } catch (const platform::RuntimeError& error) {
     platform::ReportError(place, error);
-    platform::Post(place, [text = std::string(error.what())] {
-      platform::MessageBox(text, "Varek", platform::MessageIcon::Exclamation);
-    });
+    platform::TellLater(place, QApplication::activeWindow(),
+                        {.text = error.what(), .icon = platform::MessageIcon::Exclamation});
     return false;
   }
 }

@@ -11,6 +11,7 @@
 #include <memory>
 #include <string>
 
+#include "platform/message_box.h"
 #include "views/kit/window_frame.h"
 
 namespace varek {
@@ -38,6 +39,11 @@ class ViewWindow : public WindowFrame {
   virtual void Form_Resize() {}
   /// The window has become the active one. As Form_Resize.
   virtual void Form_Activate() {}
+
+  /// Shows a message on this window once the present handler has ended, so that a window that is
+  /// being made or closed meanwhile is in place, or gone.
+  void Tell(const std::string& text,
+            platform::MessageIcon icon = platform::MessageIcon::Exclamation);
 
   void resizeEvent(QResizeEvent* event) override;
   void changeEvent(QEvent* event) override;

@@ -1,4 +1,4 @@
-#include "alert/notice_sign.h"
+#include "views/kit/sign.h"
 
 #include <QPainter>
 #include <QPolygonF>
@@ -6,7 +6,7 @@
 #include "views/kit/colors.h"
 #include "views/palette.h"
 
-namespace sidecar {
+namespace varek {
 
 namespace {
 
@@ -34,7 +34,7 @@ void DrawShape(QPainter& painter, Sign sign, const QColor& color) {
 }
 
 void DrawMark(QPainter& painter, const Mark& mark) {
-  const QColor color = varek::ToQColor(varek::palette::kWindow);
+  const QColor color = ToQColor(palette::kWindow);
   painter.setPen(QPen(color, kStroke, Qt::SolidLine, Qt::RoundCap));
   painter.drawLine(mark.strokeFrom, mark.strokeTo);
   painter.setPen(Qt::NoPen);
@@ -52,10 +52,9 @@ QPixmap SignPicture(Sign sign, int side, qreal ratio) {
   painter.setRenderHint(QPainter::Antialiasing);
   painter.scale(side, side);
   const bool warning = sign == Sign::Warning;
-  DrawShape(painter, sign,
-            varek::ToQColor(warning ? varek::palette::kWarning : varek::palette::kAccent));
+  DrawShape(painter, sign, ToQColor(warning ? palette::kWarning : palette::kAccent));
   DrawMark(painter, warning ? kExclamation : kLetterI);
   return picture;
 }
 
-}  // namespace sidecar
+}  // namespace varek

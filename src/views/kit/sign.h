@@ -1,9 +1,9 @@
-// The signs beside the texts of the sidecars' windows, drawn at any size.
+// The signs beside the texts of message boxes and of the sidecars' windows, drawn at any size.
 #pragma once
 
 #include <QPixmap>
 
-namespace sidecar {
+namespace varek {
 
 enum class Sign {
   Warning,  ///< a triangle in the colour of a warning
@@ -13,4 +13,4 @@ enum class Sign {
 /// A square picture, `side` logical pixels wide and sharp on a screen with `ratio` pixels to each.
 QPixmap SignPicture(Sign sign, int side, qreal ratio = 1);
 
-}  // namespace sidecar
+}  // namespace varek
