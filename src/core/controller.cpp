@@ -68,6 +68,13 @@ std::string ServiceStatus() {
          (GetIsConnect() ? "" : ", no UPS");
 }
 
+/// The settings behind the line too many are not what they were: whoever trusts in them must know.
+void TellOfLongConfig() {
+  const char* const text = "config.qmz has more than 53 lines: check all settings";
+  platform::LogLine(text);
+  AddEventLine(text);
+}
+
 void TellNoStart(const std::exception& error) {
   platform::LogLine(std::string("start: ") + error.what());
   platform::MessageBox("Initial Error!", kProgramName, platform::MessageIcon::Exclamation);
@@ -101,13 +108,6 @@ void Form12::Form_Load(const std::string& commandLine) {
     TellNoStart(error);
     End(1);
   }
-}
-
-/// The settings behind the line too many are not what they were: whoever trusts in them must know.
-static void TellOfLongConfig() {
-  const char* const text = "config.qmz has more than 53 lines: check all settings";
-  platform::LogLine(text);
-  AddEventLine(text);
 }
 
 void Form12::LoadSteps(const std::string& commandLine) {

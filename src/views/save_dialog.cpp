@@ -18,6 +18,7 @@ namespace {
 
 constexpr size_t kYesText = 123;
 constexpr size_t kNoText = 124;
+constexpr size_t kReplaceText = 278;
 
 std::function<std::string(const SaveQuestion&)>& Replacement() {
   static std::function<std::string(const SaveQuestion&)> ask;
@@ -34,8 +35,8 @@ QStringList ShownFilters(const std::string& filters) {
 
 /// The question of the toolkit's dialogue would stop the whole program, countdowns included.
 void AskToReplace(QWidget& window, const QString& file, std::function<void()> replace) {
-  const QString text = QFileDialog::tr("%1 already exists.\nDo you want to replace it?")
-                           .arg(QFileInfo(file).fileName());
+  const QString text = QFileInfo(file).fileName() + QLatin1Char('\n') +
+                       QString::fromStdString(LangText[kReplaceText]);
   auto* box = new QMessageBox(QMessageBox::Warning, QStringLiteral("Varek"), text,
                               QMessageBox::NoButton, &window);
   ApplyStyle(*box);
