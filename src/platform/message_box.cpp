@@ -41,6 +41,8 @@ QDialog* ShowBox(QWidget* window, const Message& message) {
   QDialog* box = (Maker() ? Maker() : MakePlainBox)(window, message);
   box->setAttribute(Qt::WA_DeleteOnClose);
   box->setWindowModality(window ? Qt::WindowModal : Qt::NonModal);
+  // A box of no window would vanish behind the first one that is opened after it.
+  if (!window) box->setWindowFlag(Qt::WindowStaysOnTopHint);
   box->show();
   return box;
 }
