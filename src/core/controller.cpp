@@ -68,6 +68,15 @@ std::string ServiceStatus() {
          (GetIsConnect() ? "" : ", no UPS");
 }
 
+/// The answer to a later copy when there is no display to show the dashboard on.
+std::string WhereTheConsoleIs() {
+  const std::string running = "Varek is running without a display. Its web console ";
+  if (!DataCenter.WebEnabled) return running + "is off.";
+  const std::string port = std::to_string(DataCenter.WebPort);
+  if (!WebConsoleListens()) return running + "waits for port " + port + ", which is taken.";
+  return running + "is at http://127.0.0.1:" + port + "/";
+}
+
 /// The settings behind the line too many are not what they were: whoever trusts in them must know.
 void TellOfLongConfig() {
   const char* const text = "config.qmz has more than 53 lines: check all settings";

@@ -8,7 +8,6 @@
 #include "platform/runtime_error.h"
 #include "platform/service.h"
 #include "platform/single_copy.h"
-#include "web/web_console.h"
 
 namespace varek {
 
@@ -159,14 +158,6 @@ void SendShow() {
   platform::StopListening();
   const std::string answer = platform::SendToCopy(kShow);
   if (!answer.empty()) std::puts(answer.c_str());
-}
-
-std::string WhereTheConsoleIs() {
-  const std::string running = "Varek is running without a display. Its web console ";
-  if (!DataCenter.WebEnabled) return running + "is off.";
-  const std::string port = std::to_string(DataCenter.WebPort);
-  if (!WebConsoleListens()) return running + "waits for port " + port + ", which is taken.";
-  return running + "is at http://127.0.0.1:" + port + "/";
 }
 
 void SetStartProgram(const std::string& name, const std::string& arguments, bool& ok) {

@@ -29,9 +29,6 @@ bool AnotherInstanceRuns();
 /// it does not.
 void SendShow();
 
-/// The answer of a copy that has no display to show its dashboard on.
-std::string WhereTheConsoleIs();
-
 /// Writes the entry that starts the program with `arguments` when a person logs in.
 void SetStartProgram(const std::string& name, const std::string& arguments, bool& ok);
 /// The same for a start before anybody logs in, which only the oldest systems have.
