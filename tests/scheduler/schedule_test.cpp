@@ -2,6 +2,7 @@
 // runner starts on a stepped clock.
 
 #include <chrono>
+#include <filesystem>
 #include <utility>
 
 #include "core/data_center.h"
@@ -90,7 +91,7 @@ TEST_F(ScheduleTest, EachActionStartsItsCountdownsInItsOrder) {
                         {"L", 220, {"TL"}, kNone},
                         {"C", 0, {"CT"}, kNone},
                         {"S", 220, {"C", "S01R9999"}, kNone},
-                        {"R0030", 220, {"C", "S01R0030"}, kNone},
+                        {"R1439", 220, {"C", "S01R1439"}, kNone},
                         {"M", 220, {}, 300},
                         {"A", 220, {"C", "S01R9999"}, 298},
                         {"B0030", 220, {"C", "S01R0030"}, 300},
@@ -138,11 +139,14 @@ TEST_F(ScheduleTest, TheRunnerFollowsTheDateAndTheMinuteAlone) {
                         {{2026, 3, 13, 9, 0, 59}, "T"}}) {  // the minute ends in the first
     EXPECT_EQ(Tick(c.now), c.command) << c.now.day << ' ' << c.now.hour << ':' << c.now.minute;
   }
-  ScheduleForm form;
-  form.time = "12:01";
-  clock.SetNow({2026, 3, 12, 12, 0, 30});
+  // What is saved today counts today, without a change of the date.
+  ScheduleForm form{.time = "12:01"};
+  EXPECT_EQ(Tick({2026, 3, 12, 12, 0, 30}), "");
   EXPECT_EQ(SaveNewEntry(form, {2026, 3, 12}), "");
   EXPECT_EQ(Tick({2026, 3, 12, 12, 1, 20}), "T");
+  form.time = "12:02";
+  EXPECT_EQ(SaveEditedEntry(7, form, {2026, 3, 12}), "");
+  EXPECT_EQ(Tick({2026, 3, 12, 12, 2, 20}), "T");
 }
 
 TEST_F(ScheduleTest, MarksLeaveHoles) {
@@ -201,10 +205,10 @@ TEST_F(ScheduleTest, MonthTablesAndLoaderAgreeWithTheCalendar) {
   Texts codes{"Null", "Day"};
   for (int weekday = 0; weekday <= 6; ++weekday) codes.push_back("W" + std::to_string(weekday));
   for (int day = 1; day <= 31; ++day) codes.push_back("M" + std::to_string(day));
-  for (const std::string& code : codes) Add("T", code, "2023/2/15");
-  const chr::year_month_day start = chr::year(2023) / 2 / 15, end = chr::year(2025) / 1 / 1;
+  for (const std::string& code : codes) Add("T", code, "2023/12/15");
+  const chr::year_month_day start = chr::year(2023) / 12 / 15, end = chr::year(2025) / 3 / 2;
   MonthTable table;
-  for (chr::sys_days date = chr::year(2023) / 1 / 1; date < chr::sys_days(end);
+  for (chr::sys_days date = chr::year(2023) / 11 / 1; date < chr::sys_days(end);
        date += chr::days(1)) {
     const chr::year_month_day ymd(date);
     const auto month = static_cast<int>(static_cast<unsigned>(ymd.month()));
@@ -256,7 +260,9 @@ TEST_F(ScheduleTest, AnEntryIsOpenedAsItWasSavedAndSavedUnchangedStaysAsItIs) {
                         {"R0120", "101:00", 1, "01:00"},      // from the web console
                         {"B-0006", "022:54", 0, "22:54"},
                         {"R9999", "605:39", 6, "05:39"},
-                        {"R0119", "", 1, "01:00"}}) {  // the delay alone
+                        {"R0119", "", 1, "01:00"},  // the delay alone
+                        {"R0059", "", 1, "00:00"},
+                        {"R1439", "", 1, "23:00"}}) {
     DataCenter.UPSShutdownBuffer = 1;
     test::InstallDatabases(Folder());
     addschdeule("2026/3/10", "23:00", c.event, "W2", c.note);
@@ -302,9 +308,18 @@ TEST_F(ScheduleTest, WhatCannotBeReadLeavesAnEmptyList) {
   MonthTable table;
   EXPECT_THROW(LoadMonthTable(2026, 0, 100, table), platform::RuntimeError);
   EXPECT_THROW(RecurrenceCode('W', 2026, 13, 1), platform::RuntimeError);
-  test::InstallDatabases(Folder());
-  std::remove((Folder() + "/database/Event.mdb").c_str());
+  const std::string file = Folder() + "/database/Event.mdb";
+  std::filesystem::rename(file, file + ".away");
   EXPECT_EQ(Tick({2026, 3, 10, 12, 0, 0}), "");
+  std::filesystem::rename(file + ".away", file);
+  EXPECT_EQ(Tick({2026, 3, 10, 12, 0, 59}), "T") << "as soon as it can be read, on the same day";
+
+  platform::Database database(file);
+  const auto rows = database.OpenRecordset(kScheduleTable);
+  rows->Edit();
+  rows->Set("date", platform::Value());
+  rows->Update();
+  EXPECT_EQ(Shown(2026, 3, 10), Numbers{}) << "without a date it would run every day";
 }
 
 }  // namespace
