@@ -62,7 +62,7 @@ Line NumberLine(int16_t& field) {
           [&field] { return std::to_string(field); }};
 }
 
-/// A number with a blank on either side. Do not trim it: files have always held it this way.
+/// A number with a blank on either side, which belongs to the file's format: do not trim it.
 Line PaddedNumberLine(int16_t& field) {
   return {[&field](const std::string& text) { field = Number(text); },
           [&field] { return (field < 0 ? "" : " ") + std::to_string(field) + " "; }};

@@ -26,8 +26,8 @@ class Form12 final : public FormEntry {
   void ApplyLanguage() override;
 
   /// The start of the process, step by step. `commandLine` is all that stands behind the program's
-  /// name. An error at any step is told to the person, stops everything and ends the process with
-  /// status 1.
+  /// name. An error at any step is reported to the person, stops everything and ends the process
+  /// with status 1.
   void Form_Load(const std::string& commandLine = "");
 
   /// Stops everything but the process itself; the caller ends the process right after.

@@ -148,7 +148,7 @@ bool TellFault(const std::string& place, const std::string& description) {
 }
 
 void TellEscaped(const std::string& place, int number, const std::string& description) {
-  // Why a port was closed is told by the next attempt to open it.
+  // Why a port was closed is reported by the next attempt to open it.
   const bool toldNext = number == platform::errors::kPortNotOpen;
   if (!toldNext && !PassesUp(place, description)) TellFault(place, description);
 }

@@ -6,8 +6,8 @@
 
 namespace varek {
 
-/// Where faults happen, as the error list names it. The lists of older versions hold these texts:
-/// do not change.
+/// Where faults happen, as the error list names it. Do not change these texts: errors are looked up
+/// by them.
 namespace places {
 inline constexpr char kSend[] = "form12傳送資料發生";
 inline constexpr char kReceive[] = "form12 Comm RECEive DATA ERROR";
@@ -24,16 +24,16 @@ inline constexpr char kWriteEvent[] = "records event";
 inline constexpr char kPurge[] = "records purge";
 }  // namespace places
 
-/// Tells that something fails at `place`, and how. The same fault is told once until it is over;
-/// one that comes and goes is told at most once a minute. True when a line was written.
+/// Reports that something fails at `place`, and how. The same fault is reported once until it is
+/// over; one that comes and goes is reported at most once a minute. True when a line was written.
 bool TellFault(const std::string& place, const std::string& description);
 
-/// TellFault for an error that has ended a handler: nothing when it was told where it arose, or
+/// TellFault for an error that has ended a handler: nothing when it was reported where it arose, or
 /// will be by what has to be done next.
 void TellEscaped(const std::string& place, int number, const std::string& description);
 
-/// Tells that what failed at `place` works again; nothing when no fault of that place was told.
-/// True when a line was written.
+/// Reports that what failed at `place` works again; nothing when no fault of that place was
+/// reported. True when a line was written.
 bool TellOver(const std::string& place);
 
 /// As if nothing had ever failed.

@@ -1,4 +1,4 @@
-// The controller's link fields that more than one room needs: which link is chosen, whether it is
+// The controller's link fields that more than one module needs: which link is chosen, whether it is
 // up, the two serial ports, and the one command that waits for the poll cycle.
 #pragma once
 

@@ -10,12 +10,12 @@ namespace varek {
 enum class StartUp { GoOn, End, Refused };
 
 /// GoOn with the rights to use the program folder. Without them a start beside a running copy ends
-/// like any later one, and any other is Refused; the person has been told so.
+/// like any later one, and any other is Refused, with a message to the person.
 StartUp CheckRights(const std::string& argument);
 
 /// Sets OSKind and acts on the whole command line behind the program's name, by the table of
-/// `osKind` (0 to 3). Arguments are compared exactly; any other text is the default. Refused, and
-/// told so, is who lacks the rights for what the argument asks.
+/// `osKind` (0 to 3). Arguments are compared exactly; any other text is the default. Refused, with
+/// a message, when the account lacks the rights for what the argument asks.
 StartUp HandleCommandLine(const std::string& argument, int osKind);
 
 /// What a start that failed comes to: beside a running copy it ends like any later one. So an
@@ -31,7 +31,7 @@ void SendShow();
 
 /// Writes the entry that starts the program with `arguments` when a person logs in.
 void SetStartProgram(const std::string& name, const std::string& arguments, bool& ok);
-/// The same for a start before anybody logs in, which only the oldest systems have.
+/// The same for a start before anybody logs in, on systems that offer one.
 void SetStartProgram98(const std::string& name, const std::string& arguments, bool& ok);
 
 // What the service manager delivers. Polling goes on through a pause.

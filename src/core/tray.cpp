@@ -31,7 +31,7 @@ std::string Tip(int16_t stage) {
   return Tray.TipText + "(" + StageText[index] + ")";
 }
 
-/// Until there is a language the menu is in the one that the program was born with.
+/// Until a language is loaded the menu shows the built-in captions.
 std::string Caption(size_t text, const char* untilThen) {
   return LangText[text].empty() ? untilThen : LangText[text];
 }

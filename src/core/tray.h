@@ -27,8 +27,8 @@ void SetStageIcon(int16_t stage);
 /// a change from it. Throws as SetStageIcon does.
 void LoadTrayPicture();
 
-/// Tries to make the icon; TrayIconHandle stays 0 when the desktop has no tray. The tip tells of no
-/// link, whatever the stage.
+/// Tries to make the icon; TrayIconHandle stays 0 when the desktop has no tray. The tip says that
+/// there is no link, whatever the stage.
 void TrayAdd();
 
 /// Removes the icon, if there is one.
