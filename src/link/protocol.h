@@ -29,7 +29,7 @@ void ParseRating(const std::string& reply);
 void ParseIdentification(const std::string& reply);
 
 /// Hands a whole serial line to the parser that its shape calls for. A line of no known shape is
-/// dropped without a word.
+/// silently dropped.
 void ParseSerialReply(const std::string& reply);
 
 }  // namespace varek

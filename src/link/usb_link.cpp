@@ -89,7 +89,7 @@ std::string CheckedStatus(const std::string& reply) {
   return reply;
 }
 
-/// The poll cycle tries again and again; each unit is told of once until it can be opened.
+/// The poll cycle tries again and again; each unit is reported once until it can be opened.
 void TellIfForbidden(const std::string& path) {
   if (!platform::Hid().IsForbidden(path) || !Usb.Forbidden.insert(path).second) return;
   const std::string text = "USB: " + path + " is a UPS that this account may not open";
