@@ -65,7 +65,7 @@ std::string TakeTable(std::string_view& text) {
   return name;
 }
 
-/// Walks through a condition once, replacing what the engine spells differently.
+/// Goes through a condition once, replacing what the engine spells differently.
 class ConditionTranslator {
  public:
   explicit ConditionTranslator(const std::string& source) : source_(source) {}

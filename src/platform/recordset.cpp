@@ -150,7 +150,7 @@ struct Recordset::Impl {
     if (!select) {
       select.emplace(connection->sqlite, "SELECT * FROM " + QuoteName(table) + " WHERE rowid=?");
     }
-    select->tryReset();  // Its answer is the failure of the last run, which was told then.
+    select->tryReset();  // Its answer is the failure of the last run, which was reported then.
     select->bind(1, row);
     if (!select->executeStep()) {
       throw RuntimeError(errors::kRecordDeleted, "record is deleted");

@@ -64,7 +64,7 @@ void Take(QSerialPort& port, const std::string& device) {
   if (!taken) FailOpen(device, "in use by another program");
 }
 
-/// A device that has gone counts as readable for ever; closed, it lets the event loop sleep again.
+/// A device that has gone counts as readable forever; closed, it lets the event loop sleep again.
 void CloseOnError(QSerialPort& port) {
   const auto close = [&port] {
     if (port.error() != QSerialPort::NoError) port.close();

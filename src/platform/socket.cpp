@@ -79,7 +79,7 @@ int OpenListener(int port) {
   FailSystem("port " + std::to_string(port));
 }
 
-/// Connections that have been told of and not yet accepted.
+/// Connections that have been announced and not yet accepted.
 std::map<int64_t, int>& Requests() {
   static std::map<int64_t, int> requests;
   return requests;
@@ -112,7 +112,7 @@ class Partings final {
   void Add(int descriptor) {
     shutdown(descriptor, SHUT_WR);
     parting_.push_back({descriptor, kPartingSweeps});
-    if (!timer_.isActive()) timer_.start();  // A start anew would put the sweep off for ever.
+    if (!timer_.isActive()) timer_.start();  // A restart would put the sweep off forever.
   }
 
  private:
@@ -145,8 +145,8 @@ class Partings final {
   QTimer timer_;
 };
 
-/// Callers wait at the door while few descriptors are left: the shutdown command, the databases and
-/// the serial port need theirs.
+/// New connections stay in the listener's queue while few descriptors are left: the shutdown
+/// command, the databases and the serial port need theirs.
 bool DescriptorsRunLow(int descriptor) {
   rlimit limit{};
   if (getrlimit(RLIMIT_NOFILE, &limit) != 0) return false;
@@ -250,7 +250,7 @@ struct Socket::Impl : std::enable_shared_from_this<Impl> {
   }
 
   void EndInput() {
-    reader->setEnabled(false);  // An ended input counts as readable for ever.
+    reader->setEnabled(false);  // An ended input counts as readable forever.
     inputEnded = true;
     GiveUpDeadPeer();
   }
@@ -317,7 +317,7 @@ struct Socket::Impl : std::enable_shared_from_this<Impl> {
     if (const int refused = TakeRequest(id); refused >= 0) close(refused);
   }
 
-  /// Without descriptors the caller stays at the door, and the notifier would tell so for ever.
+  /// Without descriptors the connection stays in the queue, and the notifier would never stop.
   void ListenAgain() {
     const int number = errno;
     if (number != EMFILE && number != ENFILE && number != ENOBUFS && number != ENOMEM) {

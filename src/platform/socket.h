@@ -17,11 +17,11 @@ constexpr int kSocketState = 40006;  ///< the element has no connection
 
 enum class SocketState { Closed = 0, Listening = 2, Connected = 7, Error = 9 };
 
-/// What an element tells; a handler that is not set is not called.
+/// The events of an element; a handler that is not set is not called.
 struct SocketHandlers {
   /// A connection waits at the listener. One that the handler does not accept is refused.
   std::function<void(int64_t requestId)> ConnectionRequest = nullptr;
-  /// Bytes wait that have not been told of; never raised when none do.
+  /// Bytes wait that have not been announced; never raised when none do.
   std::function<void(size_t byteTotal)> DataArrival = nullptr;
   /// All that was queued has left; raised once, however many calls queued it.
   std::function<void()> SendComplete = nullptr;

@@ -44,7 +44,7 @@ void BeginInterval(TimerState& state) {
   Rearm();
 }
 
-/// The next tick keeps the timer's beat; beats that were missed are dropped.
+/// The next tick comes an interval after the last one was due; ticks that were missed are dropped.
 void ScheduleNextTick(TimerState& state, int64_t now) {
   state.due += state.interval;
   if (state.due <= now) state.due = now + state.interval;

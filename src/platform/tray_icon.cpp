@@ -109,7 +109,7 @@ class DesktopTray final : public TrayDriver {
   }
 
  private:
-  /// A tray on the bus tells of a double click as of two single ones.
+  /// A tray on the bus reports a double click as two single ones.
   void OnActivated(QSystemTrayIcon::ActivationReason reason) {
     const bool click = reason == QSystemTrayIcon::Trigger;
     const int64_t now = TickCount();
