@@ -1,5 +1,5 @@
 // The databases: one file of events, schedule and web log, one file with a table of samples for
-// each day. This room owns their tables; every other reads and writes them as defined here. The
+// each day. This module owns their tables; every other reads and writes them as defined here. The
 // files and the tables of the event file come with the installation: the program makes the table
 // of the day and nothing else.
 #pragma once
@@ -12,7 +12,7 @@
 
 namespace varek {
 
-// Names of files, tables and columns. Do not change: files of older installations hold them.
+// Names of files, tables and columns. Do not change: the files of every installation hold them.
 inline constexpr char kEventFile[] = "\\database\\Event.mdb";
 inline constexpr char kDataFile[] = "\\database\\data.mdb";
 inline constexpr char kEventTable[] = "allevent";
@@ -39,7 +39,7 @@ struct OpenRecords {
 extern OpenRecords Records;
 
 /// Opens both files and the permanent recordsets; sets DatabaseReady and returns true. On any
-/// failure it closes what it opened, tells why, and returns false; KeepRecording tries again.
+/// failure it closes what it opened, reports why, and returns false; KeepRecording tries again.
 bool OpenDatabases();
 
 /// Open one file with its recordsets, or close it. The sample file sets and clears DatabaseReady.

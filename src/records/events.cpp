@@ -94,7 +94,7 @@ void Notify(EventType type) {
   SendSms(type);
 }
 
-/// The road of most events: each step runs, whatever became of the one before.
+/// What most events do: each step runs, whatever became of the one before.
 void RecordEvent(EventType type) {
   platform::IgnoreErrors([&] { BeginRow(type); });
   platform::IgnoreErrors([&] { AddEventLine(EventText[Index(type)]); });

@@ -9,8 +9,8 @@ namespace varek {
 
 enum class Recording { OpenSamples, WriteSample, OpenEvents, WriteEvent };
 
-/// Runs one step of the recording and tells when it begins to fail or works again; its errors pass
-/// on.
+/// Runs one step of the recording and reports when it begins to fail or works again; its errors
+/// pass on.
 void Watch(Recording step, const std::function<void()>& action);
 
 /// Called once a second: every half minute, looks after one of the two files in turn, so that the

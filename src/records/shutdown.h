@@ -1,4 +1,4 @@
-// The entries to the two shutdown countdowns that every other room calls. The countdowns run side
+// The entries to the two shutdown countdowns that every other module calls. The countdowns run side
 // by side: one ends in the shutdown of the operating system, the other mirrors the count after
 // which the unit cuts its output.
 #pragma once

@@ -17,7 +17,7 @@ constexpr int kTick = 100;
 constexpr int32_t kNothingCounted = 99999;
 constexpr int kPumpMilliseconds = 10;
 constexpr int kOrderTick = 100;
-/// Two full turns of the poll cycle, for "C" and for "S", and a beat.
+/// Two full turns of the poll cycle, for "C" and for "S", and a reserve.
 constexpr int64_t kOrderPatience = 5000;
 constexpr size_t kCaptionText = 214;
 
