@@ -92,7 +92,7 @@ void FillAction(const ScheduleEntry& entry, ScheduleForm& form) {
   if (TakesRestart(entry.event[0])) FillRestart(entry, form);
 }
 
-/// No recurrence, and the "null" of older rows, stand for once.
+/// No recurrence, and an unknown one such as "null", stand for once.
 void FillRecurrence(const std::string& rept, ScheduleForm& form) {
   const size_t place = rept.empty() ? 0 : kRecurrenceLetters.find(rept[0]);
   form.recurrence = place == std::string_view::npos ? 0 : static_cast<int>(place);

@@ -13,7 +13,7 @@ namespace {
 using platform::ValueNumber;
 using platform::ValueText;
 
-// Do not change: files of older installations hold these names, the misspelled one included.
+// Do not change: the files of every installation hold these names, the misspelled one included.
 constexpr char kNumber[] = "munber";
 constexpr char kDate[] = "date";
 constexpr char kTime[] = "time";

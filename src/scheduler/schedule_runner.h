@@ -14,7 +14,7 @@ struct RunDate {
   friend bool operator==(const RunDate&, const RunDate&) = default;
 };
 
-/// Defined here, so that whoever starts afresh needs no more of this room.
+/// Defined here, so that whoever starts afresh needs no more of this module.
 inline RunDate LoadedRunDate;
 
 /// The tick of the minute timer. A start of the unit's shutdown lets other handlers run for about
