@@ -32,7 +32,7 @@ class Form7 final : public ViewWindow {
 
 /// Makes language `index` (0 to 2) the present one: on every open window, for the web pages from
 /// the next request on, and in the configuration file. Closes the picker.
-/// When the file can't be written the person is told; the language has changed all the same.
+/// A file that can't be written is reported; the language has changed all the same.
 void ChooseLanguage(int16_t index);
 
 /// The one instance.

@@ -21,7 +21,8 @@ class Form17 final : public ViewWindow {
 
   void ApplyLanguage();
   /// Opens the manual of list line `index`, in the present language; a line without a manual is
-  /// passed over. A missing file or a missing program is told in a message box, after the handler.
+  /// passed over. A missing file or a missing program is reported in a message box, after the
+  /// handler.
   void showpdf(int index);
 
  protected:
