@@ -82,7 +82,7 @@ Form2::Form2()
 }
 
 Form2::~Form2() {
-  // Its parts go after it, and must not tell it then.
+  // Its parts go after it, and must not call it then.
   disconnect(DBgrid1->selectionModel(), nullptr, this, nullptr);
   DataCenter.FormOpen[kNumber] = kClear;
 }

@@ -38,7 +38,7 @@ QVariant HistoryGrid::headerData(int section, Qt::Orientation orientation, int r
 }
 
 /// A row that has been deleted meanwhile stays blank. It is asked for again at every painting; one
-/// line in the error list tells enough.
+/// line in the error list is enough.
 QString HistoryGrid::CellText(const QModelIndex& index) const {
   std::string text;
   const auto read = [&] { text = rows_->Text(index.row(), index.column()); };

@@ -94,7 +94,7 @@ Form3::Form3()
 }
 
 Form3::~Form3() {
-  // The list goes after this, and must not tell of its selection then.
+  // The list goes after this, and must not report its selection then.
   disconnect(List1, nullptr, this, nullptr);
   Picture1->Forget();
   Picture2->Forget();

@@ -41,8 +41,8 @@ class Form3 final : public ViewWindow {
   ~Form3() override;
 
   void ApplyLanguage();
-  /// Loads the selected hours of the day and shows them; a day or hours without data are told in a
-  /// message. With no hours selected nothing happens.
+  /// Loads the selected hours of the day and shows them; a day or hours without data are reported
+  /// in a message. With no hours selected nothing happens.
   void LoadDayData();
 
   const ScopeData& Data() const { return data_; }

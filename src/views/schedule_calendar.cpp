@@ -123,7 +123,7 @@ void Form4::MakeChoosers() {
   for (QPushButton* button : {today_, newEntry_}) button->setMinimumHeight(kButtonHeight);
 }
 
-/// A picture under the pointer tells its action beside the strip.
+/// The action of the picture under the pointer is named beside the strip.
 void Form4::MakeLegend() {
   legend_ = new QWidget(Client());
   auto* strip = new QHBoxLayout(legend_);
@@ -232,7 +232,7 @@ void Form4::renewdatetable() {
   reNewTable();
 }
 
-/// A month that can't be read is told as one that is too full.
+/// A month that can't be read is reported as one that is too full.
 void Form4::reloadmon() {
   bool complete = false;
   Enter("reloadmon", [&] {

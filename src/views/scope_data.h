@@ -49,8 +49,8 @@ enum class LoadResult { Loaded, NoTable, NoRows };
 
 enum class TimeStyle { HourMinute, HourMinuteSecond };
 
-/// The queries for a day named "yyyymmdd", exactly as the databases have always been asked: samples
-/// on the bounds are left out, events on them are not.
+/// The queries for a day named "yyyymmdd". Samples on the bounds are left out, events on them are
+/// not.
 std::string SampleQuery(const std::string& dayTable, const std::string& timeField,
                         const ScopeHours& hours);
 std::string EventQuery(const std::string& dayTable, const ScopeHours& hours);

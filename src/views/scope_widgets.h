@@ -14,7 +14,7 @@ class QLabel;
 
 namespace varek {
 
-/// Shows a surface at its own size, and tells what the mouse does over it.
+/// Shows a surface at its own size, and reports what the mouse does over it.
 class SurfaceView final : public QWidget {
  public:
   using MouseHandler = std::function<void(const QMouseEvent& event)>;

@@ -18,7 +18,7 @@ constexpr int kLastChooserYear = 2011;
 /// Adds the years, and twelve months that are still without names.
 void FillMonthChoosers(QComboBox& years, QComboBox& months);
 
-/// Selects a month without telling of it. A year that can't be chosen leaves none selected.
+/// Selects a month without a signal. A year that can't be chosen leaves none selected.
 void SelectMonth(QComboBox& years, QComboBox& months, int year, int month);
 
 /// The names of the months, the tool tips and the button's text in the present language.

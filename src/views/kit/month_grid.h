@@ -45,8 +45,8 @@ class MonthGrid final : public QWidget {
 
   /// A day was clicked.
   void OnClick(std::function<void(int day)> clicked);
-  /// The pointer is over picture `picture` (from 0) of `day`, or over none, when both are -1. Told
-  /// once for each change.
+  /// The pointer is over picture `picture` (from 0) of `day`, or over none, when both are -1.
+  /// Reported once for each change.
   void OnHover(std::function<void(int day, int picture)> hovered);
 
   /// Where a cell (0 to 41) stands in the widget, in pixels.

@@ -56,7 +56,7 @@ class ViewWindow : public WindowFrame {
 };
 
 /// Opens a window for a person by `show`; false when it could not be opened. What kept it from
-/// that, as a missing picture does, is told in a box and reported under `place`.
+/// that, as a missing picture does, is shown in a box and reported under `place`.
 bool OpenForPerson(const std::string& place, const std::function<void()>& show);
 
 }  // namespace varek
