@@ -150,7 +150,8 @@ void Chart::TimeLabels(const TimeOfDay& start) {
   }
 }
 
-/// None on the left, and the right side twice: this is how the chart has always looked.
+/// None on the left, and the right side twice. The lines belong to the picture's format: do not
+/// change.
 void Chart::DrawFrame() {
   picture_.Line(20, 123, 200, 123, kGridColor);
   picture_.Line(198, 5, 198, 125, kGridColor);

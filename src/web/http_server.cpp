@@ -154,7 +154,7 @@ int Form8::OldestThatGivesWay() const {
 }
 
 /// The first connection that is closed, else a new one. When all places are taken the oldest idle
-/// connection gives way, so that those who only sit there keep nobody out.
+/// connection gives way, so that idle clients lock nobody out.
 int Form8::FreeSocket() {
   const int closed = FirstClosed();
   const int idle = closed > kLastPlace ? OldestThatGivesWay() : 0;
@@ -278,7 +278,8 @@ void Form8::Serve(const Request& request) {
   SendFile(request, name);
 }
 
-/// The kind is told by the name that was asked for, in its case; the file may be spelled otherwise.
+/// The kind follows from the name that was asked for, in its case; the file may be spelled
+/// otherwise.
 void Form8::SendFile(const Request& request, const std::string& name) {
   const std::string path = WebPath(name);
   const std::string content = IsPage(name) ? PageResponse(ReadPage(path)) : ReadSource(path);

@@ -26,8 +26,8 @@ Cells CellsOf(int year, int month) {
   return cells;
 }
 
-/// The year is compared by its last two digits alone, so a year of four digits never lights up. The
-/// pages have always been without the mark.
+/// The year is compared by its last two digits alone, so a year of four digits never matches and no
+/// day is marked. The pages' bytes depend on it: do not change.
 bool IsToday(int year, int month, int day) {
   const platform::DateTime now = platform::Now();
   return now.year % 100 == year && now.month == month && now.day == day;

@@ -1,5 +1,5 @@
-// The exact bytes of the answers: the fixed header blocks and which file gets which. Browsers and
-// other readers have always been given these bytes: spelling, spacing and the old dates stay.
+// The exact bytes of the answers: the fixed header blocks and which file gets which. Do not change
+// them, not even spelling, spacing and dates: clients may depend on every byte.
 #pragma once
 
 #include <string>
@@ -13,7 +13,7 @@ const std::string& BadRequest();
 std::string PageResponse(const std::string& text);
 
 /// What goes out in front of the bytes of file `name` that is no page; empty for the many kinds
-/// that go out bare. Told by the end of the name, in lower case only.
+/// that go out bare. It follows from the end of the name, in lower case only.
 std::string FileHeader(const std::string& name);
 
 }  // namespace varek

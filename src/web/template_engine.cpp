@@ -26,7 +26,7 @@ constexpr std::string_view kOpen = "<%";
 constexpr std::string_view kClose = "%>";
 /// The search goes on this far into a replacement.
 constexpr size_t kResume = kOpen.size();
-/// More markers than any page has: a text from the wire that holds markers would expand for ever.
+/// More markers than any page has: a text from the wire that holds markers would expand forever.
 constexpr int kMostMarkers = 10000;
 
 constexpr size_t kMainsNormalText = 11;
