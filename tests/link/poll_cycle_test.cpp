@@ -20,7 +20,7 @@ namespace {
 
 const std::string kStatus = "(208.4 140.0 208.4 034 59.9 2.05 35.0 00001000\r";
 const std::string kRating = "#220.0 047 024.0 50.0\r";
-const std::string kIdentity = "#ACME POWER LTD  UPS 1000   V01.25    \r";
+const std::string kIdentity = "#                UPS 1000             \r";
 
 /// Milliseconds after which a line on which nothing comes counts as silent.
 constexpr int kPatience = 300;
@@ -79,7 +79,7 @@ TEST_F(PollCycleTest, TheLinkComesUpAndAsksWhatItDoesNotKnow) {
   EXPECT_EQ(Cycle(kStatus), "Q1\r");
   EXPECT_EQ(Cycle(kIdentity), "I\r");
   EXPECT_EQ(Cycle(kStatus), "Q1\r");
-  EXPECT_EQ(Cycle(), "");
+  EXPECT_EQ(Cycle(), "");  // one part of the identity is enough
   EXPECT_EQ(GetUPSModel(), "UPS 1000");
   EXPECT_FLOAT_EQ(GetRatingVoltage(), 220);
   EXPECT_EQ(EventRows(), std::vector<int>{3});

@@ -57,7 +57,14 @@ class PortSearchTest : public test::MonitorTest {
 TEST_F(PortSearchTest, WithNothingAnywhereTheWholeSearchGivesNothing) {
   int ticks = 0;
   platform::Timer timer(
-      "ticks", [&ticks] { ++ticks; }, 500);
+      "ticks",
+      [&ticks] {
+        int16_t inner = 7;
+        findport(inner);  // only one search at a time
+        EXPECT_EQ(inner, 7);
+        ++ticks;
+      },
+      500);
   EXPECT_EQ(Search(), 0);
   EXPECT_EQ(labels.size(), 17U);
   EXPECT_EQ(labels.front() + " " + labels.back(), "USB COM16");
@@ -69,7 +76,8 @@ TEST_F(PortSearchTest, WithNothingAnywhereTheWholeSearchGivesNothing) {
 }
 
 TEST_F(PortSearchTest, AUnitOnUsbEndsTheSearchAtOnce) {
-  for (auto mood : {test::HidUnit::Mood::Good, test::HidUnit::Mood::Slow}) {
+  using Mood = test::HidUnit::Mood;
+  for (auto mood : {Mood::Good, Mood::Slow, Mood::Short}) {
     test::HidUnit unit(0x0001, 0x0000);
     unit.mood = mood;
     EXPECT_EQ(Search(), kUsbPort);
@@ -82,12 +90,14 @@ TEST_F(PortSearchTest, AUnitOnUsbEndsTheSearchAtOnce) {
 }
 
 TEST_F(PortSearchTest, TheFirstComPortThatAnswersWithABracketWins) {
-  const test::PseudoTerminal rubbish(Link16(2)), unit(Link16(4)), later(Link16(5));
+  const test::PseudoTerminal silent(Link16(1)), rubbish(Link16(2)), endless(Link16(3));
+  const test::PseudoTerminal unit(Link16(4)), later(Link16(5));
   // The units answer as soon as they are asked.
   platform::Timer answer(
       "answer",
       [&] {
         if (!rubbish.Receive().empty()) rubbish.Send("NAK\r");
+        if (!endless.Receive().empty()) endless.Send("(no end");
         if (!unit.Receive().empty()) unit.Send("(short\r");
         if (!later.Receive().empty()) later.Send(kStatus);
       },

@@ -140,6 +140,11 @@ TEST_F(UsbLinkTest, TheThirdFailedSearchClosesWhateverIsOpen) {
     EXPECT_EQ(Link.UsbOpen, open);
     EXPECT_EQ(unit.open, 0);
   }
+  Action(), Action();
+  unit.plugged = true;
+  Action();  // begins the count anew
+  unit.mood = HidUnit::Mood::Mute;
+  EXPECT_EQ(SentCommand("Q1") + SentCommand("Q1"), "");
 }
 
 TEST_F(UsbLinkTest, ThePollCycleReadsTheUnitAndSendsOrders) {
@@ -150,14 +155,25 @@ TEST_F(UsbLinkTest, ThePollCycleReadsTheUnitAndSendsOrders) {
   EXPECT_FLOAT_EQ(GetRatingVoltage(), 220);
   EXPECT_EQ(GetUPSModel(), "SIM-1000");
   EXPECT_TRUE(GetHasTemperature() && GetHasLoad());
-  for (const char* order : {"T05", "T1", "S05", "S05R0030", "C"}) {
+  for (const char* order : {"T05", "T1", "S05", "S1666", "S12R3456", "S05R9999", "C"}) {
     Link.PendingCommand = order;
     Seconds(2);
     EXPECT_EQ(Link.PendingCommand, "") << order;
   }
-  EXPECT_EQ(Orders(), (std::vector<std::string>{"F", "I", "T1", "S05", "S05R0030", "C"}));
+  EXPECT_EQ(Orders(),
+            (std::vector<std::string>{"F", "I", "T1", "S05", "S16", "S12R3456", "S05R9999", "C"}));
   EXPECT_EQ(EventRows(), std::vector<int>{3});
   EXPECT_TRUE(Form13::List1().empty());
+  unit.mood = HidUnit::Mood::Short;
+  unit.model.SetMains(false);
+  Seconds(2);
+  EXPECT_TRUE(GetUtility());
+}
+
+TEST_F(UsbLinkTest, AUnitWithoutACompanyIsAskedAgain) {
+  unit.model = simulator::UpsModel({.company = ""});
+  Seconds(8);
+  EXPECT_EQ(Orders(), (std::vector<std::string>{"F", "I", "I", "I"}));
 }
 
 TEST_F(UsbLinkTest, APulledUnitIsLostOnceAndComesBackByItself) {

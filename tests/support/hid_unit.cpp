@@ -8,6 +8,7 @@ namespace varek::test {
 
 namespace {
 
+constexpr uint8_t kReportNumber = 5;
 constexpr char kPath[] = "/dev/hidraw-simulated";
 
 class Handle final : public platform::HidDevice {
@@ -54,12 +55,13 @@ void HidUnit::Take(const platform::HidReport& report) {
 }
 
 bool HidUnit::Give(platform::HidReport& report) const {
-  if (!plugged || mood == Mood::Mute) return false;
+  if (!plugged || mood == Mood::Mute || report[0] != kReportNumber) return false;
   if (mood == Mood::Slow) platform::ReplacedClock()->Wait(200);
-  const uint8_t number = report[0];
   report.fill(0);
-  if (mood == Mood::NumberOnly) report[0] = number;
-  if (mood == Mood::Good || mood == Mood::Slow) std::ranges::copy(reply_, report.begin());
+  if (mood == Mood::NumberOnly) report[0] = kReportNumber;
+  if (mood == Mood::Zeros || mood == Mood::NumberOnly) return true;
+  std::ranges::copy(reply_, report.begin());
+  if (mood == Mood::Short && reply_[0] == '(') report[45] = '\r', report[46] = 0;
   return true;
 }
 

@@ -16,6 +16,7 @@ class HidUnit final : public platform::HidDriver {
     Good,
     Slow,        ///< takes 200 ms for a reply
     Zeros,       ///< gives a report of zeros
+    Short,       ///< gives a status line of 46 bytes and a zero
     NumberOnly,  ///< gives a report that holds only the report number
     Mute,        ///< gives no report at all
   };
