@@ -50,7 +50,7 @@ constexpr Plate kBatteryAlonePlate{560, 350, 48, 19};
 constexpr Plate kLoadGroup{514, 14, 148, 378};
 constexpr Plate kBatteryAloneGroup{531, 14, 104, 378};
 
-/// One panel under the brush: where its pixels go and how large a design unit is.
+/// One panel that is being drawn: where its pixels go and how large a design unit is.
 struct Work {
   QPainter& painter;
   const SizeClass& sizeClass;
@@ -101,7 +101,7 @@ void DrawGroup(const Work& work, const Plate& plate) {
   work.painter.drawRoundedRect(work.Pixels(plate), 7 * work.factor, 7 * work.factor);
 }
 
-/// A circle, or of a half dial only the half that the needle sweeps and the room of the hub.
+/// A circle, or of a half dial only the half that the needle sweeps and the space of the hub.
 QPainterPath Outline(Needle needle, QPointF centre, double radius, double hubRoom) {
   QPainterPath circle;
   circle.addEllipse(centre, radius, radius);

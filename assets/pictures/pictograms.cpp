@@ -57,7 +57,7 @@ void Bolt(Sketch s, const QColor& color) {
   s.Shape({{0.6, 0}, {0.2, 0.58}, {0.47, 0.58}, {0.38, 1}, {0.82, 0.4}, {0.54, 0.4}}, color);
 }
 
-/// The beat of a test that runs, within a battery's case.
+/// The pulse line of a test that runs, within a battery's case.
 void Pulse(Sketch s) {
   s.Line({{0.14, 0.52}, {0.3, 0.52}, {0.39, 0.35}, {0.52, 0.66}, {0.6, 0.52}, {0.75, 0.52}},
          s.Colors().mark, 0.075);
