@@ -121,7 +121,7 @@ void ScrollTheDay(benchmark::State& state) {
 }
 BENCHMARK(ScrollTheDay)->Unit(benchmark::kMillisecond);
 
-/// `longestMs` is the longest time between two beats of a timer of 10 ms.
+/// `longestMs` is the longest time between two ticks of a timer of 10 ms.
 void ExportTheDay(benchmark::State& state) {
   Query();
   int64_t last = 0, longest = 0;
