@@ -21,7 +21,7 @@ constexpr int kTotalSeconds = 100;
 constexpr int kLongestSeconds = 3600;
 constexpr int64_t kMilliseconds = 1000;
 
-/// A time limit in seconds from the environment; one that makes no sense is told of.
+/// A time limit in seconds from the environment; one that makes no sense is logged.
 int64_t Limit(const char* name, int usual, const sidecar::LogFile& log) {
   const char* text = std::getenv(name);
   if (!text || !*text) return usual;

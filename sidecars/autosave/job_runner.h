@@ -11,7 +11,7 @@ void PrepareJobs();
 
 /// Runs `path` without arguments, in a process group of its own and with no input, and waits. After
 /// `limit` milliseconds its group gets SIGTERM and two seconds later SIGKILL. Returns how it ended,
-/// in words for the log; a program that can't be started is told of in the same way.
+/// in words for the log; a program that can't be started is reported in the same way.
 std::string RunJob(const std::string& path, int64_t limit);
 
 }  // namespace sidecar
