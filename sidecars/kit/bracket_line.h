@@ -17,7 +17,7 @@ struct LineEnd {
 };
 
 /// How the line ends, also when a bracket further ahead has broken it: the person who runs a test
-/// is told even then. Event and 0 when that can't be read.
+/// gets a result even then. Event and 0 when that can't be read.
 LineEnd ReadLineEnd(const std::string& line);
 
 /// The `count` fields of `line`. Throws CannotSend, which tells what is wrong but none of the

@@ -41,7 +41,7 @@ Attempt Send(const Sender& sender, const std::string& line, Mode mode) {
   }
 }
 
-/// The reason in the person's language; in the log's words where an old table does not have it.
+/// The reason in the person's language; in the log's words where the table does not have it.
 std::string ReasonText(const Sender& sender, const Reason& reason, int language) {
   const std::string text = Text(static_cast<int>(reason.trouble), language);
   if (text.empty()) return reason.words;

@@ -50,7 +50,7 @@ Transfer::Transfer(int timeout) : handle_(curl_easy_init()), timeout_(timeout) {
   curl_easy_setopt(handle_, CURLOPT_TIMEOUT, static_cast<long>(timeout));
   // A name server that doesn't answer would otherwise be waited for at the end.
   curl_easy_setopt(handle_, CURLOPT_QUICK_EXIT, 1L);
-  // So the farewell is said, and waited for, inside the transfer, where the time is looked at.
+  // So QUIT is sent, and its reply awaited, inside the transfer, where the time is checked.
   curl_easy_setopt(handle_, CURLOPT_FORBID_REUSE, 1L);
   curl_easy_setopt(handle_, CURLOPT_NOPROGRESS, 0L);
   curl_easy_setopt(handle_, CURLOPT_XFERINFOFUNCTION, &Transfer::AskTime);

@@ -12,8 +12,8 @@ namespace sidecar {
 
 class Transfer final {
  public:
-  /// `timeout` in seconds, from the search for the server's address to the farewell; the end of the
-  /// system may leave less. Throws RuntimeError when libcurl can't start.
+  /// `timeout` in seconds, from the name lookup of the server to the end of the session; the end of
+  /// the system may leave less. Throws RuntimeError when libcurl can't start.
   explicit Transfer(int timeout);
   ~Transfer();
   Transfer(const Transfer&) = delete;

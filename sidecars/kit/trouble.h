@@ -1,4 +1,4 @@
-// Why a message could not be sent, told twice: in English words for the log, and as one of the
+// Why a message could not be sent, in two forms: in English words for the log, and as one of the
 // numbered texts for the person who waits for the result of a test.
 #pragma once
 
