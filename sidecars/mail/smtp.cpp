@@ -22,7 +22,7 @@ constexpr size_t kLongestReply = 300;
 /// How the connection is protected.
 struct Protection {
   int defaultPort;
-  bool fromTheStart;  ///< TLS before the first word, without STARTTLS
+  bool fromTheStart;  ///< TLS before the first reply, without STARTTLS
   long upgrade;       ///< libcurl's level for STARTTLS
   bool checked;       ///< the certificate is
 };
@@ -50,7 +50,7 @@ std::string Url(const MailServer& server, const Protection& protection) {
          std::to_string(port);
 }
 
-/// The last line that the server has said before the farewell.
+/// The last reply line of the server before that to QUIT.
 class LastReply {
  public:
   void Hear(std::string_view line) {
@@ -98,7 +98,7 @@ std::vector<std::string> Secrets(const MailSettings& settings) {
   return {Base64(plainLogin), Base64(settings.password), settings.password};
 }
 
-/// `text` as it may be told.
+/// `text` as it may be logged and shown.
 std::string Safe(const std::string& text, const MailSettings& settings) {
   const bool secret = !settings.password.empty();
   return Shortened(Masked(text, secret ? Secrets(settings) : std::vector<std::string>()),
