@@ -10,7 +10,7 @@ namespace simulator {
 
 namespace {
 
-/// Takes the value over. False when it is none of those that the option's line in the help tells.
+/// Takes the value over. False when it is none of those that the option's line in the help lists.
 using Setter = bool (*)(Options& options, const std::string& value);
 
 struct Option {
