@@ -31,7 +31,7 @@ class UpsModel final {
   void Advance(Milliseconds elapsed);
 
   /// Takes one command, without its carriage return. A query yields its line with the final
-  /// carriage return; a command that is obeyed without a word, or is unknown, yields nothing.
+  /// carriage return; a command that is obeyed without a reply, or is unknown, yields nothing.
   std::optional<std::string> Handle(std::string_view command);
 
   void SetMains(bool on);
