@@ -205,7 +205,7 @@ function testBehaviour(run, started) {
     }
   });
 
-  // A stranger sends the head of a POST, and the page makes this browser send its cookie.
+  // Another client sends the head of a POST, and the page makes this browser send its cookie.
   test('a page of another origin gets nothing done', async () => {
     const [monitor, page] = started();
     const stranger = net.connect(monitor.port, '127.0.0.1');
