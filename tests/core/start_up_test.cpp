@@ -1,4 +1,4 @@
-// What a whole process can't easily show: the oldest kind of system, the hand-over to the service
+// What a whole process can't easily show: systems of other kinds, the hand-over to the service
 // manager, and the text of a later copy.
 
 #include "core/start_up.h"
