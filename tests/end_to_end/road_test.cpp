@@ -1,5 +1,5 @@
-// The whole road of a mains failure with the real programs: the warning window, the mail, the text
-// message, the save, and at last the shutdown of the system.
+// A mains failure from the first event to the end with the real programs: the warning window, the
+// mail, the text message, the save, and at last the shutdown of the system.
 
 #include <sys/socket.h>
 #include <sys/un.h>

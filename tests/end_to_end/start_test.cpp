@@ -147,7 +147,7 @@ TEST_F(EndToEnd, ArgumentsDoWhatTheirKindOfSystemSays) {
     const auto asked = [&] { return Of(monitor.Calls(), "systemctl"); };
     PumpUntil([&] { return asked().size() >= c.asked.size(); });
     EXPECT_EQ(asked(), c.asked);
-    // A copy that has never guarded does not tell people that it has stopped.
+    // A copy that has never watched does not report to people that it has stopped.
     const bool guarded = c.other || !c.ends;
     const auto mails = [&] { return Of(monitor.Calls(), "mailto").size(); };
     PumpUntil([&] { return mails() >= (guarded ? 1 : 0); });
