@@ -1,4 +1,4 @@
-// How the tests of this room ask for an error's number.
+// How the tests of this folder ask for an error's number.
 #pragma once
 
 #include <functional>

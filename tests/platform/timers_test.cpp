@@ -1,4 +1,4 @@
-// Timers on a clock that is stepped by hand: order, beat, and what handlers may do to timers.
+// Timers on a clock that is stepped by hand: order, intervals, what handlers may do to timers.
 
 #include "platform/timers.h"
 
@@ -38,7 +38,7 @@ TEST_F(TimersTest, RunInTheOrderOfTheirMomentsAndDropMissedBeats) {
   // All are due at once: the moment decides, not the order of making.
   Sleep(1040);
   EXPECT_EQ(Log(), "f1040 t1040 s1040");
-  // A short delay keeps the beat, a long one begins it anew.
+  // A short delay keeps the series of ticks, a long one begins it anew.
   clock.Advance(960);
   EXPECT_EQ(Log(), "f1440 t1440 f1840 t1840 s2000");
   Sleep(3600'000);
@@ -80,7 +80,7 @@ TEST_F(TimersTest, AHandlerThatPumpsIsNotReenteredWhileOthersRun) {
   EXPECT_EQ(Log(), "o400 o800 <1000 o1200 o1600 o2000 o2400 >2500");
   clock.Advance(500);
   EXPECT_EQ(Log(), "o2800 <3000 >3000");
-  // What the pump has served is not served again, and a beat that falls meanwhile is missed.
+  // What the pump has served is not served again, and a tick that falls meanwhile is missed.
   const auto pumpAndTakeLong = [this] { DoEvents(), Write("a"), clock.Wait(5); };
   Timer first("first", pumpAndTakeLong, 1);
   Timer second("second", Note("b"), 100);
