@@ -1,5 +1,5 @@
-// The saves before a shutdown, and the hint that tells of them, as processes in a folder of their
-// own.
+// The saves before a shutdown, and the hint that they can be set up, as processes in a folder of
+// their own.
 #include <gtest/gtest.h>
 #include <unistd.h>
 

@@ -1,5 +1,5 @@
 // mailto against a real mail server: what arrives, what never leaves without protection, and what
-// the log tells.
+// the log says.
 
 #include <chrono>
 #include <filesystem>
