@@ -1,6 +1,6 @@
-// What tests of the rooms stand on: a program folder in a temporary place with the real initial
-// databases, start values everywhere, a clock that stands still, and nothing that could reach the
-// machine. Programs, message boxes and the end of the process are written down in its place.
+// What the tests of the modules stand on: a program folder in a temporary place with the real
+// initial databases, start values everywhere, a clock that stands still, and nothing that could
+// reach the machine. Programs, message boxes and the end of the process are written down instead.
 #pragma once
 
 #include <gtest/gtest.h>
