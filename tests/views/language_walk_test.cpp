@@ -1,6 +1,6 @@
-// A walk through every window of the program in every language: no text is missing, cut or of
-// another language, Tab goes through the controls in reading order, and Escape closes. And a change
-// of language while windows are open and a browser asks.
+// Goes through every window of the program in every language: no text is missing, cut or of another
+// language, Tab goes through the controls in reading order, and Escape closes. And a change of
+// language while windows are open and a browser asks.
 #include <arpa/inet.h>
 #include <gtest/gtest.h>
 #include <unistd.h>
@@ -111,7 +111,7 @@ std::vector<Shown> TextsOf(const QWidget* control) {
     if (!hint.isEmpty()) texts.push_back({hint});
   if (const auto* label = qobject_cast<const QLabel*>(control)) {
     const int wrap = label->wordWrap() ? Qt::TextWordWrap : 0;
-    // One that has nothing to tell at present has a name.
+    // One that is empty at present has a name.
     if (!label->text().isEmpty() || label->objectName().isEmpty())
       texts.push_back(
           {label->text(), Fits(label->font(), label->text(), label->contentsRect().size(), wrap)});
