@@ -98,7 +98,7 @@ class WebClient final {
     return ::poll(&ready, 1, 0) == 0;
   }
   void EndSending() const { shutdown(fd_, SHUT_WR); }
-  /// Goes without a word, with a reset.
+  /// Ends the connection by a reset.
   void Vanish() {
     const linger abort{1, 0};
     setsockopt(fd_, SOL_SOCKET, SO_LINGER, &abort, sizeof abort);
@@ -293,7 +293,7 @@ TEST_F(ServerTest, PathsRunTheirHandlers) {
   }
 }
 
-// A page of another origin makes the browser send its cookie; a stranger sends the head.
+// A page of another origin makes the browser send its cookie; another client sends the head.
 TEST_F(ServerTest, TheHeadOfAPostWaitsForItsOwnConnection) {
   LogIn();
   Write("controlmain.htm", "control");
