@@ -8,7 +8,7 @@
 
 namespace sidecar {
 
-/// Event: nobody looks on, retries are worth while. Test: a person waits for the result.
+/// Event: nobody watches, retries are worth while. Test: a person waits for the result.
 enum class Mode { Event, Test };
 
 struct LineEnd {

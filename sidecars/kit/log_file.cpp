@@ -56,7 +56,7 @@ void LogFile::MakeRoom(size_t bytes) const {
 bool LogFile::Append(const std::string& line) const {
   const Descriptor file(path_, O_WRONLY | O_APPEND | O_CREAT | O_CLOEXEC);
   if (file.Number() < 0) return false;
-  fchmod(file.Number(), 0600);  // Fails on a file of another account, which is that one's affair.
+  fchmod(file.Number(), 0600);  // Fails on a file of another account, which is up to that account.
   const bool whole =
       write(file.Number(), line.data(), line.size()) == static_cast<ssize_t>(line.size());
   fdatasync(file.Number());  // The power may be cut at any moment.

@@ -45,7 +45,7 @@ bool LastSecondsAreOver() {
   return seconds > kLastSeconds || (seconds == kLastSeconds && now.tv_nsec >= announcedAt.tv_nsec);
 }
 
-/// By the second: a signal between the look and the sleep is seen by the next look.
+/// By the second: a signal between the check and the sleep is seen by the next check.
 bool WaitUnlessSystemEnds(int seconds) {
   for (; seconds > 0 && !announced; --seconds) sleep(1);
   return !announced;
