@@ -18,7 +18,7 @@ namespace {
 
 /// A device that comes and goes every second must not fill the journal.
 constexpr int64_t kQuietMilliseconds = 60'000;
-/// Within this time the same words from two places are one fault that passes up.
+/// Within this time the same words from two places are one fault that propagates.
 constexpr int64_t kPassUpMilliseconds = 200;
 constexpr size_t kMostLines = 100;
 

@@ -1,5 +1,5 @@
-// The journal: faults in plain English, for whoever looks after the machine. The error list has
-// short names of its own for the same places; one table, in the source, holds both.
+// The journal: faults in plain English, for the administrator. The error list has short names of
+// its own for the same places; one table, in the source, holds both.
 #pragma once
 
 #include <string>
