@@ -22,7 +22,7 @@ std::string CommandLine(int argc, char** argv) {
   return line;
 }
 
-/// The list is for the program; whoever looks after the machine reads the journal.
+/// The list is for the program; the administrator reads the journal.
 void ListError(const std::string& place, int number, const std::string& description) {
   varek::Form13::AddError(place, number);
   varek::TellEscaped(place, number, description);
