@@ -21,7 +21,7 @@ constexpr int kAnswerMilliseconds = 3'000;
 constexpr char kAddressVariable[] = "DBUS_SESSION_BUS_ADDRESS";
 constexpr char kNoBus[] = "unix:path=/nonexistent";
 
-/// False also when the bus refuses or breaks the connection.
+/// False also when the bus refuses or closes the connection.
 bool Answers(sd_bus* bus) {
   const int64_t end = TickCount() + kAnswerMilliseconds;
   while (sd_bus_is_ready(bus) == 0) {
@@ -35,7 +35,7 @@ bool Answers(sd_bus* bus) {
 
 }  // namespace
 
-/// One connection to the bus. Unlike the toolkit's, it also connects and greets without waiting.
+/// One connection to the bus. Unlike the toolkit's, it connects and says hello without waiting.
 struct DesktopNotifier::Impl {
   Impl() = default;
   ~Impl() { Close(); }

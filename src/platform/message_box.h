@@ -39,7 +39,7 @@ using MessageBoxMaker = std::function<QDialog*(QWidget* window, const Message& m
 /// What the boxes look like; without a maker they are the toolkit's own.
 void SetMessageBoxMaker(MessageBoxMaker make);
 
-/// Writes one line for whoever looks after the machine: standard error, marked for the journal.
+/// Writes one line for the administrator: standard error, marked for the journal.
 void LogLine(const std::string& text);
 
 /// Takes the place of both kinds of box for tests, and counts as closed at once; nullptr restores.

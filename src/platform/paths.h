@@ -31,13 +31,13 @@ bool IsFile(const std::string& path);
 /// Reads a whole file; throws RuntimeError 53 when it does not exist and 75 when it can't be read.
 std::string ReadWholeFile(const std::string& path);
 
-/// Writes a neighbour file and renames it over `path`, so that a power cut leaves either the old
-/// file or the new one. Owner and rights of the old file stay as far as this account may give them;
-/// a file that is new is readable by its owner only. Throws RuntimeError 75, and then leaves no
-/// neighbour.
+/// Writes a temporary file beside `path` and renames it to that, so that a power cut leaves either
+/// the old file or the new one. Owner and rights of the old file stay as far as this account may
+/// give them; a file that is new is readable by its owner only. Throws RuntimeError 75, and then
+/// leaves no temporary file.
 void ReplaceFile(const std::string& path, const std::string& bytes);
 
-/// Removes the neighbour of a ReplaceFile that a power cut or a kill broke off.
+/// Removes the temporary file of a ReplaceFile that a power cut or a kill broke off.
 void RemoveNeighbour(const std::string& path);
 
 }  // namespace platform

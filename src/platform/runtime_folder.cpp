@@ -19,7 +19,7 @@ namespace {
 
 /// A folder that only this user can use: that of the session, else one of our own. For root it is
 /// always the same, however it became root: a service has no session, and must be found. A system
-/// of its own keeps to its surroundings. Empty when there is none that can be trusted.
+/// of its own (VAREK_ROOT) goes by the environment. Empty when there is none that can be trusted.
 std::string RuntimeFolder() {
   const uid_t user = getuid();
   const bool bySession = user != 0 || std::getenv("VAREK_ROOT");

@@ -34,7 +34,7 @@ constexpr int kErrorPriority = 3;
 constexpr int kInformationPriority = 6;
 
 bool runsAsService = false;
-/// The manager's socket; the programs that are started from here must not speak for the service.
+/// The manager's socket; the programs that are started from here must not notify for the service.
 std::string managerSocket;
 
 std::string Root() {
@@ -171,8 +171,8 @@ void StartService() { AskManager(std::string("start ") + kUnit); }
 void StopService() { AskManager(std::string("stop ") + kUnit); }
 
 void StartServiceControl() {
-  // A program that the service has started inherits its surroundings but is not the service; so
-  // the manager's own note of whom it started counts, and the way to speak for it is taken away.
+  // A program that the service has started inherits its environment but is not the service; so
+  // the manager's own note of whom it started counts, and the notification socket is taken away.
   const char* started = std::getenv("SYSTEMD_EXEC_PID");
   const char* socket = std::getenv(kNotifySocket);
   const std::string path = socket ? socket : "";
