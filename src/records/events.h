@@ -11,11 +11,11 @@
 namespace varek {
 
 /// The once-a-second evaluation: status code and tray first, then every flag against its latch.
-/// An error of event 6 passes up.
+/// An error of event 6 propagates.
 void CheckUPSEvents();
 
 // Each of these writes a row at every call. A row that can't be written is lost and the rest goes
-// on, but for EventLinkLost, whose errors pass up.
+// on, but for EventLinkLost, whose errors propagate.
 void EventProgramStart();
 void EventProgramEnd();
 void EventLinkUp();
@@ -25,7 +25,7 @@ void EventSystemShutdown();
 void EventUPSShutdown();
 
 // Each of these does nothing when its latch says that the event has been raised.
-/// Starts the countdowns that are enabled. Its errors pass up, after the latch has been set.
+/// Starts the countdowns that are enabled. Its errors propagate, after the latch has been set.
 void EventPowerFail();
 void EventBatteryLow();
 /// Cancels both countdowns.

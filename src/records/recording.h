@@ -10,7 +10,7 @@ namespace varek {
 enum class Recording { OpenSamples, WriteSample, OpenEvents, WriteEvent };
 
 /// Runs one step of the recording and reports when it begins to fail or works again; its errors
-/// pass on.
+/// propagate.
 void Watch(Recording step, const std::function<void()>& action);
 
 /// Called once a second: every half minute, looks after one of the two files in turn, so that the
