@@ -1,6 +1,6 @@
 // Changing the schedule: saving from the dialog, opening an entry in it, deleting by its rules. The
 // calendar window and the web pages call these, so that no rule stands twice. Each procedure that
-// changes the table also reloads today's run list. Database errors pass up as RuntimeError.
+// changes the table also reloads today's run list. Database errors propagate as RuntimeError.
 #pragma once
 
 #include <string>

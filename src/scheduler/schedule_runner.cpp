@@ -21,7 +21,7 @@ void ShutDownUPS(int restart) { StartUPSShutdown(DataCenter.UPSShutdownBuffer, r
 
 void ShutDownSystem() { StartSystemShutdown(DataCenter.SystemShutdownBuffer); }
 
-/// A mark, or a code that nobody knows, does nothing.
+/// A mark, or an unknown code, does nothing.
 void Start(const std::string& event) {
   switch (event[0]) {
     case 'T':
