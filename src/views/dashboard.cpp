@@ -146,7 +146,7 @@ Form1::Form1()
 }
 
 Form1::~Form1() {
-  // The toolkit may tell parts of a dying window that the pointer has left them.
+  // The toolkit may send leave events to parts of a window that is being destroyed.
   for (PictureView* view : Picture8) view->OnMouse({}, {});
   BackPic->OnMouse({}, {});
   Timer4.SetInterval(0);

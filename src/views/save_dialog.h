@@ -12,7 +12,7 @@ struct SaveQuestion {
   std::string title;
   std::string folder;   ///< in which it starts
   std::string name;     ///< that is proposed; its suffix goes to a name that has none
-  std::string filters;  ///< pairs of what is shown and its pattern, all parted by "|"
+  std::string filters;  ///< pairs of what is shown and its pattern, all separated by "|"
 };
 
 /// Asks on `window`, which alone it stops, and returns at once. `save` is given the chosen file,

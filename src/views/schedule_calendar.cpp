@@ -98,7 +98,7 @@ Form4::Form4()
 }
 
 Form4::~Form4() {
-  // The toolkit may tell parts of a dying window that the pointer has left them.
+  // The toolkit may send leave events to parts of a window that is being destroyed.
   for (PictureView* picture : Picture5) picture->OnMouse({}, {});
   DataCenter.FormOpen[kNumber] = kClear;
 }

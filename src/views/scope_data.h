@@ -61,7 +61,7 @@ class ScopeData final {
   using Progress = std::function<void(int percent)>;
 
   /// Forgets what is loaded and loads `hours` of the day; without a table or rows it stays empty.
-  /// Temperatures are stored in the unit that is chosen now. Errors of the databases pass on.
+  /// Temperatures are stored in the unit that is chosen now. Errors of the databases propagate.
   LoadResult LoadDayData(platform::Database& data, platform::Database& event,
                          const std::string& dayTable, const ScopeHours& hours,
                          const Progress& progress);
