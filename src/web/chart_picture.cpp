@@ -27,7 +27,7 @@ constexpr int kLongestBridge = 10;  ///< seconds
 constexpr size_t kNoDataText = 121;
 
 // Three digits must fit into the 20 pixels beside the plot, "23:59" into the 30 below it, and the
-// twelve pixels between two values of the small chart must part them.
+// twelve pixels between two values of the small chart must separate them.
 constexpr int kLabelSize = 9;
 constexpr int kLabelDistance = 30;
 constexpr int kLabelShift = 13;

@@ -1,5 +1,5 @@
 // The web pages of the event log: a month with the kinds of events of each day, a day's list, and
-// the five newest events of the status page. Database errors pass up and end the request.
+// the five newest events of the status page. Database errors propagate and end the request.
 #pragma once
 
 #include <string>

@@ -19,7 +19,7 @@ std::string ReadPage(const std::string& fullName);
 std::string ReadSource(const std::string& fullName);
 
 /// Fills in the markers. Other handlers run once, at its head. An error (a marker without its end,
-/// a division by zero) passes up; `text` is then what was expanded so far.
+/// a division by zero) propagates; `text` is then what was expanded so far.
 void ExpandTemplate(std::string& text);
 
 /// `text` with the first `marker` replaced. Without a marker `text` becomes "Null" and the result

@@ -37,8 +37,8 @@ std::optional<std::string> BehindPlus(const std::string& text);
 constexpr size_t kEditFields = 10;
 using EditFields = std::array<std::string, kEditFields>;
 
-/// The ten fields of an edit, parted by "+", the last one closed by "&"; nothing when one of these
-/// is missing.
+/// The ten fields of an edit, separated by "+", the last one closed by "&"; nothing when one of
+/// these is missing.
 std::optional<EditFields> ReadEditFields(const std::string& value);
 
 }  // namespace varek

@@ -5,11 +5,11 @@
 
 namespace varek {
 
-/// Runs the handler of a GET path, if it has one. Its errors pass up and end the request.
+/// Runs the handler of a GET path, if it has one. Its errors propagate and end the request.
 void RunGetRoute(const std::string& path);
 
 /// Runs the handler of a POST path. False when the path wants a field that `request` lacks: such a
-/// request gets no answer. Errors pass up.
+/// request gets no answer. Errors propagate.
 bool RunPostRoute(const std::string& path, const std::string& request);
 
 }  // namespace varek

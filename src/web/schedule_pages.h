@@ -1,5 +1,5 @@
 // The web pages of the schedule: a month with its actions, a day's entries with their buttons, and
-// the edits that come from there. Database errors pass up and end the request.
+// the edits that come from there. Database errors propagate and end the request.
 #pragma once
 
 #include <string>
