@@ -40,7 +40,7 @@ class Process final {
 };
 
 /// One installation, on serial port 1 and without web console unless told otherwise, and its UPS.
-/// What is awaited in vain ends the test with an exception that tells how things stand.
+/// What is awaited in vain ends the test with an exception that describes the state of things.
 class Monitor final {
  public:
   explicit Monitor(const Settings& settings);
@@ -92,7 +92,7 @@ class Monitor final {
   Texts SampleTables() const;
   /// The samples of all days in their order.
   Texts Samples(const std::string& columns = "*") const;
-  /// What a query gives on a connection of its own, fields parted by "|".
+  /// What a query gives on a connection of its own, fields separated by "|".
   Texts Query(const std::string& database, const std::string& query) const;
 
  private:
