@@ -41,7 +41,7 @@ class ScheduleTest : public test::MonitorTest {
     addschdeule(date, time, event, rept, "");
   }
 
-  /// The rows of the table, their columns parted by blanks.
+  /// The rows of the table, their columns separated by blanks.
   Texts Table() const {
     platform::Database database(Folder() + "/database/Event.mdb");
     Texts lines;
