@@ -73,7 +73,7 @@ class ScheduleCalendarTest : public test::MonitorTest {
     addschdeule(date, "08:00", event, rept, note);
   }
 
-  /// The rows of the table, their columns parted by blanks.
+  /// The rows of the table, their columns separated by blanks.
   static Texts Table() {
     platform::Database database(platform::ProgramPath(kEventFile));
     Texts lines;
