@@ -96,7 +96,6 @@ void LayOut(QTextDocument& document, QPdfWriter& writer) {
   document.setPageSize(QSizeF(writer.width(), writer.height()));
 }
 
-/// The page of each line of a block.
 std::vector<int> PagesOfLines(const QTextBlock& block) {
   const QTextDocument& document = *block.document();
   const qreal top = document.documentLayout()->blockBoundingRect(block).top();

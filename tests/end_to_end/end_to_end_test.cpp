@@ -191,7 +191,6 @@ std::string LocalAddress() {
   return found;
 }
 
-/// The name of an event in a language.
 std::string EventName(int type, int language) {
   constexpr int kTextOfNoEvent = 130;
   const std::string number = std::to_string(kTextOfNoEvent + type) + "\t";

@@ -20,7 +20,6 @@ namespace {
 
 namespace fs = std::filesystem;
 
-/// What a shell line writes.
 std::string Output(const std::string& shellLine) {
   FILE* shell = popen(shellLine.c_str(), "r");
   std::string text;

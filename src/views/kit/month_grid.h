@@ -43,7 +43,6 @@ class MonthGrid final : public QWidget {
   /// A day that the month does not have, as 0, selects none.
   void SelectDay(int day);
 
-  /// A day was clicked.
   void OnClick(std::function<void(int day)> clicked);
   /// The pointer is over picture `picture` (from 0) of `day`, or over none, when both are -1.
   /// Reported once for each change.
