@@ -78,18 +78,6 @@ TEST_F(DatabasesTest, ASampleHasItsSevenColumns) {
   }
 }
 
-TEST_F(DatabasesTest, MidnightStartsATableAtTheFirstSampleBehindIt) {
-  clock.SetNow({2026, 3, 10, 23, 59, 59});
-  ASSERT_TRUE(OpenDatabases());
-  AddSample();
-  clock.SetNow({2026, 3, 11, 0, 0, 1});
-  EXPECT_FALSE(TableExists("20260311"));
-  AddSample();
-  AddSample();
-  EXPECT_EQ(Column("data.mdb", "20260310", 0), std::vector<std::string>{"23:59:59"});
-  EXPECT_EQ(Column("data.mdb", "20260311", 0), (std::vector<std::string>{"00:00:01", "00:00:01"}));
-}
-
 TEST_F(DatabasesTest, AClockSetBackAppendsToTheOldTableAndPurgesNothing) {
   ASSERT_TRUE(OpenDatabases());
   AddSample();
@@ -172,12 +160,17 @@ TEST_F(DatabasesTest, AJumpOfTheClockPurgesOnlyWhenItHolds) {
   }
 }
 
-TEST_F(DatabasesTest, AMidnightPurgesAtOnce) {
+TEST_F(DatabasesTest, AMidnightPurgesAtOnceAndCostsNoSample) {
   clock.SetNow({2026, 3, 10, 23, 59, 50});
   ASSERT_TRUE(OpenDatabases());
   AddTable("20200101");
+  std::filesystem::permissions(File("Event.mdb"), std::filesystem::perms::owner_read);
+  test::Journal journal;
   Run(20);
   EXPECT_FALSE(TableExists("20200101"));
+  EXPECT_EQ(Samples("20260310"), 9U);
+  EXPECT_EQ(Samples("20260311"), 11U);
+  EXPECT_NE(journal.Take().find("Event.mdb: read-only\n"), std::string::npos);
 }
 
 TEST_F(DatabasesTest, ADeletedFileIsNoticedAndItsSuccessorTaken) {

@@ -49,11 +49,32 @@ TEST_F(EventsTest, EachFlagRaisesItsEventOnceUntilItFalls) {
   }
 }
 
-TEST_F(EventsTest, OneTickWritesItsEventsInOrder) {
-  DataCenter.Utility = DataCenter.BatLow = DataCenter.TestProgress = DataCenter.UPSFailed = kSet;
-  DataCenter.LoadPercent = 120;
-  CheckUPSEvents();
-  EXPECT_EQ(EventRows(), (Rows{6, 7, 12, 11, 10}));
+TEST_F(EventsTest, OneTickWritesItsEventsInOrderAndShowsThoseThatHaveAPopup) {
+  for (const Flag popup : {kClear, kSet}) {
+    CheckUPSEvents();
+    started.clear();
+    DataCenter.EventPopup = popup;
+    DataCenter.Utility = DataCenter.BatLow = DataCenter.TestProgress = DataCenter.UPSFailed = kSet;
+    DataCenter.LoadPercent = 120;
+    CheckUPSEvents();
+    DataCenter.Utility = DataCenter.BatLow = DataCenter.TestProgress = DataCenter.UPSFailed =
+        kClear;
+    DataCenter.LoadPercent = 0;
+    std::string shown;
+    for (const test::StartedProgram& program : started) shown += program.name + program.rest + "\n";
+    EXPECT_EQ(shown, popup ? "alert.exeUPSMains power failed\nalert.exeUPSUPS battery low\n"
+                             "alert.exeUPSUPS fault\nalert.exeUPSUPS overload\n"
+                           : "");
+  }
+  EXPECT_EQ(EventRows(), (Rows{6, 7, 12, 11, 10, 8, 6, 7, 12, 11, 10}));
+}
+
+TEST_F(EventsTest, AMissingMailProgramDoesNotKeepTheTextMessage) {
+  DataCenter.MailEventEnable.fill(kSet);
+  DataCenter.SmsEventEnable.fill(kSet);
+  missingProgram = "mailto.exe";
+  EventLinkUp();
+  EXPECT_EQ(Started("SMSTO.exe").size(), 1U);
 }
 
 TEST_F(EventsTest, DebugLinesHoldTheTenNewest) {

@@ -79,6 +79,11 @@ TEST_F(ShutdownTest, SystemCountdownShowsItsTimeAndShutsDownOnce) {
   clock.Advance(10'000);
   EXPECT_EQ(EventRows(), Rows{5});
   EXPECT_EQ(Shutdowns(1), 1);
+  StartSystemShutdown(5);  // the machine has not gone down: asked again, it goes at once
+  clock.Advance(1000);
+  EXPECT_EQ(SystemLabel(), "00:00");
+  EXPECT_EQ(EventRows(), (Rows{5, 5}));
+  EXPECT_EQ(Shutdowns(2), 2);
 }
 
 TEST_F(ShutdownTest, ASecondRequestCanOnlyShortenTheSystemCountdown) {
@@ -184,14 +189,17 @@ TEST_F(ShutdownTest, ANewRequestBeginsTheCountAnew) {
 }
 
 TEST_F(ShutdownTest, ACancelInsideTheWaitsSendsNoShutdown) {
-  platform::Timer cancel(
-      "cancel", [] { CancelShutdowns(); }, 700);
-  StartUPSShutdown(1, kNoRestart);
-  cancel.SetInterval(0);
-  clock.Advance(70'000);
-  EXPECT_FALSE(UPSCountdown().IsLoaded());
-  EXPECT_EQ(sent, std::vector<std::string>{"C"});
-  EXPECT_EQ(EventRows(), Rows{});
+  for (const int milliseconds : {700, 1700}) {
+    sent.clear();
+    platform::Timer cancel(
+        "cancel", [] { CancelShutdowns(); }, milliseconds);
+    StartUPSShutdown(1, kNoRestart);
+    cancel.SetInterval(0);
+    clock.Advance(70'000);
+    EXPECT_FALSE(UPSCountdown().IsLoaded());
+    for (const std::string& command : sent) EXPECT_EQ(command, "C");
+    EXPECT_EQ(EventRows(), Rows{});
+  }
 }
 
 TEST_F(ShutdownTest, ANewerRequestInsideTheWaitsWins) {
@@ -208,10 +216,13 @@ TEST_F(ShutdownTest, ANewerRequestInsideTheWaitsWins) {
   EXPECT_EQ(UPSLabel().substr(0, 2), "01");
 }
 
-TEST_F(ShutdownTest, MainsFailureRunsBothCountsToTheirEnds) {
+TEST_F(ShutdownTest, MainsFailureAndBatteryLowRunBothCountsToTheirEnds) {
   DataCenter.PowerFailSystemEnable = DataCenter.PowerFailUPSEnable = kSet;
   DataCenter.PowerFailSystemDelay = 1;
   DataCenter.PowerFailUPSDelay = 3;
+  DataCenter.BatLowSystemEnable = DataCenter.BatLowUPSEnable = kSet;
+  DataCenter.BatLowSystemDelay = 2;
+  DataCenter.BatLowUPSDelay = 4;
   DataCenter.Utility = kSet;
   CheckUPSEvents();
   EXPECT_EQ(EventRows(), Rows{6});
@@ -220,6 +231,17 @@ TEST_F(ShutdownTest, MainsFailureRunsBothCountsToTheirEnds) {
   // The system goes first and takes note that the unit will follow.
   EXPECT_EQ(EventRows(), (Rows{6, 5, 9}));
   EXPECT_EQ(Shutdowns(1), 1);
+
+  CancelShutdowns();
+  sent.clear();
+  DataCenter.BatLow = kSet;
+  CheckUPSEvents();
+  clock.Advance(117'000);
+  EXPECT_EQ(Shutdowns(1), 1);
+  clock.Advance(3000);
+  EXPECT_EQ(sent.back(), "S04");
+  EXPECT_EQ(EventRows(), (Rows{6, 5, 9, 7, 5, 9}));
+  EXPECT_EQ(Shutdowns(2), 2);
 }
 
 TEST_F(ShutdownTest, NothingEndsBeforeTheUPSIsTold) {

@@ -90,8 +90,11 @@ MonitorTest::MonitorTest() {
   platform::ReplaceEndProcess([](int status) { throw ProcessEnded{status}; });
   platform::ReplaceProgramStarter(
       [this](const std::string& program, const std::string& rest, platform::WindowStyle) {
-        if (programsMissing) throw platform::RuntimeError(53, "missing");
-        started.push_back({FileName(program), rest});
+        const std::string name = FileName(program);
+        if (programsMissing || name == missingProgram) {
+          throw platform::RuntimeError(53, "missing");
+        }
+        started.push_back({name, rest});
       });
 }
 

@@ -72,6 +72,7 @@ class MonitorTest : public testing::Test {
   std::vector<std::string> messages;  ///< texts of the message boxes
   /// While set, starting any program fails as if it were missing.
   bool programsMissing = false;
+  std::string missingProgram;  ///< the same for one of them, "alert.exe"
 
  private:
   TemporaryFolder folder_;
