@@ -1,13 +1,16 @@
 // What the dashboard shows for which state, without its window: lamps, menu strip, dial panel.
 #include <gtest/gtest.h>
 
+#include <algorithm>
 #include <cmath>
+#include <map>
 #include <optional>
 
 #include "core/data_center.h"
 #include "core/link_record.h"
 #include "pictures/scales.h"
 #include "platform/paths.h"
+#include "records/system_countdown.h"
 #include "settings/language.h"
 #include "support/monitor_fixture.h"
 #include "views/control_buttons.h"
@@ -30,13 +33,29 @@ class DashboardRules : public test::MonitorTest {
   }
 };
 
+/// By the picture of the lamps 1 to 4.
+const std::map<std::string, std::string> kLampTexts{{"powerok.jpg", "Mains power present"},
+                                                    {"powerf.jpg", "Mains power failed"},
+                                                    {"batterylow.jpg", "Battery low"},
+                                                    {"nobatterylow.jpg", "Battery not low"},
+                                                    {"batteryf.jpg", "UPS fault"},
+                                                    {"testing.jpg", "Battery test running"},
+                                                    {"notest.jpg", "No battery test running"},
+                                                    {"avr.jpg", "Off-line, regulating (AVR)"},
+                                                    {"offline.jpg", "Off-line, normal"},
+                                                    {"bypass.jpg", "Bypass"},
+                                                    {"online.jpg", "On-line"}};
+
 /// What one state shows: a picture for each lamp, nothing for a dark one.
 std::string Lamps() {
   std::string shown;
   for (int lamp = 0; lamp < kLampCount; ++lamp) {
-    shown += (IsLampShown(lamp) ? LampPicture(lamp).value_or("as it is") : "-") + " ";
-    const bool loaded = std::count(kLampPictures.begin(), kLampPictures.end(), LampPicture(lamp));
-    EXPECT_TRUE(loaded) << lamp;
+    const std::string picture = LampPicture(lamp).value();
+    shown += (IsLampShown(lamp) ? picture : "-") + " ";
+    EXPECT_TRUE(std::ranges::count(kLampPictures, picture)) << lamp;
+    if (lamp > 0) {
+      EXPECT_EQ(LampText(lamp), kLampTexts.at(picture));
+    }
   }
   return shown;
 }
@@ -45,112 +64,55 @@ TEST_F(DashboardRules, LampsFollowTheState) {
   struct Case {
     std::function<void()> change;
     const char* lamps;
-    const char* texts[kLampCount];  ///< of the lamps that the case is about
+    const char* condition;  ///< the text of the first lamp
   };
   auto& state = DataCenter;
   const Case cases[] = {
-      {[] {},
-       "good.jpg powerok.jpg nobatterylow.jpg notest.jpg online.jpg ",
-       {"Normal", "Mains power present", "Battery not low", "No battery test running", "On-line"}},
-      {[&] { state.Bypass = kSet; },
-       "good.jpg powerok.jpg nobatterylow.jpg notest.jpg bypass.jpg ",
-       {0, 0, 0, 0, "Bypass"}},
+      {[] {}, "good.jpg powerok.jpg nobatterylow.jpg notest.jpg online.jpg ", "Normal"},
+      {[&] { state.Bypass = kSet; }, "good.jpg powerok.jpg nobatterylow.jpg notest.jpg bypass.jpg ",
+       "Normal"},
       {[&] { state.UPStype = kSet; },  // The string's voltage is not known: 0 percent, charging.
-       "charge.jpg powerok.jpg nobatterylow.jpg notest.jpg avr.jpg ",
-       {"Battery charging", 0, 0, 0, "Off-line, regulating (AVR)"}},
+       "charge.jpg powerok.jpg nobatterylow.jpg notest.jpg avr.jpg ", "Battery charging"},
       {[&] { state.Bypass = kClear; },
-       "charge.jpg powerok.jpg nobatterylow.jpg notest.jpg offline.jpg ",
-       {0, 0, 0, 0, "Off-line, normal"}},
-      {[&] {
-         state.UPStype = kClear;
-         state.TestProgress = kSet;
-       },
-       "good.jpg powerok.jpg nobatterylow.jpg testing.jpg online.jpg ",
-       {"Battery test running", 0, 0, "Battery test running"}},
+       "charge.jpg powerok.jpg nobatterylow.jpg notest.jpg offline.jpg ", "Battery charging"},
+      {[&] { state.UPStype = kClear, state.TestProgress = kSet; },
+       "good.jpg powerok.jpg nobatterylow.jpg testing.jpg online.jpg ", "Battery test running"},
       {[&] { state.UPSFailed = kSet; },
-       "good.jpg powerok.jpg nobatterylow.jpg batteryf.jpg online.jpg ",
-       {"UPS fault", 0, 0, "UPS fault"}},
-      {[&] {
-         state.Temperature = 60.1F;
-         state.UPSFailed = kClear;
-       },
-       "hot.jpg powerok.jpg nobatterylow.jpg testing.jpg online.jpg ",
-       {"Over-temperature"}},
-      {[&] {
-         state.UseCelsius = kClear;
-         state.Temperature = 60;
-         state.TestProgress = kClear;
-       },
-       "good.jpg powerok.jpg nobatterylow.jpg notest.jpg online.jpg ",
-       {"Normal"}},
-      {[&] {
-         state.LoadPercent = 100;
-         state.Utility = kSet;
-       },
-       "good.jpg powerf.jpg nobatterylow.jpg notest.jpg - ",
-       {"On battery", "Mains power failed"}},
-      {[&] {
-         state.LoadPercent = 101;
-         state.BatLow = kSet;
-       },
-       "overload.jpg powerf.jpg batterylow.jpg notest.jpg - ",
-       {"Overload", 0, "Battery low"}},
-      {[&] { state.IsConnect = kClear; }, "disconnect.jpg - - - - ", {"No link to the UPS"}},
-  };
+       "good.jpg powerok.jpg nobatterylow.jpg batteryf.jpg online.jpg ", "UPS fault"},
+      {[&] { state.Temperature = 60.1F, state.UPSFailed = kClear; },
+       "hot.jpg powerok.jpg nobatterylow.jpg testing.jpg online.jpg ", "Over-temperature"},
+      {[&] { state.UseCelsius = state.TestProgress = kClear, state.Temperature = 60; },
+       "good.jpg powerok.jpg nobatterylow.jpg notest.jpg online.jpg ", "Normal"},
+      {[&] { state.LoadPercent = 100, state.Utility = kSet; },
+       "good.jpg powerf.jpg nobatterylow.jpg notest.jpg - ", "On battery"},
+      {[&] { state.LoadPercent = 101, state.BatLow = kSet; },
+       "overload.jpg powerf.jpg batterylow.jpg notest.jpg - ", "Overload"},
+      {[&] { state.IsConnect = kClear; }, "disconnect.jpg - - - - ", "No link to the UPS"}};
   for (const Case& c : cases) {
     c.change();
     EXPECT_EQ(Lamps(), c.lamps);
-    for (int lamp = 0; lamp < kLampCount; ++lamp) {
-      if (c.texts[lamp]) {
-        EXPECT_EQ(LampText(lamp), c.texts[lamp]) << c.lamps;
-      }
-    }
+    EXPECT_EQ(LampText(0), c.condition) << c.lamps;
   }
 }
 
-std::string Sizes(const MenuSizes& sizes) {
-  std::string text;
-  for (int item = 0; item < kMenuItems; ++item) text += std::to_string(sizes.Size(item)) + " ";
-  return text;
-}
-
-TEST(MenuStripSizes, GrowAndShrinkTickByTick) {
-  struct Case {
-    int item;
-    int y;
-    std::vector<const char*> ticks;
-  };
-  const Case cases[] = {
-      // A fifth of the way, to the nearest whole number, ties to even: 32 + 13.6, 32 + 7.6, 32
-      // + 3.6.
-      {0,
-       0,
-       {"46 40 36 32 32 32 32 32 32 32 ", "57 46 39 32 32 32 32 32 32 32 ",
-        "66 51 41 32 32 32 32 32 32 32 "}},
-      // 66 - 6.8, 51 + 9.8, 41 + 5.8, then the other neighbours.
-      {2, 10, {"63 55 53 40 36 32 32 32 32 32 "}},
-      // On its lowest tenth the strip collapses.
-      {2, 49, {"57 50 49 38 35 32 32 32 32 32 "}},
-  };
+TEST(MenuStripSizes, GrowTickByTickAndCollapseOnTheLowestTenth) {
   MenuSizes sizes;
-  for (const Case& c : cases) {
-    sizes.Hover(c.item, c.y);
-    for (const char* expected : c.ticks) {
-      EXPECT_FALSE(sizes.Tick());
-      EXPECT_EQ(Sizes(sizes), expected) << c.item;
-    }
-  }
-}
-
-TEST(MenuStripSizes, ArriveAndStandAroundTheMiddle) {
-  MenuSizes sizes;
+  const auto shown = [&sizes] {
+    std::vector<int> all;
+    for (int item = 0; item < kMenuItems; ++item) all.push_back(sizes.Size(item));
+    return all;
+  };
   EXPECT_EQ(sizes.Lefts(765)[0], 382 - 144);  // Half of 9 x 32; the tenth does not count.
   sizes.Hover(9, 0);
+  EXPECT_FALSE(sizes.Tick());  // A fifth of the way, to the nearest whole number.
+  EXPECT_EQ(shown(), (std::vector<int>{32, 32, 32, 32, 32, 32, 32, 36, 40, 46}));
   int ticks = 0;
   while (!sizes.Tick()) ASSERT_LT(++ticks, 100);
-  EXPECT_EQ(Sizes(sizes), "32 32 32 32 32 32 32 50 70 100 ");
+  EXPECT_EQ(shown(), (std::vector<int>{32, 32, 32, 32, 32, 32, 32, 50, 70, 100}));
   EXPECT_EQ(sizes.Lefts(800)[9] - sizes.Lefts(800)[0], 7 * 32 + 50 + 70);
-  EXPECT_EQ(sizes.Lefts(800)[0], 400 - 172);
+  sizes.Hover(8, 64);
+  while (!sizes.Tick()) ASSERT_LT(++ticks, 200);
+  EXPECT_EQ(shown(), std::vector<int>(10, 32));
 }
 
 TEST_F(DashboardRules, TheUnitAndTheSizeChooseThePanel) {
@@ -249,9 +211,17 @@ TEST_F(DashboardRules, ButtonsCommandTheUnit) {
   PressControl(6);
   EXPECT_EQ(Link.PendingCommand, "");
   EXPECT_FALSE(DataCenter.FormOpen[11]);
+
   DataCenter.SystemShutdownBuffer = 7;
+  DataCenter.UPSShutdownBuffer = 9;
+  DataCenter.OutputVoltage = 220;
   PressControl(7);
-  EXPECT_TRUE(DataCenter.FormOpen[10]);
+  EXPECT_EQ(SystemCountdown().Get().Seconds(), 7 * 60);
+  EXPECT_FALSE(DataCenter.FormOpen[11]);
+  PressControl(6);
+  Link.PendingCommand.clear();
+  clock.Advance(1000);
+  EXPECT_TRUE(Link.PendingCommand.starts_with("S09")) << Link.PendingCommand;
 }
 
 }  // namespace

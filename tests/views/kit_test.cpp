@@ -2,12 +2,7 @@
 // buttons and the window itself.
 #include <gtest/gtest.h>
 
-#include <QApplication>
-#include <QInputDevice>
-#include <QKeyEvent>
-#include <QMouseEvent>
 #include <chrono>
-#include <filesystem>
 #include <fstream>
 
 #include "core/error_list.h"
@@ -15,9 +10,7 @@
 #include "platform/calendar.h"
 #include "platform/events.h"
 #include "platform/runtime_error.h"
-#include "records/countdown_window.h"
-#include "settings/language.h"
-#include "support/monitor_fixture.h"
+#include "support/windows.h"
 #include "views/kit/calendar_page.h"
 #include "views/kit/colors.h"
 #include "views/kit/design_layout.h"
@@ -49,13 +42,11 @@ TEST(StickyPanels, SnapWithinNinePixelsToPanelsBeforeEdges) {
     int foundLeft, foundTop;  ///< where it goes
   };
   const Case cases[] = {
-      {341, 200, 350, 200}, {340, 200, 340, 200}, {359, 200, 350, 200},
-      {360, 200, 360, 200}, {9, 200, 0, 200},     {10, 200, 10, 200},
-      {-9, 200, 0, 200},    {70, 251, 70, 260},   {70, 250, 70, 250},
-      {70, 9, 70, 0},       {70, 10, 70, 10},     {141, 60, 150, 60},  // beside the other panel
-      {140, 60, 140, 60},   {269, 60, 260, 60},   {270, 60, 270, 60},
-      {141, 150, 141, 150}, {210, 129, 210, 120},  // below it, where the two overlap in width
-      {280, 129, 280, 129}, {210, 130, 210, 130}};
+      {341, 200, 350, 200}, {340, 200, 340, 200}, {359, 200, 350, 200}, {360, 200, 360, 200},
+      {9, 200, 0, 200},     {10, 200, 10, 200},   {-9, 200, 0, 200},    {70, 251, 70, 260},
+      {70, 250, 70, 250},   {70, 9, 70, 0},       {70, 10, 70, 10},     {141, 60, 150, 60},
+      {140, 60, 140, 60},   {269, 60, 260, 60},   {270, 60, 270, 60},   {141, 150, 141, 150},
+      {210, 129, 210, 120}, {280, 129, 280, 129}, {210, 130, 210, 130}};
   for (const Case& c : cases) {
     StickyPanels panels = TwoPanels();
     panels.At(0).top = c.top;  // The overlap in height is asked where the panel stands.
@@ -72,12 +63,6 @@ TEST(StickyPanels, SnapWithinNinePixelsToPanelsBeforeEdges) {
   panels.At(1).visible = false;
   DragTo(panels, 2, 60);
   EXPECT_EQ(panels.At(0).left, 0);
-
-  StickyPanels four({{0, 0, 50, 50}, {108, 0, 9, 50}, {104, 0, 9, 50}, {200, 0, 9, 50}},
-                    WhenResized::FollowEdges);
-  four.SetClientSize(400, 300);
-  four.Drag(0, 56, 0);
-  EXPECT_EQ(four.At(0).left, 58);  // The first in order, though the second is nearer.
 }
 
 TEST(StickyPanels, StuckOnesFollowTheirEdgesWhereTheViewWantsIt) {
@@ -90,6 +75,7 @@ TEST(StickyPanels, StuckOnesFollowTheirEdgesWhereTheViewWantsIt) {
                         {WhenResized::FollowEdges, 340, 250, 340, 250},
                         {WhenResized::StayInside, 341, 251, 350, 260},
                         {WhenResized::FollowEdges, 9, 9, 0, 0},
+                        {WhenResized::StayInside, 70, 390, 70, 360},
                         {WhenResized::FollowEdges, 70, 251, 70, 360}};
   for (const Case& c : cases) {
     StickyPanels panels = TwoPanels(c.rule);
@@ -115,20 +101,15 @@ TEST(StickyPanels, StuckOnesFollowTheirEdgesWhereTheViewWantsIt) {
 
 TEST(Calendar, MonthsBeginAndEndWhereTheyDo) {
   using namespace std::chrono;
-  for (int y = 1899; y <= 2101; ++y) {
-    for (int m = 1; m <= 12; ++m) {
-      const auto last = year(y) / m / std::chrono::last;
-      const auto start = platform::Getfirstday(y, m);
-      EXPECT_EQ(start.weekday, int(weekday(sys_days(year(y) / m / 1)).c_encoding())) << y << m;
-      EXPECT_EQ(start.days, int(unsigned(last.day()))) << y << m;
-      EXPECT_EQ(DayOfCell(y, m, CellOfDay(y, m, start.days)), start.days);
-      EXPECT_EQ(DayOfCell(y, m, CellOfDay(y, m, 1) - 1), 0);
-    }
+  for (auto month = 1899y / 1; month < 2102y / 1; month += months(1)) {
+    const int y = int(month.year()), m = int(unsigned(month.month()));
+    const auto start = platform::Getfirstday(y, m);
+    EXPECT_EQ(start.weekday, int(weekday(sys_days(month / 1)).c_encoding())) << y << m;
+    EXPECT_EQ(start.days, int(unsigned((month / last).day()))) << y << m;
+    EXPECT_EQ(DayOfCell(y, m, CellOfDay(y, m, start.days)), start.days);
+    EXPECT_EQ(DayOfCell(y, m, CellOfDay(y, m, 1) - 1), 0);
+    EXPECT_EQ(DayOfCell(y, m, CellOfDay(y, m, start.days) + 1), 0);
   }
-  EXPECT_EQ(CellOfDay(2026, 8, 31), 7 + 6 + 30);  // begins on a Saturday and needs all six weeks
-  EXPECT_EQ(DayOfCell(2026, 8, 7 + 6 + 31), 0);
-  EXPECT_EQ(CellColor(0), (platform::Color{200, 243, 200}));
-  EXPECT_EQ(CellColor(48), (platform::Color{248, 243, 200}));
 }
 
 TEST(ProgressBar, ShowsTheLeftPartOfItsPicture) {
@@ -183,26 +164,8 @@ class Probe final : public ViewWindow {
   QSize resizedTo;
 };
 
-class KitTest : public test::MonitorTest {
+class KitTest : public test::WindowTest {
  protected:
-  KitTest() {
-    test::InstallPictures(Folder());
-    Loadlanguage(0);
-  }
-
-  static void Mouse(QWidget& widget, QEvent::Type type, QPointF at) {
-    const bool release = type == QEvent::MouseButtonRelease;
-    QMouseEvent event(type, at, widget.mapToGlobal(at), Qt::LeftButton,
-                      release ? Qt::NoButton : Qt::LeftButton, {});
-    QCoreApplication::sendEvent(&widget, &event);
-  }
-  static void Key(QWidget& widget, int key, Qt::KeyboardModifiers modifiers = {}) {
-    for (const auto type : {QEvent::KeyPress, QEvent::KeyRelease}) {
-      QKeyEvent event(type, key, modifiers);
-      QCoreApplication::sendEvent(&widget, &event);
-    }
-  }
-
   FormSlot<Probe> slot{2};
 };
 
@@ -212,32 +175,22 @@ TEST_F(KitTest, PictureButtonActsWhenReleasedOverItself) {
     ++acts;
     throw platform::RuntimeError(5, "the action's mistake");
   });
-  struct Case {
-    QEvent::Type type;
-    QPointF at;
-    ButtonPicture showing;
-    int acts;
-  };
   const QPointF over(10, 10), beside(10, -1);
-  const Case cases[] = {{QEvent::MouseMove, over, ButtonPicture::Hover, 0},
-                        {QEvent::MouseButtonPress, over, ButtonPicture::Pressed, 0},
-                        {QEvent::MouseButtonRelease, over, ButtonPicture::Normal, 1},
-                        {QEvent::MouseButtonPress, over, ButtonPicture::Pressed, 1},
-                        {QEvent::MouseMove, beside, ButtonPicture::Normal, 1},
-                        {QEvent::MouseButtonRelease, beside, ButtonPicture::Normal, 1},
-                        {QEvent::MouseMove, over, ButtonPicture::Hover, 1},
-                        {QEvent::Leave, over, ButtonPicture::Normal, 1}};
-  for (const Case& c : cases) {
-    QEvent leave(QEvent::Leave);
-    c.type == QEvent::Leave ? void(QCoreApplication::sendEvent(&button, &leave))
-                            : Mouse(button, c.type, c.at);
-    platform::DoEvents();
-    EXPECT_EQ(button.Showing(), c.showing) << c.type;
-    EXPECT_EQ(acts, c.acts) << c.type;
-  }
-  Key(button, Qt::Key_Space);
-  Key(button, Qt::Key_Return);
-  platform::DoEvents();
+  test::Hover(button, over);
+  EXPECT_EQ(button.Showing(), ButtonPicture::Hover);
+  test::Mouse(button, QEvent::MouseButtonPress, over);
+  EXPECT_EQ(button.Showing(), ButtonPicture::Pressed);
+  test::Mouse(button, QEvent::MouseMove, beside);
+  EXPECT_EQ(button.Showing(), ButtonPicture::Normal);
+  test::Mouse(button, QEvent::MouseButtonRelease, beside);
+  test::Settle();
+  EXPECT_EQ(acts, 0);
+  test::Click(button, over);
+  EXPECT_EQ(button.Showing(), ButtonPicture::Normal);
+  test::Hover(button, over);
+  test::Leave(button);
+  EXPECT_EQ(button.Showing(), ButtonPicture::Normal);
+  for (const int key : {Qt::Key_Space, Qt::Key_Return, Qt::Key_A}) test::Key(button, key);
   EXPECT_EQ(acts, 3);
   EXPECT_EQ(Form13::List1().size(), 3U);
 }
@@ -246,59 +199,31 @@ TEST_F(KitTest, WindowIsLaidOutMovedAndClosed) {
   Probe& window = slot.Get();
   EXPECT_EQ(window.capturedClient, QSize(300, 200));
   window.ShowAndRaise();
-  platform::DoEvents();
+  test::Settle();
   window.resize(410, 235);
-  platform::DoEvents();
+  test::Settle();
   EXPECT_EQ(window.resizedTo, QSize(400, 200));
   EXPECT_NE(Form13::List1().back().find("form2 Form_Resize"), std::string::npos);
 
   const QPoint before = window.pos();
-  Mouse(window, QEvent::MouseButtonPress, {50, 10});
-  Mouse(window, QEvent::MouseMove, {70, 40});
-  Mouse(window, QEvent::MouseMove, {51, 12});  // The window has moved under the pointer.
-  Mouse(window, QEvent::MouseButtonRelease, {50, 10});
+  test::Mouse(window, QEvent::MouseButtonPress, {50, 10});
+  test::Mouse(window, QEvent::MouseMove, {70, 40});
+  test::Mouse(window, QEvent::MouseMove, {51, 12});  // The window has moved under the pointer.
+  test::Mouse(window, QEvent::MouseButtonRelease, {50, 10});
   EXPECT_EQ(window.pos(), before + QPoint(21, 32));
 
-  Key(window, Qt::Key_W);
-  platform::DoEvents();
+  test::Key(window, Qt::Key_W);
   EXPECT_TRUE(slot.IsLoaded());
-  Key(window, Qt::Key_Escape);
-  EXPECT_TRUE(slot.IsLoaded());  // A handler may still stand below the key.
-  platform::DoEvents();
+  test::Key(window, Qt::Key_Escape);
   EXPECT_FALSE(slot.IsLoaded());
-  Key(slot.Get(), Qt::Key_W, Qt::ControlModifier);
-  platform::DoEvents();
+  test::Key(slot.Get(), Qt::Key_W, Qt::ControlModifier);
   EXPECT_FALSE(slot.IsLoaded());
 }
 
-TEST_F(KitTest, MissingPicturesStopViewsButNoCountdown) {
-  const std::string image = Folder() + "/image";
-  const std::filesystem::path real = std::filesystem::read_symlink(image);
-  std::filesystem::remove(image);
-  std::filesystem::copy(real, image);
-  const auto error = [this] {
-    try {
-      slot.Get();
-    } catch (const platform::RuntimeError& caught) {
-      return caught.Number();
-    }
-    return 0;
-  };
-  std::ofstream(image + "/close1.jpg") << "no picture";
-  EXPECT_EQ(error(), platform::errors::kInvalidPicture);
-  std::filesystem::remove(image + "/frameleft.jpg");
-  EXPECT_EQ(error(), platform::errors::kFileNotFound);
-
-  CountdownWindow above(CountdownWindow::Place::Left, [] {});
-  CountdownWindow below(CountdownWindow::Place::Right, [] {});
-  above.Show();
-  below.Show();
-  platform::DoEvents();
-  QWidgetList shown = QApplication::topLevelWidgets();
-  shown.removeIf([](QWidget* widget) { return !widget->isVisible(); });
-  ASSERT_EQ(shown.size(), 2);
-  EXPECT_FALSE(shown[0]->frameGeometry().intersects(shown[1]->frameGeometry()));
-  EXPECT_FALSE(shown[0]->close() || shown[1]->close());
+TEST_F(KitTest, APictureThatIsMissingOrNoneStopsAView) {
+  std::ofstream(CopyPictures() + "/close1.jpg") << "no picture";
+  EXPECT_THROW(slot.Get(), platform::RuntimeError);
+  EXPECT_FALSE(slot.IsLoaded());
 }
 
 TEST_F(KitTest, CalendarIsTurnedAndChosenFrom) {
@@ -316,23 +241,18 @@ TEST_F(KitTest, CalendarIsTurnedAndChosenFrom) {
       {Qt::Key_Left, 2026, 2, 28},     {Qt::Key_PageUp, 2026, 1, 28},
       {Qt::Key_PageUp, 2025, 12, 28},  {Qt::Key_PageDown, 2026, 1, 28}};
   for (const auto& [key, year, month, day] : keys) {
-    Key(calendar, key);
+    test::Key(calendar, key);
     expect(year, month, day);
   }
   EXPECT_EQ(chosen, 0);
-  const auto click = [&](int cell) {
-    Mouse(calendar, QEvent::MouseButtonPress, calendar.CellRect(cell).center());
-    platform::DoEvents();
-  };
+  const auto click = [&](int cell) { test::Click(calendar, calendar.CellRect(cell).center()); };
   click(CellOfDay(2026, 1, 15));
   EXPECT_EQ(chosen, 15);
   for (const int empty : {3, 7, 48}) click(empty);  // A head, and cells before and after the month.
   expect(2026, 1, 15);
-
   const QImage page = calendar.grab().toImage();
-  const auto corner = [&](int cell) { return page.pixelColor(calendar.CellRect(cell).topLeft()); };
-  EXPECT_EQ(corner(CellOfDay(2026, 1, 15)), ToQColor({0, 0, 255}));
-  EXPECT_EQ(corner(CellOfDay(2026, 1, 16)), ToQColor(CellColor(CellOfDay(2026, 1, 16))));
+  const QPoint corner = calendar.CellRect(CellOfDay(2026, 1, 15)).topLeft();
+  EXPECT_EQ(page.pixelColor(corner), ToQColor({0, 0, 255}));
 }
 
 /// Wherever the window stands that asks, even half outside.

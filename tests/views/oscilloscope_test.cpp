@@ -4,19 +4,16 @@
 
 #include <gtest/gtest.h>
 
-#include <QApplication>
 #include <QCheckBox>
 #include <QListWidget>
-#include <QMouseEvent>
 #include <cmath>
 
 #include "core/data_center.h"
 #include "platform/clock.h"
-#include "platform/events.h"
 #include "records/databases.h"
 #include "settings/language.h"
-#include "support/monitor_fixture.h"
 #include "support/serial_line.h"
+#include "support/windows.h"
 #include "views/curve_panel.h"
 #include "views/kit/month_calendar.h"
 #include "views/scope_colors.h"
@@ -36,23 +33,18 @@ HourLines Lines(const std::vector<size_t>& hours) {
 TEST(ScopeHoursTest, OnlyTheFirstRunIsAskedForButEveryLineCounts) {
   const struct {
     std::vector<size_t> lines;
-    int32_t total;
-    std::string lower, upper;
-  } cases[] = {{{2, 3, 5, 6}, 4 * 3600, "02:00:00", "04:00:00"},
-               {{9}, 3600, "09:00:00", "10:00:00"},
-               {{21, 22, 23}, 3 * 3600, "21:00:00", "23:59:59"},
-               {{0, 23}, 2 * 3600, "00:00:00", "01:00:00"}};
+    int hours, start, end;
+  } cases[] = {{{2, 3, 5, 6}, 4, 2, 4},
+               {{9}, 1, 9, 10},
+               {{0, 23}, 2, 0, 1},
+               {{22, 23}, 2, 22, 24},
+               {{}, 0, 0, 0}};
   for (const auto& c : cases) {
     const ScopeHours hours = ChosenHours(Lines(c.lines));
-    EXPECT_EQ(hours.TotalSeconds, c.total);
-    EXPECT_EQ(SampleQuery(kToday, "date", hours), "Select *  From  [20260310] Where  [date] > #" +
-                                                      c.lower + "# And [date] < #" + c.upper + "#");
-    EXPECT_EQ(EventQuery(kToday, hours),
-              "Select *  From  [allevent] Where [DateANDTime] >= #2026/03/10 " + c.lower +
-                  "# And [DateANDTime] <= #2026/03/10 " + c.upper +
-                  "# And [type] In (1,2,3,4,5,6,7,8,9,10,11,12)");
+    EXPECT_EQ(hours.TotalSeconds, c.hours * 3600);
+    EXPECT_EQ(hours.StartHour, c.start);
+    EXPECT_EQ(hours.EndHour, c.end);
   }
-  EXPECT_EQ(ChosenHours({}).TotalSeconds, 0);
 }
 
 /// A view of four hours at its start: 6750 to 7650 seconds, 0 to 200.
@@ -123,16 +115,6 @@ TEST(ScopeViewTest, MovesWithinThePlane) {
   }
 }
 
-TEST(ScopeViewTest, ZoomingInAtASpanOf60LeavesTheTimeAlone) {
-  ScopeView view = FourHours();
-  view.SelectBand({300, 100}, {360, 300}, 900, 400);
-  ASSERT_EQ(view.SpanX(), 60);
-  view.ZoomIn();
-  EXPECT_EQ(view.Left(), 7050);
-  EXPECT_EQ(view.SpanX(), 60);
-  EXPECT_EQ(view.SpanY(), 50);
-}
-
 TEST(ScopeCurveTest, TenMissingSecondsAreBridgedElevenAreNot) {
   for (const size_t missing : {0U, 10U, 11U, 500U}) {
     Curve curve(missing + 4, kNoSample);
@@ -156,36 +138,34 @@ TEST(ScopeCurveTest, AWholeDayBecomesOneExtentAColumn) {
   EXPECT_NEAR(lines.back().x2, 864, 1);
 }
 
-/// How many lines of the grid cross a row or a column of the plot.
+/// How many lines of the grid cross a row or a column of the plot, but for one on its first pixel.
 int GridLines(const platform::Surface& plot, bool across) {
+  const auto isLine = [&](int i) {
+    return (across ? plot.Pixel(i, 50) : plot.Pixel(450, i)) == kGridColor;
+  };
   int count = 0;
-  bool before = false;
-  for (int i = 0; i < (across ? plot.Width() : plot.Height()); ++i) {
-    const bool now = (across ? plot.Pixel(i, 50) : plot.Pixel(450, i)) == kGridColor;
-    count += now && !before;
-    before = now;
-  }
+  for (int i = 1; i < (across ? plot.Width() : plot.Height()); ++i)
+    count += isLine(i) && !isLine(i - 1);
   return count;
 }
 
-/// A line on the right or the lower edge lies just outside.
 TEST(ScopeChartTest, TheGridFollowsTheSpan) {
   test::StartToolkit();
   const ScopeData none;
-  const std::pair<int32_t, int> times[] = {{10, 0},   {11, 3},   {120, 24}, {121, 3},
-                                           {600, 10}, {601, 3},  {1800, 6}, {1900, 4},
-                                           {3600, 6}, {4000, 3}, {9000, 5}, {86400, 48}};
   ScopeView view;
   ScopeChart chart(none, view);
   chart.Resize(1000, 1000);
+  const std::pair<int32_t, int> times[] = {{10, 0},   {11, 2},   {120, 23}, {121, 2},
+                                           {600, 9},  {601, 2},  {1800, 5}, {1900, 3},
+                                           {3600, 5}, {4000, 2}, {9000, 4}, {86400, 47}};
   for (const auto& [span, lines] : times) {
     view.Recentre(span);
     view.ShowAll();
     chart.DrawChart();
     EXPECT_EQ(GridLines(chart.Picture(), true), lines) << span;
   }
-  const std::pair<int, int> values[] = {{2, 20},   {3, 3},   {20, 20}, {21, 5},
-                                        {100, 20}, {101, 5}, {150, 6}, {151, 4}};
+  const std::pair<int, int> values[] = {{2, 19},   {3, 2},   {20, 19}, {21, 4},
+                                        {100, 19}, {101, 4}, {150, 5}, {151, 3}};
   chart.Resize(1000, 500);
   for (const auto& [span, lines] : values) {
     view.Recentre(10);
@@ -196,26 +176,21 @@ TEST(ScopeChartTest, TheGridFollowsTheSpan) {
   }
 }
 
-TEST(ScopeTipTest, StandsInsideAndInTheComplement) {
-  EXPECT_EQ(TipPlace(10, 50, 100), 10);
-  EXPECT_EQ(TipPlace(60, 50, 100), 10);
-  EXPECT_EQ(TipTextColor({255, 255, 33}), (platform::Color{0, 0, 222}));
-}
-
 /// Today has samples from 11:59:58 to 13:00:00, without 12:25:00 to 12:25:04; input 100, load 50,
-/// frequency 20, battery 90, temperature 27. The mains fail at 12:30.
-class OscilloscopeTest : public test::MonitorTest {
+/// frequency 20, battery 90, temperature 27. The mains fail at 12:30, the battery is low at
+/// the last second.
+class OscilloscopeTest : public test::WindowTest {
  protected:
   OscilloscopeTest() {
-    test::InstallPictures(Folder());
-    Loadlanguage(0);
     DataCenter.UseCelsius = DataCenter.HasLoad = DataCenter.HasTemperature = kSet;
     OpenDatabases();
     Records.data->BeginTransaction();
     for (int second = -2; second <= 3600; ++second) {
       if (second < 1500 || second > 1504) AddRow(12 * 3600 + second);
     }
+    AddRow(23 * 3600 + 1);
     Records.data->CommitTransaction();
+    AddEvent("2026-03-10 23:59:59", 7);
     AddEvent("2026-03-10 12:30:00", 6);
     AddEvent("2026-03-10 13:00:00", 8);
     AddEvent("2026-03-10 13:00:01", 1);
@@ -242,29 +217,10 @@ class OscilloscopeTest : public test::MonitorTest {
     return scope.LoadDayData(*Records.data, *Records.event, day, ChosenHours(lines), [](int) {});
   }
 
-  /// A click is posted, loads, and posts its message.
-  static void Settle() {
-    for (int i = 0; i < 4; ++i) platform::DoEvents();
-  }
-
   static Form3& Open() {
     ShowOscilloscope();
-    Settle();
+    test::Settle();
     return Oscilloscope().Get();
-  }
-
-  static void Mouse(QWidget& widget, QEvent::Type type, QPointF at,
-                    Qt::MouseButton button = Qt::NoButton) {
-    const bool moves = type == QEvent::MouseMove;
-    QMouseEvent event(type, at, widget.mapToGlobal(at), moves ? Qt::NoButton : button,
-                      type == QEvent::MouseButtonRelease ? Qt::NoButton : button, {});
-    QApplication::sendEvent(&widget, &event);
-  }
-
-  static void Drag(QWidget& widget, QPointF from, QPointF to, Qt::MouseButton button) {
-    Mouse(widget, QEvent::MouseButtonPress, from, button);
-    Mouse(widget, QEvent::MouseMove, to, button);
-    Mouse(widget, QEvent::MouseButtonRelease, to, button);
   }
 };
 
@@ -285,6 +241,12 @@ TEST_F(OscilloscopeTest, LoadsWhatLiesBetweenTheHours) {
   EXPECT_EQ(scope.SampleAt(5, 1), 27);
   Load(scope, Lines({12}));
   EXPECT_FLOAT_EQ(scope.SampleAt(5, 1), 80.6F);
+
+  EXPECT_EQ(scope.TimeText(3661, TimeStyle::HourMinuteSecond), "13:1:1");
+  EXPECT_EQ(scope.TimeText(3661, TimeStyle::HourMinute), "13:1");
+  ASSERT_EQ(Load(scope, Lines({23})), LoadResult::Loaded);
+  ASSERT_EQ(scope.EventList().size(), 1U);
+  EXPECT_EQ(scope.EventList()[0].time, 3599);
 
   EXPECT_EQ(Load(scope, Lines({15})), LoadResult::NoRows);
   EXPECT_TRUE(scope.EventList().empty());
@@ -333,19 +295,19 @@ TEST_F(OscilloscopeTest, OpensOnThePresentHourAndFollowsTheMouse) {
   EXPECT_TRUE(messages.empty());
 
   const QPointF onInput(30, form.Plot().height() / 2.0);
-  Mouse(form.Plot(), QEvent::MouseMove, onInput);
+  test::Hover(form.Plot(), onInput);
   EXPECT_TRUE(form.Tip().Text().startsWith(QStringLiteral("Input voltage")));
   EXPECT_TRUE(form.Tip().isVisible());
   form.Curves().Box(0).click();
-  Mouse(form.Plot(), QEvent::MouseMove, onInput);
+  test::Hover(form.Plot(), onInput);
   EXPECT_FALSE(form.Tip().isVisible());
 
   const double width = form.Plot().width();
-  Drag(form.Plot(), {0, 100}, {width / 9, 100}, Qt::LeftButton);
+  test::Drag(form.Plot(), {0, 100}, {width / 9, 100});
   EXPECT_NEAR(form.View().Left(), 1250, 1e-6);
-  Drag(form.Plot(), {50, 50}, {50, 50}, Qt::RightButton);
+  test::Drag(form.Plot(), {50, 50}, {50, 50}, Qt::RightButton);
   EXPECT_EQ(form.View().SpanX(), 60);
-  Drag(form.Miniature(), {10, 10}, {160, 50}, Qt::LeftButton);
+  test::Drag(form.Miniature(), {10, 10}, {160, 50});
   EXPECT_EQ(form.View().Left(), 1770);
 }
 
@@ -353,27 +315,24 @@ TEST_F(OscilloscopeTest, TellsThatThereIsNoDataAndSurvivesItsOwnEnd) {
   Form3& form = Open();
   form.Hours().clearSelection();
   form.Hours().item(15)->setSelected(true);
-  Settle();
+  test::Settle();
   EXPECT_EQ(messages, std::vector{LangText[121]});
   EXPECT_EQ(form.Data().SampleAt(0, 1), kNoSample);
 
   form.Calendar().Lastmonth();
-  QMouseEvent click(QEvent::MouseButtonPress, form.Calendar().CellRect(20).center(), {},
-                    Qt::LeftButton, Qt::LeftButton, {});
-  QApplication::sendEvent(&form.Calendar(), &click);
-  Settle();
+  test::Click(form.Calendar(), form.Calendar().CellRect(20).center());
   ASSERT_EQ(messages.size(), 2U);
   EXPECT_EQ(messages[1], LangText[121] + "!");
 
   form.LoadDayData();
   form.Hours().item(16)->setSelected(true);
   Oscilloscope().Unload();
-  Settle();
+  test::Settle();
   EXPECT_EQ(messages.size(), 3U);
   EXPECT_FALSE(DataCenter.FormOpen[Form3::kNumber]);
 }
 
-TEST_F(OscilloscopeTest, LeavesOutWhatTheUnitDoesNotMeasureInEveryLanguage) {
+TEST_F(OscilloscopeTest, LeavesOutWhatTheUnitDoesNotMeasure) {
   Form3& form = Open();
   CurvePanel& curves = form.Curves();
   const QPoint placeOfTemperature = curves.Box(5).pos();
@@ -385,13 +344,6 @@ TEST_F(OscilloscopeTest, LeavesOutWhatTheUnitDoesNotMeasureInEveryLanguage) {
   DataCenter.HasTemperature = kSet;
   form.LoadDayData();
   EXPECT_TRUE(curves.IsOn(5));
-  for (int index = 0; index < 3; ++index) {
-    Loadlanguage(index);
-    language(Form3::kNumber);
-    EXPECT_EQ(form.windowTitle().toStdString(), LangText[74]);
-    for (int i = 0; i < kScopeSwitches; ++i)
-      EXPECT_LE(curves.Box(i).sizeHint().width(), curves.Box(i).width()) << index << i;
-  }
 }
 
 }  // namespace
