@@ -77,7 +77,7 @@ std::string WhereTheConsoleIs() {
   return running + "is at http://127.0.0.1:" + port + "/";
 }
 
-/// The settings behind the line too many are not what they were: whoever trusts in them must know.
+/// The settings behind the superfluous line have moved: whoever relies on them must know.
 void TellOfLongConfig() {
   const char* const text = "config.qmz has more than 53 lines: check all settings";
   platform::LogLine(text);

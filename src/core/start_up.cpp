@@ -36,7 +36,7 @@ StartUp ShowRunningCopy() {
   return StartUp::End;
 }
 
-/// Nobody who lacks a right should have to guess it.
+/// Whoever lacks a right must not have to guess what to do.
 void TellWhatToType(const std::string& lack, const std::string& argument) {
   const std::string program = platform::ProgramFolder() + "/Varek";
   const std::string words = argument.empty() ? "" : " '" + argument + "'";

@@ -1,4 +1,4 @@
-// The tray icon, the face of the program while no window is open: its picture and tip show the
+// The tray icon, which stands for the program while no window is open: its picture and tip show the
 // status code, a double click brings up the dashboard, the right button the menu.
 #pragma once
 
