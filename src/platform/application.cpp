@@ -79,7 +79,7 @@ void LogToolkitMessage(QtMsgType, const QMessageLogContext&, const QString& text
 }
 
 /// QApplication's constructor must already see the chosen platform, and no bus that it would wait
-/// for without end: the monitor must guard on a broken desktop too.
+/// for forever: the monitor must work on a broken desktop too.
 struct PlatformChosen {
   PlatformChosen() {
     qInstallMessageHandler(LogToolkitMessage);

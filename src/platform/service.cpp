@@ -114,7 +114,7 @@ void EnableUnit(const std::string& target) {
   if (error) throw RuntimeError(errors::kPathAccess, WantsPath() + ": " + error.message());
 }
 
-/// A unit of ours would stand before the package's.
+/// A unit of ours would take precedence over the package's.
 void EnablePackageUnit() {
   RemoveFile(UnitPath());
   EnableUnit(PackageUnit());
