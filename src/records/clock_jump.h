@@ -9,7 +9,7 @@ namespace varek {
 
 class ClockJump final {
  public:
-  /// The clock is right as it stands: so begins every start.
+  /// Takes the clock as right, as every start does.
   void Trust();
 
   /// Compares the clock with the tick count since the last look. One that has moved on by over an

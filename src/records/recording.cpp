@@ -51,7 +51,7 @@ void TellWorks(Recording step) {
   if (TellOver(words.place)) Show(words.works);
 }
 
-/// What was written since the last look went down with the former file.
+/// What was written since the last check is lost with the replaced file.
 void TellReplaced(Recording step) {
   TellStopped(step, "the file was replaced by another");
   TellWorks(step);
