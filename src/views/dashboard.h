@@ -1,4 +1,4 @@
-// The dashboard, the face of the program: three tabs (the dial panel, what the unit is, tests and
+// The dashboard, the main window: three tabs (the dial panel, what the unit is, tests and
 // shutdowns) beside a column of status lamps, the strip of menu pictures above, and the list of the
 // newest debug lines. It shows the live state and owns no rule about the unit.
 #pragma once
