@@ -83,7 +83,7 @@ void Form8::AnnounceAddress() const {
                std::to_string(DataCenter.WebPort) + "/index.htm");
 }
 
-/// Whoever held the port may have ended. Only success is news.
+/// The port may be free by now. Only success is reported.
 void Form8::TryPortAgain() {
   if (!DataCenter.WebEnabled) return;
   platform::IgnoreErrors([this] { Listen(); });
