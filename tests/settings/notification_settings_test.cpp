@@ -5,34 +5,28 @@
 #include <QApplication>
 #include <QClipboard>
 #include <QComboBox>
-#include <QKeyEvent>
 #include <QLineEdit>
-#include <QMouseEvent>
 #include <QPushButton>
 #include <QScrollBar>
-#include <algorithm>
 #include <filesystem>
 #include <fstream>
 #include <iterator>
 
 #include "core/configuration.h"
-#include "platform/events.h"
+#include "platform/paths.h"
 #include "platform/process.h"
-#include "settings/language.h"
 #include "settings/mail_settings.h"
 #include "settings/sms_settings.h"
-#include "support/monitor_fixture.h"
 #include "support/serial_line.h"
+#include "support/windows.h"
 #include "views/kit/picture_button.h"
 
 namespace varek {
 namespace {
 
-class NotificationSettingsTest : public test::MonitorTest {
+class NotificationSettingsTest : public test::WindowTest {
  protected:
   NotificationSettingsTest() {
-    test::InstallPictures(Folder());
-    Loadlanguage(0);
     DataCenter.HasLoad = kSet;
     DataCenter.MailServer = "mail.example";
     DataCenter.MailEventText[3] = "four";
@@ -40,66 +34,34 @@ class NotificationSettingsTest : public test::MonitorTest {
     DataCenter.MailEventEnable[4] = kSet;
     DataCenter.MailEventText[9] = "overload";
   }
-  ~NotificationSettingsTest() override {
-    UnloadForm(Form5::kNumber);
-    UnloadForm(Form9::kNumber);
-  }
 
   static Form5& OpenMail() {
     ShowMailSettings();
-    platform::DoEvents();
+    test::Settle();
     return MailSettings().Get();
   }
-
   static Form9& OpenSms() {
     ShowSmsSettings();
-    platform::DoEvents();
+    test::Settle();
     return SmsSettings().Get();
   }
 
-  static EventGrid& GridOf(QWidget& form) { return *form.findChild<EventGrid*>(); }
-
-  template <typename Control>
-  static Control& Find(QWidget& form, const char* name) {
-    return *form.findChild<Control*>(QString::fromLatin1(name));
+  static EventGrid& GridOf(QWidget& form) { return test::Nth<EventGrid>(form); }
+  static QLineEdit& Box(QWidget& form, const char* caption) {
+    return test::Saying<QLineEdit>(form, caption);
   }
-
-  static QLineEdit& Box(QWidget& form, const char* name) { return Find<QLineEdit>(form, name); }
-
-  static void ClickAt(QWidget& widget, QPointF at) {
-    widget.setFocus(Qt::MouseFocusReason);
-    for (const auto type : {QEvent::MouseButtonPress, QEvent::MouseButtonRelease}) {
-      QMouseEvent event(type, at, widget.mapToGlobal(at), Qt::LeftButton, Qt::LeftButton, {});
-      QApplication::sendEvent(&widget, &event);
-    }
-    platform::DoEvents();
-  }
-
   static void ClickCell(EventGrid& grid, int row, int column) {
-    const QRect cell = grid.visualItemRect(grid.item(row, column));
     grid.setFocus(Qt::MouseFocusReason);
-    ClickAt(*grid.viewport(), cell.center());
+    test::Click(*grid.viewport(), grid.visualItemRect(grid.item(row, column)).center());
   }
-
-  static void ClickControl(QWidget& form, const char* name) {
-    QWidget& control = Find<QWidget>(form, name);
-    ClickAt(control, control.rect().center());
+  static void ClickOk(QWidget& form) { test::Click(test::Saying<QPushButton>(form, "OK")); }
+  static PictureButton& TestButton(const ViewWindow& form) {
+    return test::Nth<PictureButton>(*form.Client());
   }
-
-  static void Press(QWidget& widget, int key) {
-    QKeyEvent event(QEvent::KeyPress, key, {});
-    QApplication::sendEvent(&widget, &event);
-    platform::DoEvents();
-  }
-
   static std::string CellText(const EventGrid& grid, int row, int column) {
     return grid.item(row, column)->text().toStdString();
   }
-
-  std::string Config() const {
-    std::ifstream file(Folder() + "/config.qmz");
-    return {std::istreambuf_iterator<char>(file), {}};
-  }
+  std::string Config() const { return platform::ReadWholeFile(Folder() + "/config.qmz"); }
 };
 
 TEST_F(NotificationSettingsTest, AClickOrEnterOnTheSecondColumnSwitches) {
@@ -108,7 +70,7 @@ TEST_F(NotificationSettingsTest, AClickOrEnterOnTheSecondColumnSwitches) {
     ClickCell(grid, 4, 1);
     EXPECT_EQ(CellText(grid, 4, 1), expected);
   }
-  Press(grid, Qt::Key_Return);
+  test::Key(grid, Qt::Key_Return);
   EXPECT_EQ(CellText(grid, 4, 1), "");
   EXPECT_TRUE(MailSettings().IsLoaded());
 }
@@ -127,13 +89,13 @@ TEST_F(NotificationSettingsTest, TheEditBoxWritesToTheCellOnWhichItWasOpened) {
 
   EXPECT_EQ(edit(), "four");
   EXPECT_EQ(box.pos(), grid.visualItemRect(grid.item(3, 2)).topLeft() + QPoint(2, 2));
-  Press(box, Qt::Key_Escape);
+  test::Key(box, Qt::Key_Escape);
   EXPECT_TRUE(box.isHidden());
   EXPECT_EQ(CellText(grid, 3, 2), "four");
   EXPECT_TRUE(MailSettings().IsLoaded());
 
   edit();
-  Press(box, Qt::Key_Return);
+  test::Key(box, Qt::Key_Return);
   EXPECT_TRUE(box.isHidden());
   EXPECT_EQ(CellText(grid, 3, 2), "typed");
   EXPECT_TRUE(MailSettings().IsLoaded());
@@ -145,7 +107,7 @@ TEST_F(NotificationSettingsTest, TheEditBoxWritesToTheCellOnWhichItWasOpened) {
   EXPECT_EQ(box.text().toStdString(), "five");
   grid.setCurrentCell(0, 0);
   box.setText(QStringLiteral("elsewhere"));
-  Box(form, "Text1").setFocus(Qt::MouseFocusReason);
+  Box(form, "Mail server").setFocus(Qt::MouseFocusReason);
   EXPECT_EQ(CellText(grid, 4, 2), "elsewhere");
   EXPECT_TRUE(box.isHidden());
 }
@@ -161,8 +123,7 @@ TEST_F(NotificationSettingsTest, PastedLineBreaksMoveNoSettings) {
       box->selectAll();
       box->paste();
     }
-    ClickControl(form, "Command2");
-    platform::DoEvents();
+    ClickOk(form);
     EXPECT_EQ(std::ranges::count(Config(), '\n'), 53);
   }
   const auto written = DataCenter;
@@ -184,7 +145,7 @@ TEST_F(NotificationSettingsTest, PastedLineBreaksMoveNoSettings) {
 TEST_F(NotificationSettingsTest, TheEditBoxFollowsAScroll) {
   Form5& form = OpenMail();
   form.resize(form.minimumSize());
-  platform::DoEvents();
+  test::Settle();
   EventGrid& grid = GridOf(form);
   ClickCell(grid, 3, 2);
   const int before = grid.Text7()->y();
@@ -198,7 +159,7 @@ TEST_F(NotificationSettingsTest, ForAUnitWithoutALoadTheOverloadIsHiddenAndKept)
   Form5& form = OpenMail();
   EXPECT_EQ(GridOf(form).rowHeight(9), 0);
   EXPECT_FALSE(GridOf(form).isRowHidden(8));
-  ClickControl(form, "Command2");
+  ClickOk(form);
   EXPECT_EQ(DataCenter.MailEventText[9], "overload");
 }
 
@@ -206,14 +167,14 @@ TEST_F(NotificationSettingsTest, OnlyOkSaves) {
   for (const bool ok : {false, true}) {
     Form5& form = OpenMail();
     EXPECT_TRUE(DataCenter.FormOpen[Form5::kNumber]);
-    Box(form, "Text1").setText(QStringLiteral(" new ] server "));
+    Box(form, "Mail server").setText(QStringLiteral(" new ] server "));
     ClickCell(GridOf(form), 0, 1);
     ClickCell(GridOf(form), 3, 2);
     GridOf(form).Text7()->clear();
     if (ok) {
-      ClickControl(form, "Command2");
+      ClickOk(form);
     } else {
-      Press(form, Qt::Key_Escape);
+      test::Key(form, Qt::Key_Escape);
     }
     EXPECT_FALSE(MailSettings().IsLoaded());
     EXPECT_FALSE(DataCenter.FormOpen[Form5::kNumber]);
@@ -226,12 +187,15 @@ TEST_F(NotificationSettingsTest, OnlyOkSaves) {
 
 TEST_F(NotificationSettingsTest, TheTestMailHasTheUnsavedValues) {
   Form5& form = OpenMail();
-  for (const char* name : {"Text1", "Text2", "Text3", "Text4", "Text5", "Text6"})
-    Box(form, name).setText(QString::fromLatin1(name) + QStringLiteral("  "));
-  ClickControl(form, "Picture3");
+  for (const char* caption : {"Mail server", "Sender name", "Sender address", "Recipient name",
+                              "Recipient address", "Subject"})
+    Box(form, caption).setText(QString::fromLatin1(caption) + QStringLiteral("  "));
+  test::Click(TestButton(form));
   const auto mails = Started("mailto.exe");
   ASSERT_EQ(mails.size(), 1U);
-  EXPECT_EQ(mails[0].rest, "[Text1][Text3][Text2][Text5][Text4][Text6][TEST OK][T][0]");
+  EXPECT_EQ(mails[0].rest,
+            "[Mail server][Sender name][Sender address][Recipient name][Recipient address][Subject]"
+            "[TEST OK][T][0]");
   EXPECT_EQ(DataCenter.MailServer, "mail.example");
 }
 
@@ -245,14 +209,14 @@ TEST_F(NotificationSettingsTest, OneTestAtATimeAndItShows) {
     return std::count(std::istreambuf_iterator<char>(file), {}, '\n');
   };
   Form9* form = &OpenSms();
-  const auto button = [&] { return Find<PictureButton>(*form, "Picture3").Text().toStdString(); };
+  const auto button = [&] { return TestButton(*form).Text().toStdString(); };
   const std::string usual = button();
-  ClickControl(*form, "Picture3");
+  test::Click(TestButton(*form));
   EXPECT_NE(button(), usual);
   EXPECT_TRUE(test::PumpUntil([&] { return calls() == 1; }));
   UnloadForm(Form9::kNumber);
   form = &OpenSms();
-  ClickControl(*form, "Picture3");
+  test::Click(TestButton(*form));
   EXPECT_NE(button(), usual);
   std::ofstream(sender + ".end") << "";
   EXPECT_TRUE(test::PumpUntil([&] {
@@ -260,22 +224,21 @@ TEST_F(NotificationSettingsTest, OneTestAtATimeAndItShows) {
     return button() == usual;
   }));
   EXPECT_EQ(calls(), 1);
-  ClickControl(*form, "Picture3");
+  test::Click(TestButton(*form));
   EXPECT_TRUE(test::PumpUntil([&] { return calls() == 2; }));
 }
 
 TEST_F(NotificationSettingsTest, OnlyAnotherWindowOfOursBringsTheSettingsBack) {
-  Form5& form = OpenMail();
-  Box(form, "Text1").setText(QStringLiteral("typed"));
+  QLineEdit& server = Box(OpenMail(), "Mail server");
+  server.setText(QStringLiteral("typed"));
   QWidget foreign;
   foreign.show();
   foreign.activateWindow();
-  platform::DoEvents();
   OpenMail();
-  EXPECT_EQ(Box(form, "Text1").text().toStdString(), "typed");
+  EXPECT_EQ(server.text(), QStringLiteral("typed"));
   OpenSms();
   OpenMail();
-  EXPECT_EQ(Box(form, "Text1").text().toStdString(), "mail.example");
+  EXPECT_EQ(server.text(), QStringLiteral("mail.example"));
 }
 
 TEST_F(NotificationSettingsTest, ATextMessageIsCutToItsLimit) {
@@ -301,7 +264,7 @@ TEST_F(NotificationSettingsTest, ATextMessageIsCutToItsLimit) {
     box.clear();
     messages.clear();
     box.insert(pasted);
-    platform::DoEvents();
+    test::Settle();
     EXPECT_EQ(box.text(), pasted.left(left));
     const size_t expected = left < pasted.size() ? 1 : 0;
     EXPECT_EQ(messages, std::vector<std::string>(expected, "Too Much Word."));
@@ -312,30 +275,20 @@ TEST_F(NotificationSettingsTest, TheGatewayDecidesAboutTheApiId) {
   DataCenter.SmsGateway = 1;
   DataCenter.SmsApiId = "id";
   Form9& form = OpenSms();
-  EXPECT_FALSE(Box(form, "Text1").isHidden());
-  Box(form, "Text3").setText(QStringLiteral("me"));
-  ClickControl(form, "Picture3");
-  Find<QComboBox>(form, "Combo1").setCurrentIndex(0);
-  EXPECT_TRUE(Box(form, "Text1").isHidden());
-  ClickControl(form, "Picture3");
+  EXPECT_FALSE(Box(form, "api_id").isHidden());
+  Box(form, "Account").setText(QStringLiteral("me"));
+  test::Click(TestButton(form));
+  test::Nth<QComboBox>(form).setCurrentIndex(0);
+  EXPECT_TRUE(Box(form, "api_id").isHidden());
+  test::Click(TestButton(form));
   const auto sent = Started("SMSTO.exe");
   ASSERT_EQ(sent.size(), 2U);
   EXPECT_EQ(sent[0].rest, "[1][me][][][Send Test OK][id][T][0]");
   EXPECT_EQ(sent[1].rest, "[0][me][][][Send Test OK][][T][0]");
   EXPECT_EQ(DataCenter.SmsGateway, 1);
-  ClickControl(form, "Command2");
+  ClickOk(form);
   EXPECT_EQ(DataCenter.SmsGateway, 0);
   EXPECT_EQ(DataCenter.SmsApiId, "id");
-}
-
-TEST_F(NotificationSettingsTest, ALanguageChangeKeepsWhatIsTyped) {
-  Form5& form = OpenMail();
-  Box(form, "Text1").setText(QStringLiteral("typed"));
-  Loadlanguage(1);
-  language(Form5::kNumber);
-  EXPECT_EQ(form.windowTitle().toStdString(), LangText[125]);
-  EXPECT_EQ(CellText(GridOf(form), 0, 0), EventText[0]);
-  EXPECT_EQ(Box(form, "Text1").text().toStdString(), "typed");
 }
 
 }  // namespace

@@ -10,13 +10,9 @@
 #include <QCheckBox>
 #include <QClipboard>
 #include <QComboBox>
-#include <QKeyEvent>
-#include <QLabel>
 #include <QLineEdit>
-#include <QMouseEvent>
 #include <QRadioButton>
 #include <QScrollBar>
-#include <QWheelEvent>
 #include <filesystem>
 
 #include "core/configuration.h"
@@ -24,11 +20,10 @@
 #include "core/error_list.h"
 #include "core/link_record.h"
 #include "link/usb_link.h"
-#include "platform/events.h"
 #include "platform/paths.h"
 #include "settings/language.h"
 #include "support/hid_unit.h"
-#include "support/monitor_fixture.h"
+#include "support/windows.h"
 #include "views/kit/picture_button.h"
 
 namespace varek {
@@ -40,12 +35,10 @@ std::string ConfigFile(const std::string& first, const std::string& delays) {
          std::string(16, '\n') + delays;
 }
 
-class SystemSettingsTest : public test::MonitorTest {
+class SystemSettingsTest : public test::WindowTest {
  protected:
   SystemSettingsTest() {
     setenv("VAREK_COM_DIR", Folder().c_str(), 1);
-    test::InstallPictures(Folder());
-    Loadlanguage(0);
     platform::ReplaceFile(ConfigPath(),
                           ConfigFile("F\n5\n11\n12\nC\n1888\nT\nold login\nold control\nF\n",
                                      "13\n14\n15\n16\nFTFFT\n"));
@@ -56,43 +49,28 @@ class SystemSettingsTest : public test::MonitorTest {
 
   static void Open() {
     ShowSystemSettings();
-    platform::DoEvents();
-  }
-
-  /// A button acts from the event loop, and so does the closing that it asks for.
-  static void Settle() {
-    platform::DoEvents();
-    platform::DoEvents();
+    test::Settle();
   }
 
   template <typename Control>
-  static Control& Find(const char* name, int index = 0) {
-    return *SystemSettings().Get().findChildren<Control*>(QString::fromLatin1(name)).at(index);
+  static Control& Saying(const char* caption) {
+    return test::Saying<Control>(SystemSettings().Get(), caption);
   }
+  static QComboBox& Ports() { return test::Nth<QComboBox>(SystemSettings().Get()); }
+  static QLineEdit& WebPort() { return Saying<QLineEdit>("Web port"); }
+  static QCheckBox& WebOn() { return Saying<QCheckBox>("Web console on"); }
+  static void Click(const char* button) { test::Click(Saying<PictureButton>(button)); }
 
-  /// Box `number` of Text2: on the screen 9 stands before 8.
+  /// As the settings count them; on the screen the web port comes first and 9 stands before 8.
   static QLineEdit& Box(size_t number) {
-    static constexpr int kPlaces[] = {0, 1, 2, 3, 4, 5, 6, 7, 9, 8};
-    return Find<QLineEdit>("Text2", kPlaces[number]);
+    static constexpr size_t kPlaces[] = {1, 2, 3, 4, 5, 6, 7, 8, 10, 9};
+    return test::Nth<QLineEdit>(SystemSettings().Get(), kPlaces[number]);
   }
   static std::string TextOf(const QLineEdit& box) { return box.text().toStdString(); }
   static void Set(size_t box, const char* text) { Box(box).setText(QString::fromUtf8(text)); }
-
-  static void Key(QWidget& widget, int key, const QString& text = {},
-                  Qt::KeyboardModifiers modifiers = Qt::NoModifier) {
-    QKeyEvent event(QEvent::KeyPress, key, modifiers, text);
-    QApplication::sendEvent(&widget, &event);
-    Settle();
-  }
-
-  static void Click(const char* name) {
-    auto& button = Find<PictureButton>(name);
-    const QPointF at = button.rect().center();
-    for (const auto type : {QEvent::MouseButtonPress, QEvent::MouseButtonRelease}) {
-      QMouseEvent event(type, at, button.mapToGlobal(at), Qt::LeftButton, Qt::LeftButton, {});
-      QApplication::sendEvent(&button, &event);
-    }
-    Settle();
+  /// The switches of the delays: on a mains failure, then on a low battery, the computer's first.
+  static QCheckBox& DelaySwitch(size_t number) {
+    return test::Nth<QCheckBox>(SystemSettings().Get(), 1 + number);
   }
 
   std::vector<std::string> Told() { return std::exchange(messages, {}); }
@@ -101,23 +79,16 @@ class SystemSettingsTest : public test::MonitorTest {
 };
 
 TEST_F(SystemSettingsTest, ShowsThePresentSettings) {
-  EXPECT_TRUE(DataCenter.FormOpen[Form14::kNumber]);
-  auto& ports = Find<QComboBox>("Combo1");
-  EXPECT_EQ(ports.count(), 17);
-  EXPECT_EQ((ports.itemText(0) + ports.itemText(16)).toStdString(), "USBCOM 16");
-  EXPECT_EQ(ports.currentIndex(), 5);
+  EXPECT_EQ((Ports().itemText(0) + Ports().itemText(16)).toStdString(), "USBCOM 16");
+  EXPECT_EQ(Ports().currentIndex(), 5);
   const char* texts[] = {kPasswordMask, kPasswordMask, kPasswordMask, kPasswordMask, "11",
                          "12",          "13",          "14",          "16",          "15"};
   for (size_t i = 0; i < std::size(texts); ++i) EXPECT_EQ(TextOf(Box(i)), texts[i]) << i;
   EXPECT_EQ(Box(0).displayText().toStdString(), kPasswordMask);
-  for (int i = 0; i < 4; ++i) EXPECT_EQ(Find<QCheckBox>("Check3", i).isChecked(), i == 1);
-  EXPECT_TRUE(Find<QRadioButton>("Option1").isChecked() && Find<QCheckBox>("Check4").isChecked());
-  EXPECT_EQ(Find<QLabel>("Label1").text().toStdString(), LangText[313]);
-  SystemSettings().Unload();
-  EXPECT_FALSE(DataCenter.FormOpen[Form14::kNumber]);
-  Link.PortNumber = kUsbPort;
-  Open();
-  EXPECT_EQ(Find<QComboBox>("Combo1").currentIndex(), 0);
+  for (size_t i = 0; i < 4; ++i) EXPECT_EQ(DelaySwitch(i).isChecked(), i == 1);
+  EXPECT_TRUE(Saying<QRadioButton>("Degrees Celsius").isChecked());
+  EXPECT_TRUE(Saying<QCheckBox>("Show a warning window on events").isChecked());
+  EXPECT_NO_THROW(Saying<QWidget>("Running as an ordinary program"));
 }
 
 TEST_F(SystemSettingsTest, TakesOnlyItsKeys) {
@@ -132,19 +103,14 @@ TEST_F(SystemSettingsTest, TakesOnlyItsKeys) {
                         {false, "5", "0", "50"},      {false, "50", "7", "07"},
                         {false, "", "x1:2\x16", "12"}};
   for (const Case& c : cases) {
-    QLineEdit& box = c.webPort ? Find<QLineEdit>("Text1") : Box(4);
+    QLineEdit& box = c.webPort ? WebPort() : Box(4);
     box.setText(QString::fromLatin1(c.before));
-    for (const char* key = c.keys; *key; ++key)
-      Key(box, *key == '\b' ? int{Qt::Key_Backspace} : 0, QChar::fromLatin1(*key));
+    test::Type(box, c.keys);
     EXPECT_EQ(TextOf(box), c.after) << c.before << " " << c.keys;
-    EXPECT_EQ(box.cursorPosition(), box.text().size());
   }
   QApplication::clipboard()->setText(QStringLiteral("80"));
-  for (QLineEdit* box : {&Find<QLineEdit>("Text1"), &Box(4)}) {
-    const std::string before = TextOf(*box);
-    Key(*box, Qt::Key_Insert, {}, Qt::ShiftModifier);
-    EXPECT_EQ(TextOf(*box), before);
-  }
+  test::Key(WebPort(), Qt::Key_Insert, Qt::ShiftModifier);
+  EXPECT_EQ(TextOf(WebPort()), "182");
 }
 
 /// Each case holds the faults of all later checks too, so that the order counts.
@@ -161,8 +127,8 @@ TEST_F(SystemSettingsTest, ChecksInOrder) {
                                                    {8, "0"},  {9, "0"}};
   for (const auto& [box, text] : faults) Set(box, text);
   const std::string written = platform::ReadWholeFile(ConfigPath());
-  Find<QLineEdit>("Text1").setText(QStringLiteral("9999"));
-  Find<QComboBox>("Combo1").setCurrentIndex(7);
+  WebPort().setText(QStringLiteral("9999"));
+  Ports().setCurrentIndex(7);
   const Step steps[] = {{{}, 0, 1, "old login", "old control"},
                         {{{1, "ab"}}, 1, 3, "old login", "old control"},
                         {{{3, "密碼"}}, 8, 1, "old login", "old control"},
@@ -179,7 +145,7 @@ TEST_F(SystemSettingsTest, ChecksInOrder) {
                         {{{7, "8"}}, 6, 8, "abc", "密碼碼"}};
   for (const Step& step : steps) {
     for (const auto& [box, text] : step.mend) Set(box, text);
-    Click("Picture6");
+    Click("OK");
     EXPECT_EQ(Told(), Message(step.message));
     EXPECT_EQ(SystemSettings().Get().focusWidget(), &Box(step.box)) << step.message;
     EXPECT_EQ(Box(step.box).selectedText(), Box(step.box).text()) << step.message;
@@ -188,12 +154,12 @@ TEST_F(SystemSettingsTest, ChecksInOrder) {
     EXPECT_EQ(Link.PortNumber, 5);
   }
   Set(8, "10");
-  Find<QCheckBox>("Check1").setChecked(false);
+  WebOn().setChecked(false);
   for (const char* port : {"9999", "0", ""}) {
-    Find<QLineEdit>("Text1").setText(QString::fromLatin1(port));
-    Click("Picture6");
+    WebPort().setText(QString::fromLatin1(port));
+    Click("OK");
     EXPECT_EQ(Told(), Message(7)) << port;
-    EXPECT_EQ(SystemSettings().Get().focusWidget(), &Find<QLineEdit>("Text1"));
+    EXPECT_EQ(SystemSettings().Get().focusWidget(), &WebPort());
   }
   EXPECT_EQ(Link.PortNumber, 7);
   EXPECT_FALSE(DataCenter.WebEnabled);
@@ -205,14 +171,14 @@ TEST_F(SystemSettingsTest, ChecksInOrder) {
 TEST_F(SystemSettingsTest, OkWritesTheWholeConfigurationAndCloses) {
   const char* minutes[] = {"1", "2", "3", "4", "6", "5"};
   for (size_t i = 0; i < std::size(minutes); ++i) Set(4 + i, minutes[i]);
-  Find<QComboBox>("Combo1").setCurrentIndex(9);
-  Find<QLineEdit>("Text1").setText(QStringLiteral("9998"));
-  Find<QRadioButton>("Option2").setChecked(true);
-  Find<QCheckBox>("Check2").setChecked(true);
-  for (const int i : {0, 1}) Find<QCheckBox>("Check3", i).toggle();
-  Find<QCheckBox>("Check3", 3).setChecked(true);
-  Find<QCheckBox>("Check4").setChecked(false);
-  Key(Box(9), Qt::Key_Return);
+  Ports().setCurrentIndex(9);
+  WebPort().setText(QStringLiteral("9998"));
+  Saying<QRadioButton>("Degrees Fahrenheit").setChecked(true);
+  Saying<QCheckBox>("Start automatic save before shutdown").setChecked(true);
+  for (const size_t i : {0, 1}) DelaySwitch(i).toggle();
+  DelaySwitch(3).setChecked(true);
+  Saying<QCheckBox>("Show a warning window on events").setChecked(false);
+  test::Key(Box(9), Qt::Key_Return);
   EXPECT_EQ(Told(), Message(3));
   EXPECT_FALSE(SystemSettings().IsLoaded());
   EXPECT_EQ(
@@ -227,7 +193,7 @@ TEST_F(SystemSettingsTest, PastedLineBreaksMoveNoSettings) {
     Box(i).selectAll();
     if (i < 4) Box(i).paste();
   }
-  Click("Picture6");
+  Click("OK");
   EXPECT_EQ(
       platform::ReadWholeFile(ConfigPath()),
       ConfigFile("F\n5\n5\n6\nC\n1888\nT\npass  word\npass  word\nF\n", "5\n6\n5\n6\nFTFFT\n"));
@@ -236,18 +202,18 @@ TEST_F(SystemSettingsTest, PastedLineBreaksMoveNoSettings) {
 /// Five digits can't be typed, but a file may hold them.
 TEST_F(SystemSettingsTest, AHighWebPortOfTheFileStaysWhatItIs) {
   SystemSettings().Get().close();
-  Settle();
+  test::Settle();
   DataCenter.WebPort = 12345;
   Open();
-  EXPECT_EQ(TextOf(Find<QLineEdit>("Text1")), "12345");
-  Click("Picture6");
+  EXPECT_EQ(TextOf(WebPort()), "12345");
+  Click("OK");
   EXPECT_EQ(Told(), Message(7));
   EXPECT_EQ(DataCenter.WebPort, 12345);
 }
 
 TEST_F(SystemSettingsTest, OnlyWebChangesAskForARestartAndEscapeTakesNothing) {
   const auto ok = [this] {
-    Click("Picture6");
+    Click("OK");
     EXPECT_FALSE(SystemSettings().IsLoaded());
     Open();
     return Told();
@@ -255,12 +221,12 @@ TEST_F(SystemSettingsTest, OnlyWebChangesAskForARestartAndEscapeTakesNothing) {
   EXPECT_TRUE(ok().empty());
   Set(4, "9");
   EXPECT_TRUE(ok().empty());
-  Find<QCheckBox>("Check1").toggle();
-  Find<QCheckBox>("Check1").toggle();
+  WebOn().toggle();
+  WebOn().toggle();
   EXPECT_EQ(ok(), Message(3));
   EXPECT_TRUE(ok().empty());
   Set(4, "8");
-  Key(Box(4), Qt::Key_Escape, QStringLiteral("\x1b"));
+  test::Key(Box(4), Qt::Key_Escape);
   EXPECT_FALSE(SystemSettings().IsLoaded());
   EXPECT_EQ(DataCenter.SystemShutdownBuffer, 9);
 }
@@ -268,14 +234,14 @@ TEST_F(SystemSettingsTest, OnlyWebChangesAskForARestartAndEscapeTakesNothing) {
 TEST_F(SystemSettingsTest, SettingsThatCannotBeSavedAreToldOf) {
   std::filesystem::remove(ConfigPath());
   std::filesystem::create_directories(ConfigPath() + "/taken");
-  Find<QCheckBox>("Check1").toggle();
-  Click("Picture6");
+  WebOn().toggle();
+  Click("OK");
   EXPECT_EQ(Told(), std::vector<std::string>{"SAVE CONFIG ERROR"});
   EXPECT_TRUE(SystemSettings().IsLoaded());
   EXPECT_EQ(Form13::List1().size(), 1U);
   EXPECT_THAT(Form13::List1().back(), testing::HasSubstr("form14 Picture6_Click"));
   std::filesystem::remove_all(ConfigPath());
-  Click("Picture6");
+  Click("OK");
   EXPECT_EQ(Told(), Message(3));
   EXPECT_FALSE(SystemSettings().IsLoaded());
 }
@@ -294,44 +260,33 @@ TEST_F(SystemSettingsTest, TheThirdDelayGoesByItsNeighbour) {
 }
 
 TEST_F(SystemSettingsTest, TheSearchTakesWhatItFindsAtOnce) {
-  Click("Picture1");
+  Click("Search");
   EXPECT_EQ(Told(), Message(2));
-  EXPECT_EQ(Find<QComboBox>("Combo1").currentIndex(), 5);
+  EXPECT_EQ(Ports().currentIndex(), 5);
   EXPECT_EQ(Link.PortNumber, 5);
   test::HidUnit unit(0x0001, 0x0000);
-  Click("Picture1");
+  Click("Search");
   EXPECT_TRUE(Told().empty());
-  EXPECT_EQ(Find<QComboBox>("Combo1").currentIndex(), 0);
+  EXPECT_EQ(Ports().currentIndex(), 0);
   EXPECT_EQ(Link.PortNumber, kUsbPort);
 }
 
-TEST_F(SystemSettingsTest, PanelsFollowTheScrollBarAndTheFocus) {
+TEST_F(SystemSettingsTest, PanelsFollowTheWheelAndTheFocus) {
   Form14& form = SystemSettings().Get();
-  const auto panels = form.findChildren<QWidget*>(QStringLiteral("Picture12"));
-  ASSERT_EQ(panels.size(), 15);
-  std::vector<int> tops;
-  for (const QWidget* panel : panels) tops.push_back(panel->y());
-  auto& bar = Find<QScrollBar>("VScroll1");
-  EXPECT_EQ(bar.minimum() + bar.maximum(), 201);
-  QWheelEvent wheel({5, 5}, {5, 5}, {}, {0, -120}, Qt::NoButton, Qt::NoModifier, {}, false);
-  for (QWidget* under : {static_cast<QWidget*>(&form), &Find<QWidget>("Combo1")})
-    QApplication::sendEvent(under, &wheel);
-  EXPECT_GT(bar.value(), 1);
-  EXPECT_EQ(Find<QComboBox>("Combo1").currentIndex(), 5);
-  for (const int value : {200, 77, 1}) {
-    bar.setValue(value);
-    for (int i = 0; i < 15; ++i)
-      EXPECT_EQ(panels[i]->y(), tops[static_cast<size_t>(i)] - value) << i;
-  }
+  const int top = Ports().mapTo(&form, QPoint()).y();
+  test::Wheel(form);
+  test::Wheel(Ports());
+  const int moved = test::Nth<QScrollBar>(form).value();
+  EXPECT_GT(moved, 1);
+  EXPECT_EQ(Ports().mapTo(&form, QPoint()).y(), top - moved);
+  EXPECT_EQ(Ports().currentIndex(), 5);
   form.resize(form.minimumSize());
-  platform::DoEvents();
-  const QWidget* view = panels[0]->parentWidget();
-  for (const char* name : {"Option1", "Combo1", "Check4"}) {
-    auto& control = Find<QWidget>(name);
-    control.setFocus();
-    platform::DoEvents();
-    EXPECT_TRUE(view->rect().contains(QRect(control.mapTo(view, QPoint()), control.size())))
-        << name;
+  const QWidget* view = Ports().parentWidget()->parentWidget();
+  for (QWidget* control : {static_cast<QWidget*>(&Saying<QRadioButton>("Degrees Celsius")),
+                           static_cast<QWidget*>(&Ports())}) {
+    control->setFocus();
+    test::Settle();
+    EXPECT_TRUE(view->rect().contains(QRect(control->mapTo(view, QPoint()), control->size())));
   }
 }
 

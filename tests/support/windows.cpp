@@ -4,6 +4,7 @@
 #include <QKeyEvent>
 #include <QLabel>
 #include <QMouseEvent>
+#include <QWheelEvent>
 #include <filesystem>
 
 #include "platform/events.h"
@@ -57,6 +58,11 @@ void Drag(QWidget& widget, QPointF from, QPointF to, Qt::MouseButton button) {
   Mouse(widget, QEvent::MouseButtonRelease, to, button);
 }
 
+void Wheel(QWidget& widget) {
+  QWheelEvent notch({5, 5}, {5, 5}, {}, {0, -120}, Qt::NoButton, Qt::NoModifier, {}, false);
+  QApplication::sendEvent(&widget, &notch);
+}
+
 void Click(QWidget& widget, QPointF at) {
   if (widget.focusPolicy() & Qt::ClickFocus) widget.setFocus(Qt::MouseFocusReason);
   Mouse(widget, QEvent::MouseButtonPress, at);
@@ -77,6 +83,11 @@ void Key(QWidget& widget, int key, Qt::KeyboardModifiers modifiers, const QStrin
 void Type(QWidget& widget, const char* characters) {
   for (const char* each = characters; *each != '\0'; ++each)
     Key(widget, *each == '\b' ? int{Qt::Key_Backspace} : *each, {}, QChar::fromLatin1(*each));
+}
+
+void Tab(QWidget& widget, QEvent::Type type) {
+  QFocusEvent event(type, Qt::TabFocusReason);
+  QApplication::sendEvent(&widget, &event);
 }
 
 QWidget& FocusOf(QWidget& window) { return window.focusWidget() ? *window.focusWidget() : window; }

@@ -31,6 +31,8 @@ void Mouse(QWidget& widget, QEvent::Type type, QPointF at, Qt::MouseButton butto
 void Hover(QWidget& widget, QPointF at);
 void Leave(QWidget& widget);
 void Drag(QWidget& widget, QPointF from, QPointF to, Qt::MouseButton button = Qt::LeftButton);
+/// Turns the wheel by a notch towards the person.
+void Wheel(QWidget& widget);
 /// Presses and releases the left button, which gives the focus to what takes it, and settles.
 void Click(QWidget& widget, QPointF at);
 void Click(QWidget& widget);
@@ -39,6 +41,8 @@ void Click(QWidget& widget);
 void Key(QWidget& widget, int key, Qt::KeyboardModifiers modifiers = {}, const QString& text = {});
 /// One key for each character; "\b" is Backspace.
 void Type(QWidget& widget, const char* characters);
+/// The focus comes to a control or leaves it by Tab: `type` is FocusIn or FocusOut.
+void Tab(QWidget& widget, QEvent::Type type);
 /// The control that the keys of a window go to.
 QWidget& FocusOf(QWidget& window);
 

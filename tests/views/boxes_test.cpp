@@ -16,8 +16,8 @@
 #include "records/ups_countdown.h"
 #include "settings/language.h"
 #include "settings/system_settings.h"
-#include "support/monitor_fixture.h"
 #include "support/serial_line.h"
+#include "support/windows.h"
 #include "views/kit/message_window.h"
 #include "views/save_dialog.h"
 
@@ -37,10 +37,9 @@ struct OnDisplay {
   }
 };
 
-class BoxesTest : private OnDisplay, public test::MonitorTest {
+class BoxesTest : private OnDisplay, public test::WindowTest {
  protected:
   BoxesTest() {
-    test::InstallPictures(Folder());
     std::ofstream(Folder() + "/taken.csv") << "taken";
     Loadlanguage(1);
     DataCenter.OutputVoltage = 220;

@@ -1,13 +1,9 @@
 // The data history: the query that limits make, the result in the grid, and the exported file.
 #include <gtest/gtest.h>
 
-#include <QApplication>
 #include <QComboBox>
 #include <QFileDialog>
-#include <QHeaderView>
-#include <QKeyEvent>
 #include <QLineEdit>
-#include <QMouseEvent>
 #include <QPushButton>
 #include <QTableView>
 #include <filesystem>
@@ -18,7 +14,7 @@
 #include "platform/paths.h"
 #include "records/databases.h"
 #include "settings/language.h"
-#include "support/monitor_fixture.h"
+#include "support/windows.h"
 #include "views/data_history.h"
 #include "views/history_query.h"
 #include "views/kit/calendar_page.h"
@@ -50,41 +46,26 @@ TEST(HistoryQuery, WritesALimitAsThreeCharactersAPointAndOne) {
   for (const auto& [limit, written] : cases) EXPECT_EQ(LimitInQuery(limit), written) << limit;
 }
 
-TEST(HistoryQuery, IsTheChainAsItWasBuilt) {
+TEST(HistoryQuery, ChainsTheLimitsThatAreGiven) {
   const std::vector<std::string> columns{"date", "In", "Out", "Load", "Hz", "Bat", "Temp"};
-  struct Case {
-    HistoryLimits limits;
-    const char* where;
-  };
-  const Case cases[] = {
+  const std::pair<HistoryLimits, const char*> cases[] = {
       {{}, "[date] > #00:00:00#"},
-      {{"07:00:00", kDontCare, {}}, "[date] > #07:00:00#"},
-      {{kDontCare, "23:59:59", {}}, "[date] > #00:00:00# And [date] < #23:59:59#"},
       {{"07:00:00", "08:00:00", {{{"220,5"}}}},
        "[date] > #07:00:00# And [date] < #08:00:00# And [In] > 220.5"},
-      {{kDontCare,
-        kDontCare,
-        {{{kDontCare, "5", "Or"},
-          {"1", "2", "And"},
-          {},
-          {"49", "51.5", "Or"},
-          {},
-          {"1", "x", "Or"}}}},
+      {{kDontCare, kDontCare, {{{kDontCare, "5", "Or"}, {"1", "2", "And"}, {}, {"49", "x", "Or"}}}},
        "[date] > #00:00:00# Or [In] < 005.0 And [Out] > 001.0 And [Out] < 002.0"
-       " Or [Hz] > 049.0 And [Hz] < 051.5 Or [Temp] > 001.0 And [Temp] < x.x"}};
-  for (const Case& c : cases)
-    EXPECT_EQ(HistoryQuery("20260310", columns, c.limits),
-              std::string("Select * From [20260310] Where ") + c.where);
+       " Or [Hz] > 049.0 And [Hz] < x.x"}};
+  for (const auto& [limits, where] : cases)
+    EXPECT_EQ(HistoryQuery("20260310", columns, limits),
+              std::string("Select * From [20260310] Where ") + where);
 }
 
 constexpr int kRows = 300;
 
 /// Today has 300 samples from 10:00:00 on: 200 V rising by a tenth a second.
-class HistoryTest : public test::MonitorTest {
+class HistoryTest : public test::WindowTest {
  protected:
   HistoryTest() {
-    test::InstallPictures(Folder());
-    Loadlanguage(0);
     SetHasLoad(true);
     SetHasTemperature(true);
     OpenDatabases();
@@ -103,34 +84,14 @@ class HistoryTest : public test::MonitorTest {
       return fileName;
     });
     ShowDataHistory();
-    Pump();
+    test::Settle();
   }
   ~HistoryTest() override { ReplaceSaveDialog(nullptr); }
 
   static Form2& Form() { return DataHistory().Get(); }
   static QLineEdit& Limit(size_t field) { return Form().Query().Limit(field); }
 
-  /// What an event posts in its turn waits for the next round.
-  static void Pump() {
-    for (int round = 0; round < 5; ++round) platform::DoEvents();
-  }
-  static void Click(QWidget& widget, QPoint at) {
-    for (const auto type : {QEvent::MouseButtonPress, QEvent::MouseButtonRelease}) {
-      QMouseEvent event(type, at, widget.mapToGlobal(QPointF(at)), Qt::LeftButton, Qt::LeftButton,
-                        {});
-      QApplication::sendEvent(&widget, &event);
-    }
-    Pump();
-  }
-  static void Click(QWidget& widget) { Click(widget, widget.rect().center()); }
-  static void Type(QWidget& widget, const QString& text, int key = Qt::Key_unknown) {
-    QKeyEvent press(QEvent::KeyPress, key, Qt::NoModifier, text);
-    QApplication::sendEvent(&widget, &press);
-  }
-  static void Query() {
-    Form().Query().QueryButton().click();
-    Pump();
-  }
+  static void Query() { test::Click(Form().Query().QueryButton()); }
   static QString Cell(int row, int column) {
     const QAbstractItemModel& model = *Form().Grid().model();
     return model.index(row, column).data().toString();
@@ -144,23 +105,18 @@ class HistoryTest : public test::MonitorTest {
 
 TEST_F(HistoryTest, FieldsTakeOnlyWhatALimitIsMadeOf) {
   QLineEdit& field = Limit(3);
-  Click(field);
+  test::Click(field);
   EXPECT_EQ(field.selectedText().toStdString(), kDontCare);
-  for (const char* key : {"2", "x", "-", "2", " ", "0", ",", "E", "5", ".", "\x16", "\r", "\t"})
-    Type(field, QString::fromLatin1(key));
+  test::Type(field, "2x-2 0,E5.\x16\r\t");
   EXPECT_EQ(field.text().toStdString(), "220,5.");
-  Type(field, QStringLiteral("\b"), Qt::Key_Backspace);
-  EXPECT_EQ(field.text().toStdString(), "220,5");
-
+  test::Type(field, "\b");
   const auto leave = [&field] {
-    QFocusEvent out(QEvent::FocusOut, Qt::TabFocusReason);
-    QApplication::sendEvent(&field, &out);
+    test::Tab(field, QEvent::FocusOut);
+    return field.text().toStdString();
   };
-  leave();
-  EXPECT_EQ(field.text().toStdString(), "220,5");
+  EXPECT_EQ(leave(), "220,5");
   field.clear();
-  leave();
-  EXPECT_EQ(field.text().toStdString(), kDontCare);
+  EXPECT_EQ(leave(), kDontCare);
 }
 
 TEST_F(HistoryTest, ShowsWhatTheQueryFindsAndKeepsItWhenALimitIsRefused) {
@@ -195,35 +151,24 @@ TEST_F(HistoryTest, ShowsWhatTheQueryFindsAndKeepsItWhenALimitIsRefused) {
 
 TEST_F(HistoryTest, ADayWithoutDataIsToldAndLeavesTheOldOne) {
   MonthCalendar& calendar = Form().Calendar();
-  Click(calendar, calendar.CellRect(CellOfDay(2026, 3, 9)).center());
+  test::Click(calendar, calendar.CellRect(CellOfDay(2026, 3, 9)).center());
   EXPECT_EQ(messages, std::vector{LangText[121] + "!"});
   Query();
   EXPECT_EQ(Form().Position(), "[20260310] 1/300");
 
-  Records.data->AppendTable({"20260309",
-                             {{"date", platform::FieldType::Date},
-                              {"In", platform::FieldType::Single},
-                              {"Out", platform::FieldType::Single},
-                              {"Load", platform::FieldType::Byte},
-                              {"Hz", platform::FieldType::Single},
-                              {"Bat", platform::FieldType::Byte},
-                              {"Temp", platform::FieldType::Single}}});
-  Click(calendar, calendar.CellRect(CellOfDay(2026, 3, 9)).center());
+  platform::TableDef empty{"20260309", {{"date", platform::FieldType::Date}}};
+  for (const char* value : {"In", "Out", "Load", "Hz", "Bat", "Temp"})
+    empty.fields.push_back({value, platform::FieldType::Single});
+  Records.data->AppendTable(empty);
+  test::Click(calendar, calendar.CellRect(CellOfDay(2026, 3, 9)).center());
   Query();
   EXPECT_EQ(Form().Position(), "[20260309] 0/0");
-  Click(Form().ExportButton());
+  test::Click(Form().ExportButton());
   EXPECT_EQ(asked.filters, "");  // Nothing to write, nothing asked.
 
   Records.data->DeleteTable("20260309");
   Query();
   EXPECT_EQ(messages.size(), 2U);
-}
-
-TEST_F(HistoryTest, RowsThatGoMeanwhileStayBlank) {
-  Query();
-  Records.data->DeleteTable("20260310");
-  EXPECT_EQ(Cell(7, 1).toStdString() + Cell(8, 1).toStdString(), "");
-  EXPECT_EQ(Form13::List1().size(), 1U);
 }
 
 TEST_F(HistoryTest, WhatTheUnitLacksIsHiddenAndNotExported) {
@@ -235,7 +180,7 @@ TEST_F(HistoryTest, WhatTheUnitLacksIsHiddenAndNotExported) {
   EXPECT_TRUE(Limit(4).isHidden() && Limit(11).isHidden());
   EXPECT_TRUE(Form().Query().JoiningWord(5).isHidden());
   EXPECT_FALSE(Limit(0).isHidden());
-  Click(Form().ExportButton());
+  test::Click(Form().ExportButton());
   EXPECT_TRUE(
       Exported().starts_with("date,Input voltage,Output voltage,Frequency,"
                              "Battery capacious,\r\n10:00:00,200,200,200,0,\r\n"));
@@ -249,7 +194,7 @@ TEST_F(HistoryTest, TheFileHoldsTheResultWithWhichTheExportBegan) {
     Query();
     Form().Grid().selectRow(5);
   };
-  Click(Form().ExportButton());
+  test::Click(Form().ExportButton());
   EXPECT_EQ(asked.filters, "CSV (*.csv)|*.csv|*.* (*.*)|*.*");
   EXPECT_EQ(asked.folder, Folder());
   EXPECT_EQ(asked.name, "20260310.csv");
@@ -268,27 +213,28 @@ TEST_F(HistoryTest, TheFileHoldsTheResultWithWhichTheExportBegan) {
 
 TEST_F(HistoryTest, AFileThatCannotBeWrittenIsTold) {
   Query();
-  for (const char* name : {"/nonexistent/day.csv", "/dev/full"}) {
+  for (const std::string& name : {Folder() + "/absent/day.csv", std::string("/dev/full")}) {
     messages.clear();
     fileName = name;
-    Click(Form().ExportButton());
+    test::Click(Form().ExportButton());
     EXPECT_EQ(messages, std::vector{LangText[59]}) << name;
     EXPECT_FALSE(Form().IsExporting());
   }
 }
 
-TEST_F(HistoryTest, AnExportWhoseRowsGoLeavesNoHalfFile) {
+TEST_F(HistoryTest, RowsThatGoMeanwhileStayBlankAndLeaveNoHalfFile) {
   Query();
   duringExport = [] { Records.data->DeleteTable("20260310"); };
-  Click(Form().ExportButton());
+  test::Click(Form().ExportButton());
   EXPECT_EQ(messages, std::vector{LangText[59]});
   EXPECT_FALSE(std::filesystem::exists(fileName));
+  EXPECT_EQ(Cell(7, 1).toStdString() + Cell(8, 1).toStdString(), "");
 }
 
 TEST_F(HistoryTest, AWindowThatGoesEndsItsExport) {
   Query();
   duringExport = [] { UnloadForm(Form2::kNumber); };
-  Click(Form().ExportButton());
+  test::Click(Form().ExportButton());
   EXPECT_FALSE(DataHistory().IsLoaded());
   EXPECT_FALSE(DataCenter.FormOpen[Form2::kNumber]);
   EXPECT_FALSE(std::filesystem::exists(fileName));

@@ -6,13 +6,17 @@
 #include <unistd.h>
 
 #include <QtWidgets>
+#include <filesystem>
 #include <fstream>
 #include <set>
 
+#include "core/configuration.h"
 #include "core/data_center.h"
 #include "core/error_list.h"
 #include "core/forms.h"
-#include "platform/events.h"
+#include "platform/database.h"
+#include "platform/open_document.h"
+#include "platform/paths.h"
 #include "records/databases.h"
 #include "records/events.h"
 #include "records/shutdown.h"
@@ -20,9 +24,10 @@
 #include "settings/language.h"
 #include "settings/language_picker.h"
 #include "settings/manuals.h"
+#include "settings/web_log.h"
 #include "support/fonts.h"
-#include "support/monitor_fixture.h"
 #include "support/serial_line.h"
+#include "support/windows.h"
 #include "views/dashboard.h"
 #include "views/kit/movable_panel.h"
 #include "views/kit/picture_button.h"
@@ -34,6 +39,8 @@
 
 namespace varek {
 namespace {
+
+using test::OpenWindows, test::Saying, test::FocusOf;
 
 constexpr int kLeastPixels = 10;     ///< of letters that can be read
 constexpr int kCaptionMargins = 72;  ///< beside the caption in a window's strip
@@ -168,28 +175,11 @@ bool IsStepBack(const QWidget* from, const QWidget* to) {
          step.x() < from->width() - 1;
 }
 
-void Press(QWidget* target, int key) {
-  for (const auto type : {QEvent::KeyPress, QEvent::KeyRelease}) {
-    QKeyEvent event(type, key, Qt::NoModifier);
-    QApplication::sendEvent(target, &event);
-  }
-  for (int i = 0; i < 3; ++i) platform::DoEvents();  // What opens or closes is laid out or gone.
-}
-
-/// Where the keys of a window go.
-QWidget* FocusOf(QWidget& window) { return window.focusWidget() ? window.focusWidget() : &window; }
-
-QList<QWidget*> OpenWindows() {
-  QList<QWidget*> windows = QApplication::topLevelWidgets();
-  windows.removeIf(
-      [](QWidget* each) { return !each->isVisible() || !dynamic_cast<WindowFrame*>(each); });
-  return windows;
-}
-
-std::function<void()> MenuItem(int item) {
-  return [item] {
+/// The item of the dashboard's menu that has this text.
+std::function<void()> Menu(size_t text) {
+  return [text] {
     ShowDashboard();
-    Press(Dashboard().Get().MenuItem(item), Qt::Key_Space);
+    test::Key(Saying(Dashboard().Get(), LangText[text]), Qt::Key_Space);
     UnloadForm(Form1::kNumber);
   };
 }
@@ -198,15 +188,15 @@ using Preparation = std::function<void(QWidget& window)>;
 Preparation Tab(int tab) {
   return [tab](QWidget& window) { window.findChild<QTabBar*>()->setCurrentIndex(tab); };
 }
-Preparation Click(const char* button) {
-  return [name = QString::fromLatin1(button)](QWidget& window) {
-    if (auto* days = window.findChild<QTableWidget*>()) days->selectRow(0);
-    window.findChild<QAbstractButton*>(name)->click();
+Preparation Click(size_t button) {
+  return [button](QWidget& window) {
+    window.findChild<QTableWidget*>()->selectRow(0);
+    Saying<QPushButton>(window, LangText[button]).click();
   };
 }
 void OpenSearch(QWidget&) { Dashboard().Get().Search().Open(); }
 void ChooseLast(QWidget& window) { window.findChild<QComboBox*>()->setCurrentIndex(1); }
-void ClickDay(QWidget& window) { Press(FocusOf(window), Qt::Key_Space); }
+void ClickDay(QWidget& window) { test::Key(FocusOf(window), Qt::Key_Space); }
 
 /// A window, and what brings out more of it.
 struct Walk {
@@ -218,29 +208,28 @@ const Walk kWalks[] = {
     {"search", ShowDashboard, OpenSearch},
     {"details", ShowDashboard, Tab(1)},
     {"control", ShowDashboard, Tab(2)},
-    {"language", MenuItem(0)},
-    {"settings", MenuItem(1)},
-    {"new entry", MenuItem(2), Click("NewEntry")},
-    {"delete entry", MenuItem(2), Click("Command5")},
-    {"event log", MenuItem(3), ClickDay},
-    {"history", MenuItem(4)},
-    {"oscilloscope", MenuItem(5)},
-    {"gateway 0", MenuItem(6)},
-    {"gateway 1", MenuItem(6), ChooseLast},
-    {"mail", MenuItem(7)},
-    {"web log", MenuItem(8)},
-    {"about", MenuItem(9)},
+    {"language", Menu(29)},
+    {"settings", Menu(248)},
+    {"new entry", Menu(80), Click(81)},
+    {"delete entry", Menu(80), Click(92)},
+    {"event log", Menu(204), ClickDay},
+    {"history", Menu(40)},
+    {"oscilloscope", Menu(74)},
+    {"gateway 0", Menu(165)},
+    {"gateway 1", Menu(165), ChooseLast},
+    {"mail", Menu(125)},
+    {"web log", Menu(30)},
+    {"about", Menu(226)},
     {"manuals", ShowManuals},
     {"system countdown", [] { StartSystemShutdown(5); }},
     {"ups countdown", [] { StartUPSShutdown(5, kNoRestart); }},
 };
 
-class LanguageWalk : public test::MonitorTest {
+class LanguageWalk : public test::WindowTest {
  protected:
   static void SetUpTestSuite() { ASSERT_TRUE(test::BringFonts()) << "run scripts/packages"; }
 
   LanguageWalk() {
-    test::InstallPictures(Folder());
     OpenDatabases();
     DataCenter.OutputVoltage = 220;
     DataCenter.HasLoad = DataCenter.HasTemperature = DataCenter.UseCelsius = kSet;
@@ -277,11 +266,11 @@ class LanguageWalk : public test::MonitorTest {
 void ExpectGoodTabOrder(QWidget& window, const std::string& where) {
   std::vector<QWidget*> ring;
   std::vector<std::string> back;
-  while (!std::ranges::count(ring, FocusOf(window))) {
-    QWidget* from = ring.emplace_back(FocusOf(window));
-    Press(from, Qt::Key_Tab);
-    if (IsStepBack(from, FocusOf(window)))
-      back.push_back(NameOf(from) + " to " + NameOf(FocusOf(window)));
+  while (!std::ranges::count(ring, &FocusOf(window))) {
+    QWidget* from = ring.emplace_back(&FocusOf(window));
+    test::Key(*from, Qt::Key_Tab);
+    if (IsStepBack(from, &FocusOf(window)))
+      back.push_back(NameOf(from) + " to " + NameOf(&FocusOf(window)));
   }
   EXPECT_LE(back.size(), 1U) << where << testing::PrintToString(back);
   for (QWidget* control : window.findChildren<QWidget*>())
@@ -297,16 +286,16 @@ TEST_F(LanguageWalk, EveryWindowIsWholeInEveryLanguage) {
       prepare(*OpenWindows().value(0));
       ChooseLanguage(static_cast<int16_t>(language));
       if (OpenWindows().isEmpty()) open();  // The choice closes the picker.
-      platform::DoEvents();
+      test::Settle();
       ASSERT_EQ(OpenWindows().size(), 1) << name;
       QWidget& window = *OpenWindows().front();
       ExpectGoodTexts(&window, static_cast<size_t>(language), name);
       window.resize(window.minimumSize());
-      platform::DoEvents();
+      test::Settle();
       ExpectGoodTexts(&window, static_cast<size_t>(language), std::string("small ") + name);
       ExpectGoodTabOrder(window, name);
       for (int layers = 4; layers > 0 && !OpenWindows().isEmpty(); --layers)  // The panels first.
-        Press(FocusOf(window), Qt::Key_Escape);
+        test::Key(FocusOf(window), Qt::Key_Escape);
       EXPECT_TRUE(OpenWindows().isEmpty()) << name;
     }
   }
@@ -334,7 +323,8 @@ std::string AskConsole() {
   return answer;
 }
 
-TEST_F(LanguageWalk, AChoiceReachesOpenWindowsAndTheNextRequest) {
+TEST_F(LanguageWalk, AChoiceIsKeptAndReachesOpenWindowsAndTheNextRequest) {
+  const char* const names[] = {"English", "繁體中文", "简体中文"};
   const char* const folders[] = {"httpEnglish", "httpBig5", "httpGB232"};
   for (const char* folder : folders) {
     std::filesystem::create_directory(Folder() + "/" + folder);
@@ -342,17 +332,71 @@ TEST_F(LanguageWalk, AChoiceReachesOpenWindowsAndTheNextRequest) {
   }
   DataCenter.WebPort = 0;
   StartWebConsole();
-  for (const int item : {1, 3, 4}) MenuItem(item)();
+  for (const size_t text : {248, 204, 40, 30, 226}) Menu(text)();
   ShowDashboard();
+  ShowManuals();
   for (const size_t language : {1, 2, 0}) {
     ShowLanguagePicker();
-    EXPECT_EQ(OpenWindows().size(), 5);
-    const auto pictures = LanguagePicker().Get().findChildren<QWidget*>(QStringLiteral("Picture1"));
-    Press(pictures.at(static_cast<qsizetype>(language)), Qt::Key_Space);
-    EXPECT_EQ(OpenWindows().size(), 4);
+    EXPECT_EQ(OpenWindows().size(), 8);
+    test::Click(Saying(LanguagePicker().Get(), names[language]));
+    EXPECT_EQ(OpenWindows().size(), 7);
     for (const QWidget* window : OpenWindows()) ExpectGoodTexts(window, language, "open");
     EXPECT_TRUE(AskConsole().ends_with(std::string("page of ") + folders[language] + "\r\n"));
+    DataCenter.LanguageIndex = -1;
+    ReadConfig();
+    EXPECT_EQ(DataCenter.LanguageIndex, static_cast<int>(language));
   }
+}
+
+TEST_F(LanguageWalk, TheWebLogShowsTheLoginsOfNow) {
+  const auto addLogin = [](const std::string& time, const std::string& address) {
+    const auto table = Records.event->OpenRecordset(kWebLogTable);
+    table->AddNew();
+    table->Set(0, time);
+    table->Set(1, address);
+    table->Update();
+  };
+  addLogin("2026-03-09 08:15:00", "192.168.1.20");
+  ShowWebLog();
+  const auto& grid = test::Nth<QTableWidget>(WebLog().Get());
+  ASSERT_EQ(grid.rowCount(), 1);
+  EXPECT_EQ(grid.item(0, 0)->text(), QStringLiteral("2026/03/09 08:15:00"));
+  addLogin("2026-03-10 09:00:00", "10.0.0.7");
+  ShowWebLog();
+  ASSERT_EQ(grid.rowCount(), 2);
+  EXPECT_EQ(grid.item(1, 1)->text(), QStringLiteral("10.0.0.7"));
+  Records.event->DeleteTable(kWebLogTable);
+  ShowWebLog();
+  EXPECT_EQ(grid.rowCount(), 0);
+  EXPECT_TRUE(WebLog().Get().isVisible());
+}
+
+TEST_F(LanguageWalk, AManualOpensOrTellsWhyNot) {
+  const std::string manual = Folder() + "/manual/Big5/web_console_manual.pdf";
+  std::filesystem::create_directories(Folder() + "/manual/Big5");
+  std::ofstream(manual) << "%PDF";
+  Loadlanguage(1);
+  std::vector<std::string> opened;
+  bool registered = false;
+  platform::ReplaceDocumentOpener([&](const std::string& path) {
+    opened.push_back(path);
+    return registered;
+  });
+  ShowManuals();
+  auto& list = test::Nth<QListWidget>(Manuals().Get());
+  const auto open = [&](int row) {
+    list.setCurrentRow(row);
+    Q_EMIT list.doubleClicked(list.currentIndex());
+    test::Settle();
+  };
+  open(0);
+  EXPECT_TRUE(opened.empty());
+  open(1);
+  registered = true;
+  open(1);
+  EXPECT_EQ(messages, (std::vector{LangText[307], LangText[308]}));
+  EXPECT_EQ(opened, (std::vector{manual, manual}));
+  platform::ReplaceDocumentOpener(nullptr);
 }
 
 }  // namespace
