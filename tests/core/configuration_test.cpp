@@ -126,6 +126,13 @@ TEST_F(ConfigurationTest, AShortFileFailsAndKeepsWhatWasRead) {
   EXPECT_EQ(DataCenter.BatLowUPSDelay, 14);
 }
 
+TEST_F(ConfigurationTest, AMissingFileMeansASearchAndTheFirstValues) {
+  ReadConfig();
+  EXPECT_EQ(messages, Lines{"LOAD CONFIG ERROR"});
+  WriteConfig();
+  EXPECT_EQ(Written().substr(0, 17), "T\n0\n5\n1\nC\n1888\nT\n");
+}
+
 TEST_F(ConfigurationTest, NoTextMovesTheLinesBehindItAndAFileThatHasSuchATextIsTold) {
   Write(Joined(FullFile()));
   std::ofstream(Path() + ".new") << "login";  // A killed writer has left it.

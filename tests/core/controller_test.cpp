@@ -6,10 +6,15 @@
 
 #include <optional>
 
+#include "core/configuration.h"
 #include "core/data_center.h"
+#include "link/port_search.h"
 #include "platform/database.h"
+#include "platform/paths.h"
+#include "platform/timers.h"
 #include "records/shutdown.h"
 #include "records/system_countdown.h"
+#include "support/hid_unit.h"
 #include "support/monitor_fixture.h"
 
 namespace varek {
@@ -45,6 +50,32 @@ TEST_F(ControllerTest, AnyErrorOnTheWayEndsTheStartInOrder) {
   EXPECT_EQ(messages.back(), "Initial Error!");
   EXPECT_EQ(EventRows(), (std::vector<int>{1, 2}));
   EXPECT_EQ(DataCenter.ExitInProgress, kSet);
+}
+
+TEST_F(ControllerTest, AFirstStartWithoutAUnitTakesUSBUnlessAPortIsChosenMeanwhile) {
+  Load();
+  EXPECT_EQ(platform::ReadWholeFile(Path("config.qmz")).substr(0, 6), "F\n800\n");
+  DataCenter.AutoSearchPort = kSet;
+  WriteConfig();
+  platform::Timer choose(
+      "choose", [] { SetPort(3); }, 3000);
+  Load();
+  EXPECT_EQ(platform::ReadWholeFile(Path("config.qmz")).substr(0, 4), "F\n3\n");
+}
+
+TEST_F(ControllerTest, ThePollsAndSamplesHaveTheirBeats) {
+  test::HidUnit unit(0xFFFF, 0);
+  Load();
+  clock.Advance(10'000);
+  unit.sent.clear();
+  const auto samples = [&] {
+    platform::Database database(Path("database/data.mdb"));
+    return database.OpenRecordset("20260310")->RecordCount();
+  };
+  const auto before = samples();
+  clock.Advance(20'000);
+  EXPECT_EQ(unit.sent.size(), 10U);
+  EXPECT_EQ(samples() - before, 20);
 }
 
 TEST_F(ControllerTest, TheStopWritesItsEventBeforeStorageCloses) {

@@ -106,12 +106,15 @@ TEST_F(DataCenterTest, AnUnknownLanguageKeepsTheFolder) {
 
 TEST_F(DataCenterTest, ALostLinkClearsReadingsButNoFlags) {
   DataCenter.InputVoltage = DataCenter.Frequency = DataCenter.RatingVoltage = 220;
+  DataCenter.Temperature = 28.5F;
+  DataCenter.UseCelsius = kSet;
   DataCenter.LoadPercent = DataCenter.RatingCurrent = 5;
   DataCenter.UPSVersion = "V1";
   DataCenter.Utility = DataCenter.UPStype = DataCenter.HasLoad = kSet;
   ClearLiveValues();
   EXPECT_EQ(GetInputVoltage() + GetRatingVoltage() + GetLoadPercent() + GetRatingCurrent(), 0);
   EXPECT_EQ(GetFrequency(), "0");
+  EXPECT_EQ(GetTemperature(), 0);
   EXPECT_EQ(GetUPSVersion(), "");
   EXPECT_TRUE(GetUtility() && GetUPStype() && GetHasLoad());
 }

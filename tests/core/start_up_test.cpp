@@ -3,17 +3,21 @@
 
 #include "core/start_up.h"
 
+#include <fcntl.h>
 #include <stdlib.h>
+#include <sys/file.h>
 #include <sys/socket.h>
 #include <sys/un.h>
 #include <unistd.h>
 
 #include <chrono>
 #include <filesystem>
+#include <fstream>
 #include <future>
 
 #include "core/controller.h"
 #include "core/data_center.h"
+#include "platform/paths.h"
 #include "platform/service.h"
 #include "platform/single_copy.h"
 #include "support/monitor_fixture.h"
@@ -27,7 +31,12 @@ using namespace std::chrono_literals;
 
 class StartUpTest : public test::MonitorTest {
  protected:
-  StartUpTest() { setenv("VAREK_ROOT", Folder().c_str(), 1); }
+  StartUpTest() {
+    setenv("VAREK_ROOT", Folder().c_str(), 1);
+    setenv("PATH", Folder().c_str(), 1);  // no service manager can be reached
+    platform::StopListening();
+    platform::ReleaseCopyLock();
+  }
   ~StartUpTest() override { setenv("VAREK_ROOT", "/nonexistent", 1); }
 
   std::string Entries() const { return Folder() + "/etc/xdg/autostart/"; }
@@ -35,7 +44,9 @@ class StartUpTest : public test::MonitorTest {
 
 TEST_F(StartUpTest, TheOldestSystemsGetBothEntriesAndGoOn) {
   EXPECT_EQ(HandleCommandLine("\\install", 1), StartUp::GoOn);
-  EXPECT_TRUE(std::filesystem::exists(Entries() + "Varek.desktop"));
+  EXPECT_NE(platform::ReadWholeFile(Entries() + "Varek.desktop")
+                .find("\nExec=\"/Varek\" \"\\\\\\\\M\"\n"),
+            std::string::npos);
   EXPECT_TRUE(std::filesystem::exists(Entries() + "Varek-services.desktop"));
   EXPECT_EQ(HandleCommandLine("\\close", 1), StartUp::End);
 }
@@ -45,6 +56,23 @@ TEST_F(StartUpTest, AnEntryThatCannotBeWrittenLetsTheNewestSystemsGoOn) {
   EXPECT_EQ(HandleCommandLine("\\install", 3), StartUp::GoOn);
   EXPECT_EQ(HandleCommandLine("\\install", 2), StartUp::Refused);
   EXPECT_EQ(HandleCommandLine("\\uninstall", 2), StartUp::End);
+}
+
+TEST_F(StartUpTest, WhereNoUnitCanBeWrittenAnEntryStartsTheProgram) {
+  std::ofstream(Folder() + "/etc") << "no folder";
+  EXPECT_EQ(HandleCommandLine("\\install", 2), StartUp::Refused);
+  std::filesystem::remove(Folder() + "/etc");
+  std::filesystem::create_directory(Folder() + "/etc");
+  std::ofstream(Folder() + "/etc/systemd") << "no folder";
+  EXPECT_EQ(HandleCommandLine("\\install", 2), StartUp::End);
+  EXPECT_TRUE(platform::IsFile(Entries() + "Varek.desktop"));
+}
+
+TEST_F(StartUpTest, TheServiceDoesNotTakeItsStarterForTheRunningCopy) {
+  EXPECT_EQ(HandleCommandLine("\\start", 2), StartUp::End);
+  const int lock = open((Folder() + "/.varek.lock").c_str(), O_RDWR);
+  EXPECT_EQ(flock(lock, LOCK_EX | LOCK_NB), 0);
+  close(lock);
 }
 
 TEST_F(StartUpTest, AServiceTellsItsManagerHowThingsStand) {
