@@ -18,7 +18,8 @@ namespace {
 namespace fs = std::filesystem;
 
 constexpr size_t kProgramTexts = 315;  ///< those behind them are the sidecars'
-constexpr size_t kColumns = 4;         ///< number, English, traditional Chinese, simplified Chinese
+constexpr size_t kColumns = 5;         ///< number, name and the three languages
+constexpr size_t kFirstLanguage = 2;
 
 std::string ReadFile(const fs::path& path) {
   std::ifstream file(path, std::ios::binary);
@@ -75,7 +76,7 @@ void FillTexts(SQLite::Database& database, const fs::path& textsPath) {
   SQLite::Statement insert(database, "INSERT INTO LangData VALUES (?,?,?,?)");
   for (const auto& columns : ReadTexts(textsPath)) {
     insert.bind(1, std::stoi(columns[0]));
-    for (size_t i = 1; i < kColumns; ++i) insert.bind(static_cast<int>(i) + 1, columns[i]);
+    for (size_t i = kFirstLanguage; i < kColumns; ++i) insert.bind(static_cast<int>(i), columns[i]);
     insert.exec();
     insert.reset();
   }

@@ -3,7 +3,7 @@
 #
 #   {{>name}}   the file parts/name
 #   {{key}}     a text of the language, from english.txt, traditional.txt or simplified.txt
-#   {{#12}}     a text of the program by its number, so that window and page say the same
+#   {{#Cancel}} a text of the program by its name, so that window and page say the same
 #   {{!...}}    a remark, left out
 #   {{palette}} the colours of the windows, as style properties
 #   {{version}} of the program
@@ -15,7 +15,7 @@ cmake_minimum_required(VERSION 3.25)
 function(read_texts language column)
   file(STRINGS ${TEXTS} lines ENCODING UTF-8 REGEX "^[0-9]")
   foreach(line IN LISTS lines)
-    string(REGEX MATCH "^([0-9]+)\t([^\t]*)\t([^\t]*)\t([^\t]*)$" found "${line}")
+    string(REGEX MATCH "^[0-9]+\t([^\t]*)\t([^\t]*)\t([^\t]*)\t([^\t]*)$" found "${line}")
     set(text_n${CMAKE_MATCH_1} "${CMAKE_MATCH_${column}}" PARENT_SCOPE)
   endforeach()
   file(STRINGS ${PAGES}/${language}.txt lines ENCODING UTF-8)
@@ -53,7 +53,7 @@ endfunction()
 
 function(put_in_texts variable name)
   set(page "${${variable}}")
-  string(REGEX MATCHALL "{{#?[a-z0-9_]+}}" markers "${page}")
+  string(REGEX MATCHALL "{{#?[A-Za-z0-9_]+}}" markers "${page}")
   list(REMOVE_DUPLICATES markers)
   foreach(marker IN LISTS markers)
     string(REGEX REPLACE "[{}]" "" key "${marker}")

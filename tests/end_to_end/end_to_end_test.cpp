@@ -195,7 +195,7 @@ std::string EventName(int type, int language) {
   constexpr int kTextOfNoEvent = 130;
   const std::string number = std::to_string(kTextOfNoEvent + type) + "\t";
   for (const auto& line : Split(ReadFile(ASSETS "/language/texts.tsv"), '\n')) {
-    if (line.starts_with(number)) return Split(line + "\t", '\t').at(1 + language);
+    if (line.starts_with(number)) return Split(line + "\t", '\t').at(2 + language);
   }
   return "";
 }
