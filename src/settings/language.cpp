@@ -20,22 +20,44 @@ constexpr char kFile[] = "\\database\\LangData.mdb";
 constexpr int kLanguageForm = 7;
 constexpr int kLastView = 17;
 
-constexpr std::array<int, 12> kEventTexts{131, 132, 133, 134, 135, 136,
-                                          137, 138, 139, 140, 141, 142};
-constexpr std::array<int, 9> kStageTexts{166, 167, 168, 169, 170, 171, 172, 173, 174};
-constexpr std::array<int, 9> kActionNames{95, 96, 3, 97, 98, 99, 100, 101, 112};
-constexpr std::array<int, 4> kDeleteButtons{106, 91, 93, 94};
-constexpr std::array<int, 18> kSettingsMessages{244, 245, 246, 247, 290, 291, 292, 294, 295,
-                                                296, 297, 298, 299, 300, 301, 302, 313, 314};
+constexpr std::array<size_t, 9> kActionNames{
+    texts::kActionShortTest,   texts::kActionTestUntilLow,     texts::kCancelTest,
+    texts::kActionShutDownUps, texts::kActionRestartUps,       texts::kActionShutDownBoth,
+    texts::kActionRestartBoth, texts::kActionShutDownComputer, texts::kCancelledOnDate};
+constexpr std::array<size_t, 4> kDeleteButtons{texts::kDeleteWhole, texts::kDeleteThisDate,
+                                               texts::kDeleteWeekly, texts::kDeleteMonthly};
+constexpr std::array<size_t, 18> kSettingsMessages{texts::kLoginPasswordsDiffer,
+                                                   texts::kControlPasswordsDiffer,
+                                                   texts::kNoUpsOnAnyPort,
+                                                   texts::kWebChangesAtNextStart,
+                                                   texts::kScheduleDelaysWrong,
+                                                   texts::kMainsDelaysWrong,
+                                                   texts::kBatteryDelaysWrong,
+                                                   texts::kWebPortOutOfRange,
+                                                   texts::kLoginPasswordTooShort,
+                                                   texts::kControlPasswordTooShort,
+                                                   texts::kComputerDelayOutOfRange,
+                                                   texts::kUpsDelayOutOfRange,
+                                                   texts::kMainsComputerDelayOutOfRange,
+                                                   texts::kMainsUpsDelayOutOfRange,
+                                                   texts::kBatteryUpsDelayOutOfRange,
+                                                   texts::kBatteryComputerDelayOutOfRange,
+                                                   texts::kRunsAsProgram,
+                                                   texts::kRunsAsService};
 
 template <size_t N>
-void CopyTexts(const std::array<int, N>& numbers, std::array<std::string, N>& texts) {
-  for (size_t i = 0; i < N; ++i) texts[i] = LangText[static_cast<size_t>(numbers[i])];
+void CopyTexts(const std::array<size_t, N>& numbers, std::array<std::string, N>& texts) {
+  for (size_t i = 0; i < N; ++i) texts[i] = LangText[numbers[i]];
+}
+
+template <size_t N>
+void CopyRange(size_t first, std::array<std::string, N>& texts) {
+  for (size_t i = 0; i < N; ++i) texts[i] = LangText[first + i];
 }
 
 void CopySharedTexts() {
-  CopyTexts(kEventTexts, EventText);
-  CopyTexts(kStageTexts, StageText);
+  CopyRange(texts::kEventMonitorStarted, EventText);
+  CopyRange(texts::kStateNormal, StageText);
   CopyTexts(kActionNames, ActionName);
   CopyTexts(kDeleteButtons, DeleteButtonText);
   CopyTexts(kSettingsMessages, SettingsMessage);

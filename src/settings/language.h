@@ -1,10 +1,12 @@
 // The numbered texts of the program in the present language, and the named arrays that are filled
 // from them. The texts themselves lie in the table LangData; their numbers are the same in every
-// language and are listed with their uses in assets/language/texts.tsv.
+// language. They are named, and listed with their uses, in assets/language/texts.tsv.
 #pragma once
 
 #include <array>
 #include <string>
+
+#include "texts/text_numbers.h"
 
 namespace varek {
 
