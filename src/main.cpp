@@ -13,8 +13,6 @@
 
 namespace {
 
-constexpr size_t kOkText = 122;
-
 /// All that stands behind the program's name.
 std::string CommandLine(int argc, char** argv) {
   std::string line;
@@ -33,7 +31,7 @@ void ListError(const std::string& place, int number, const std::string& descript
 int main(int argc, char** argv) {
   platform::Application application(argc, argv);
   platform::SetErrorSink(ListError, varek::TellOver);
-  varek::DressMessageBoxes([] { return varek::LangText[kOkText]; });
+  varek::DressMessageBoxes([] { return varek::LangText[varek::texts::kOk]; });
   const varek::StartUp rights = varek::CheckRights(CommandLine(argc, argv));
   if (rights != varek::StartUp::GoOn) return rights == varek::StartUp::End ? 0 : 1;
   varek::Form12 controller;

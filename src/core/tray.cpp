@@ -68,7 +68,8 @@ void SetTrayActions(std::function<void()> showProgram, std::function<void()> end
 void ApplyTrayLanguage() {
   platform::SetTrayActions({
       .doubleClick = SHOWPROGRAM,
-      .menu = {{Caption(176, "顯示"), SHOWPROGRAM}, {Caption(177, "結束程式"), ENDPROG}},
+      .menu = {{Caption(texts::kShow, "顯示"), SHOWPROGRAM},
+               {Caption(texts::kExit, "結束程式"), ENDPROG}},
   });
 }
 

@@ -20,8 +20,6 @@ namespace varek {
 
 namespace {
 
-constexpr size_t kCancelText = 83;
-constexpr size_t kRemainingText = 216;
 constexpr int kMinimumWidth = 300;
 constexpr int kMargin = 18;
 constexpr int kRemainingPixels = 14;
@@ -108,8 +106,8 @@ void CountdownWindow::SetCaption(const std::string& text) {
 void CountdownWindow::ApplyLanguage(size_t number) {
   if (LangText[number].empty()) return;
   SetCaption(LangText[number]);
-  impl_->frame.button.setText(QString::fromStdString(LangText[kCancelText]));
-  impl_->frame.remaining.setText(QString::fromStdString(LangText[kRemainingText]));
+  impl_->frame.button.setText(QString::fromStdString(LangText[texts::kCancel]));
+  impl_->frame.remaining.setText(QString::fromStdString(LangText[texts::kTimeRemaining]));
 }
 
 void CountdownWindow::SetLabel(const std::string& text) {

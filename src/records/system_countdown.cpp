@@ -8,13 +8,13 @@
 #include "platform/system.h"
 #include "platform/text.h"
 #include "records/events.h"
+#include "texts/text_numbers.h"
 
 namespace varek {
 
 namespace {
 constexpr int kTick = 1000;
 constexpr int kAutosaveSeconds = 120;
-constexpr size_t kCaptionText = 213;
 constexpr char kShutdownPlace[] = "form10 system shutdown";
 
 void StartShutdownCommand() {
@@ -39,7 +39,7 @@ Form10::Form10()
 
 Form10::~Form10() { DataCenter.FormOpen[kNumber] = kClear; }
 
-void Form10::ApplyLanguage() { window_.ApplyLanguage(kCaptionText); }
+void Form10::ApplyLanguage() { window_.ApplyLanguage(texts::kComputerCountdownCaption); }
 
 void Form10::SysShuntDown(int minutes) {
   Timer1.SetInterval(kTick);

@@ -9,6 +9,7 @@
 #include "platform/text.h"
 #include "records/events.h"
 #include "records/shutdown.h"
+#include "texts/text_numbers.h"
 
 namespace varek {
 
@@ -19,7 +20,6 @@ constexpr int kPumpMilliseconds = 10;
 constexpr int kOrderTick = 100;
 /// Two full turns of the poll cycle, for "C" and for "S", and a reserve.
 constexpr int64_t kOrderPatience = 5000;
-constexpr size_t kCaptionText = 214;
 
 /// Calls of SetUPSShuntDown that are on the stack.
 int preparations = 0;
@@ -58,7 +58,7 @@ Form11::Form11()
 
 Form11::~Form11() { DataCenter.FormOpen[kNumber] = kClear; }
 
-void Form11::ApplyLanguage() { window_.ApplyLanguage(kCaptionText); }
+void Form11::ApplyLanguage() { window_.ApplyLanguage(texts::kUpsCountdownCaption); }
 
 void SetUPSShuntDown(int minutes, int restartMinutes) {
   static int32_t requests = 0;

@@ -15,7 +15,6 @@ constexpr int kMinutesPerDay = 24 * 60;
 constexpr int kLongestRestart = 9999;
 constexpr int kMostRestartDays = 6;
 constexpr size_t kNoteLength = 6;  ///< a digit of days, then "hh:mm"
-constexpr size_t kRestartRefused = 263;
 constexpr char kEditRefused[] = "時間設定錯誤";
 /// In the order of the recurrence list.
 constexpr std::string_view kRecurrenceLetters = "NDWM";
@@ -133,7 +132,7 @@ std::string RestartNote(int restartDays, const std::string& restartTime) {
 }
 
 std::string SaveNewEntry(const ScheduleForm& form, const SelectedDay& day) {
-  if (!RestartFits(form, 1)) return LangText[kRestartRefused];
+  if (!RestartFits(form, 1)) return LangText[texts::kRestartOutOfRange];
   const ScheduleEntry entry = Described(form, day);
   addschdeule(entry.date, entry.time, entry.event, entry.rept, entry.note);
   ReloadRunList();

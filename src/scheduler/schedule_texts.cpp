@@ -7,13 +7,6 @@ namespace varek {
 
 namespace {
 
-// Numbers in the language table.
-constexpr size_t kOnce = 102;
-constexpr size_t kDaily = 103;
-constexpr size_t kSunday = 113;
-constexpr size_t kMonthDay = 120;
-constexpr size_t kSameDay = 147;
-
 constexpr size_t kDaysOfWeek = 7;
 
 /// The text of a digit 0 to 6 in a table of seven that begins at `first`; else empty.
@@ -25,7 +18,7 @@ std::string SevenTexts(size_t first, char digit) {
 /// The template shows with a "0" where the day goes.
 std::string MonthDayText(const std::string& day) {
   std::string text;
-  for (char c : LangText[kMonthDay]) text += c == '0' ? day : std::string(1, c);
+  for (char c : LangText[texts::kRepeatMonthDay]) text += c == '0' ? day : std::string(1, c);
   return text;
 }
 
@@ -39,18 +32,18 @@ std::string EventCodeText(const std::string& code) {
 
 std::string NoteText(const std::string& note) {
   if (note.empty()) return {};
-  return note.substr(1) + SevenTexts(kSameDay, note[0]);
+  return note.substr(1) + SevenTexts(texts::kRestartSameDay, note[0]);
 }
 
 std::string ReptText(const std::string& rept) {
   const std::string number(platform::Middle(rept, 2));
   switch (rept.empty() ? '\0' : rept[0]) {
     case 'N':
-      return LangText[kOnce];
+      return LangText[texts::kRepeatOnce];
     case 'D':
-      return LangText[kDaily];
+      return LangText[texts::kRepeatDaily];
     case 'W':
-      return number.empty() ? std::string() : SevenTexts(kSunday, number[0]);
+      return number.empty() ? std::string() : SevenTexts(texts::kRepeatSunday, number[0]);
     case 'M':
       return MonthDayText(number);
     default:

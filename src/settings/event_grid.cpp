@@ -25,7 +25,8 @@ constexpr int kEnableWidth = 70;
 constexpr int kBoxInset = 2;  ///< pixels, of the edit box from the cell's left and top edge
 constexpr int kGridLine = 1;
 
-constexpr std::array<size_t, kColumnCount> kHeadings{143, 144, 145};
+constexpr std::array<size_t, kColumnCount> kHeadings{
+    texts::kNotifyHeadEvent, texts::kNotifyHeadSend, texts::kNotifyHeadText};
 
 QString Enabled() { return QStringLiteral("YES"); }
 

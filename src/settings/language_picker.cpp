@@ -9,8 +9,6 @@ namespace varek {
 
 namespace {
 
-constexpr size_t kCaptionText = 29;
-
 /// For readers of the screen; the pictures show the same.
 constexpr const char* kNames[] = {"English", "繁體中文", "简体中文"};
 
@@ -64,7 +62,7 @@ Form7::~Form7() { DataCenter.FormOpen[kNumber] = kClear; }
 
 void Form7::ApplyLanguage() {
   ViewWindow::ApplyLanguage();
-  SetCaption(QString::fromStdString(LangText[kCaptionText]));
+  SetCaption(QString::fromStdString(LangText[texts::kLanguageCaption]));
 }
 
 /// The pictures keep their size, one below the other in the middle.

@@ -6,23 +6,9 @@
 
 #include "platform/text.h"
 #include "records/notification.h"
+#include "texts/text_numbers.h"
 
 namespace varek {
-
-namespace {
-
-constexpr size_t kCaptionText = 125;
-constexpr size_t kServerText = 126;
-constexpr size_t kSenderNameText = 127;
-constexpr size_t kSenderAddressText = 128;
-constexpr size_t kRecipientNameText = 129;
-constexpr size_t kRecipientAddressText = 130;
-constexpr size_t kSubjectText = 161;
-constexpr size_t kEventsText = 162;
-constexpr size_t kSubjectHint = 163;
-constexpr size_t kTestHint = 164;
-
-}  // namespace
 
 FormSlot<Form5>& MailSettings() {
   static FormSlot<Form5> slot(Form5::kNumber);
@@ -32,19 +18,21 @@ FormSlot<Form5>& MailSettings() {
 void ShowMailSettings() { MailSettings().Get().ShowAndRaise(); }
 
 Form5::Form5()
-    : NotificationWindow({kNumber, kCaptionText, kEventsText, DataCenter.MailEventEnable,
-                          DataCenter.MailEventText}) {
-  Text1 = AddField("Text1", AddCaption(kServerText), DataCenter.MailServer, 0, 0);
-  Text3 = AddField("Text3", AddCaption(kSenderNameText), DataCenter.MailSenderName, 1, 0);
-  Text2 = AddField("Text2", AddCaption(kSenderAddressText), DataCenter.MailSenderAddress, 1, 2);
-  Text5 = AddField("Text5", AddCaption(kRecipientNameText), DataCenter.MailRecipientName, 2, 0);
-  Text4 =
-      AddField("Text4", AddCaption(kRecipientAddressText), DataCenter.MailRecipientAddress, 2, 2);
-  Text6 = AddField("Text6", AddCaption(kSubjectText), DataCenter.MailSubject, 3, 0);
-  Fields().addWidget(AddHint(kSubjectHint), 3, 2, 1, 2);
+    : NotificationWindow({kNumber, texts::kMailCaption, texts::kMailEvents,
+                          DataCenter.MailEventEnable, DataCenter.MailEventText}) {
+  Text1 = AddField("Text1", AddCaption(texts::kMailServer), DataCenter.MailServer, 0, 0);
+  Text3 = AddField("Text3", AddCaption(texts::kMailSenderName), DataCenter.MailSenderName, 1, 0);
+  Text2 =
+      AddField("Text2", AddCaption(texts::kMailSenderAddress), DataCenter.MailSenderAddress, 1, 2);
+  Text5 =
+      AddField("Text5", AddCaption(texts::kMailRecipientName), DataCenter.MailRecipientName, 2, 0);
+  Text4 = AddField("Text4", AddCaption(texts::kMailRecipientAddress),
+                   DataCenter.MailRecipientAddress, 2, 2);
+  Text6 = AddField("Text6", AddCaption(texts::kMailSubject), DataCenter.MailSubject, 3, 0);
+  Fields().addWidget(AddHint(texts::kMailSubjectHint), 3, 2, 1, 2);
   Fields().setColumnStretch(1, 2);
   Fields().setColumnStretch(3, 3);
-  AddFootnote(kTestHint);
+  AddFootnote(texts::kMailTestHint);
   CompleteControls();
 }
 

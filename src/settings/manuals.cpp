@@ -21,17 +21,13 @@ constexpr int kMargin = 12;
 constexpr int kLineSpacing = 3;
 constexpr QSize kButtonSize{110, 30};
 
-constexpr size_t kCloseText = 303;
-constexpr size_t kCaptionText = 306;
-constexpr size_t kMissingText = 307;
-constexpr size_t kNoProgramText = 308;
-
 struct Manual {
   size_t file;  ///< text number of the path below the program folder
   size_t title;
 };
 
-constexpr std::array<Manual, 2> kManuals{{{309, 311}, {310, 312}}};
+constexpr std::array<Manual, 2> kManuals{{{texts::kUserManualFile, texts::kUserManualTitle},
+                                          {texts::kWebManualFile, texts::kWebManualTitle}}};
 
 QString Text(size_t number) { return QString::fromStdString(LangText[number]); }
 
@@ -67,11 +63,11 @@ Form17::Form17()
 
 void Form17::ApplyLanguage() {
   ViewWindow::ApplyLanguage();
-  SetCaption(Text(kCaptionText));
-  List1->setAccessibleName(Text(kCaptionText));
+  SetCaption(Text(texts::kManualsCaption));
+  List1->setAccessibleName(Text(texts::kManualsCaption));
   for (size_t i = 0; i < kManuals.size(); ++i)
     List1->item(static_cast<int>(i))->setText(Text(kManuals[i].title));
-  Picture6->SetText(Text(kCloseText));
+  Picture6->SetText(Text(texts::kAboutClose));
 }
 
 void Form17::Form_Resize() {
@@ -92,9 +88,9 @@ void Form17::showpdf(int index) {
     case platform::OpenResult::Opened:
       return;
     case platform::OpenResult::FileMissing:
-      return Tell(LangText[kMissingText]);
+      return Tell(LangText[texts::kManualMissing]);
     case platform::OpenResult::NoProgram:
-      return Tell(LangText[kNoProgramText]);
+      return Tell(LangText[texts::kManualNoProgram]);
   }
 }
 

@@ -31,11 +31,6 @@ constexpr int kMargin = 12;
 constexpr QSize kButtonSize{150, 32};
 constexpr int kButtonEdges = 10;  ///< padding and border, above and below
 
-constexpr size_t kToggleHint = 187;
-constexpr size_t kEditHint = 188;
-constexpr size_t kTestText = 146;
-constexpr size_t kOkText = 261;
-constexpr size_t kWaitText = 241;
 constexpr int kTestInterval = 200;
 
 QString Text(size_t number) { return QString::fromStdString(LangText[number]); }
@@ -94,8 +89,8 @@ void NotificationWindow::LayoutControls() {
   column->addWidget(AddCaption(settings_.eventsText));
   column->addWidget(MSFlexGrid1, 1);
   column->addLayout(footnotes_);
-  AddFootnote(kToggleHint);
-  AddFootnote(kEditHint);
+  AddFootnote(texts::kNotifyToggleHint);
+  AddFootnote(texts::kNotifyEditHint);
   column->addLayout(buttons);
 }
 
@@ -143,7 +138,7 @@ void NotificationWindow::ApplyLanguage() {
   MSFlexGrid1->ApplyLanguage();
   MSFlexGrid1->setAccessibleName(Text(settings_.eventsText));
   ShowTestState();
-  Command2->setText(Text(kOkText));
+  Command2->setText(Text(texts::kSettingsOk));
 }
 
 void NotificationWindow::ShowSettings() {
@@ -189,7 +184,7 @@ void NotificationWindow::Picture3_Click() {
 
 void NotificationWindow::ShowTestState() {
   const bool running = platform::IsRunning(LastTest(settings_.form));
-  Picture3->SetText(Text(running ? kWaitText : kTestText));
+  Picture3->SetText(Text(running ? texts::kPleaseWait : texts::kNotifySendTest));
   testTimer_.SetInterval(running ? kTestInterval : 0);
 }
 

@@ -9,24 +9,12 @@
 #include "platform/message_box.h"
 #include "records/notification.h"
 #include "settings/sms_text.h"
+#include "texts/text_numbers.h"
 #include "views/kit/choice_list.h"
 
 namespace varek {
 
 namespace {
-
-constexpr size_t kCaptionText = 165;
-constexpr size_t kGatewayText = 179;
-constexpr size_t kAccountText = 180;
-constexpr size_t kPasswordText = 181;
-constexpr size_t kNumberText = 182;
-constexpr size_t kNumberHint = 183;
-constexpr size_t kGatewayHint = 184;
-constexpr size_t kApiIdHint = 185;
-constexpr size_t kEventsText = 186;
-constexpr size_t kPasswordHint = 189;
-constexpr size_t kChargeHint = 190;
-constexpr size_t kLimitHint = 212;
 
 /// By the number that the sender knows them by.
 constexpr std::array<const char*, 2> kGateways{"www.every8d.com", "www.clickatell.com"};
@@ -42,12 +30,12 @@ FormSlot<Form9>& SmsSettings() {
 void ShowSmsSettings() { SmsSettings().Get().ShowAndRaise(); }
 
 Form9::Form9()
-    : NotificationWindow({kNumber, kCaptionText, kEventsText, DataCenter.SmsEventEnable,
+    : NotificationWindow({kNumber, texts::kSmsCaption, texts::kSmsEvents, DataCenter.SmsEventEnable,
                           DataCenter.SmsEventText}) {
   MakeGateway();
   MakeFields();
-  AddFootnote(kLimitHint);
-  AddFootnote(kChargeHint);
+  AddFootnote(texts::kSmsLimitHint);
+  AddFootnote(texts::kSmsChargeHint);
   connect(Grid().Text7(), &QLineEdit::textChanged, this,
           [this] { platform::Guarded("form9 Text7_Change", [this] { Text7_Change(); }); });
   CompleteControls();
@@ -57,24 +45,24 @@ void Form9::MakeGateway() {
   Combo1 = new ChoiceList(Client());
   Combo1->setObjectName(QStringLiteral("Combo1"));
   for (const char* address : kGateways) Combo1->addItem(QString::fromLatin1(address));
-  QLabel* caption = AddCaption(kGatewayText);
+  QLabel* caption = AddCaption(texts::kSmsGateway);
   caption->setBuddy(Combo1);
   Fields().addWidget(caption, 0, 0);
   Fields().addWidget(Combo1, 0, 1);
-  Fields().addWidget(AddHint(kGatewayHint), 0, 2);
+  Fields().addWidget(AddHint(texts::kSmsGatewayHint), 0, 2);
   connect(Combo1, &QComboBox::currentIndexChanged, this,
           [this] { platform::Guarded("form9 Combo1_Click", [this] { Combo1_Click(); }); });
 }
 
 void Form9::MakeFields() {
-  Text3 = AddField("Text3", AddCaption(kAccountText), DataCenter.SmsAccount, 1, 0);
-  Text5 = AddField("Text5", AddCaption(kPasswordText), DataCenter.SmsPassword, 2, 0);
-  Fields().addWidget(AddHint(kPasswordHint), 2, 2);
-  Text6 = AddField("Text6", AddCaption(kNumberText), DataCenter.SmsNumber, 3, 0);
-  Fields().addWidget(AddHint(kNumberHint), 3, 2);
+  Text3 = AddField("Text3", AddCaption(texts::kSmsAccount), DataCenter.SmsAccount, 1, 0);
+  Text5 = AddField("Text5", AddCaption(texts::kSmsPassword), DataCenter.SmsPassword, 2, 0);
+  Fields().addWidget(AddHint(texts::kSmsPasswordHint), 2, 2);
+  Text6 = AddField("Text6", AddCaption(texts::kSmsNumber), DataCenter.SmsNumber, 3, 0);
+  Fields().addWidget(AddHint(texts::kSmsNumberHint), 3, 2);
   auto* caption = new QLabel(QStringLiteral("api_id"), Client());
   Text1 = AddField("Text1", caption, DataCenter.SmsApiId, 4, 0);
-  QLabel* hint = AddHint(kApiIdHint);
+  QLabel* hint = AddHint(texts::kSmsApiIdHint);
   Fields().addWidget(hint, 4, 2);
   apiIdRow_ = {caption, Text1, hint};
   Fields().setColumnStretch(1, 1);

@@ -48,22 +48,8 @@ constexpr int kDigitsWidth = 64;
 constexpr int kWheelStep = 30;
 constexpr int kWheelNotch = 120;
 
-constexpr size_t kCaptionText = 248;
-constexpr size_t kPortText = 249;
-constexpr size_t kSearchText = 250;
-constexpr size_t kWebText = 251;
-constexpr size_t kWebPortText = 252;
-constexpr size_t kFirstPasswordText = 253;
-constexpr size_t kFirstScheduleText = 257;
-constexpr size_t kMainsText = 259;
-constexpr size_t kBatteryText = 260;
-constexpr size_t kOkText = 261;
-constexpr size_t kAutoSaveText = 262;
-constexpr std::array<size_t, 2> kDelayTexts{265, 266};
-constexpr size_t kPopupText = 267;
-constexpr size_t kCelsiusText = 268;
-constexpr size_t kFahrenheitText = 269;
-constexpr size_t kUnitText = 289;
+constexpr std::array<size_t, 2> kDelayTexts{texts::kSettingsComputerAfter,
+                                            texts::kSettingsUpsAfter};
 
 // Messages.
 constexpr auto kWarning = platform::MessageIcon::Exclamation;
@@ -81,8 +67,8 @@ struct SwitchedDelays {
   std::array<size_t, 2> checks;
   std::array<size_t, 2> boxes;
 };
-constexpr SwitchedDelays kSwitchedDelays[] = {{kMainsText, {0, 1}, {6, 7}},
-                                              {kBatteryText, {2, 3}, {9, 8}}};
+constexpr SwitchedDelays kSwitchedDelays[] = {{texts::kSettingsOnMainsFailure, {0, 1}, {6, 7}},
+                                              {texts::kSettingsOnBatteryLow, {2, 3}, {9, 8}}};
 
 QString Text(size_t number) { return QString::fromStdString(LangText[number]); }
 
@@ -186,22 +172,22 @@ void Form14::MakePort() {
                                      [this] { Picture1_Click(); }),
                    "Picture1");
   Picture1->setFixedSize(kSearchSize);
-  AddRow(panel, new QLabel(panel), Combo1, kPortText);
+  AddRow(panel, new QLabel(panel), Combo1, texts::kSettingsPort);
   GridOf(panel)->addWidget(Picture1, 0, 2);
 }
 
 void Form14::MakeWeb() {
-  Check1 = AddCheck("Check1", kWebText);
+  Check1 = AddCheck("Check1", texts::kSettingsWebOn);
   QFrame* panel = AddPanel(1);
   Text1 = MakeDigitsBox(panel, "Text1", '1', 4);
-  AddRow(panel, new QLabel(panel), Text1, kWebPortText);
+  AddRow(panel, new QLabel(panel), Text1, texts::kSettingsWebPort);
 }
 
 void Form14::MakePasswords() {
   for (size_t i = 0; i < 4; ++i) {
     QFrame* panel = AddPanel(1);
     Text2[i] = MakePasswordBox(panel);
-    AddRow(panel, new QLabel(panel), Text2[i], kFirstPasswordText + i);
+    AddRow(panel, new QLabel(panel), Text2[i], texts::kSettingsLoginPassword + i);
   }
 }
 
@@ -209,7 +195,7 @@ void Form14::MakeDelays() {
   for (const size_t i : {0, 1}) {
     QFrame* panel = AddPanel(1);
     Text2[4 + i] = MakeDigitsBox(panel, "Text2", '0', 2);
-    AddRow(panel, new QLabel(panel), Text2[4 + i], kFirstScheduleText + i);
+    AddRow(panel, new QLabel(panel), Text2[4 + i], texts::kSettingsComputerDelay + i);
   }
   for (const auto& [heading, checks, boxes] : kSwitchedDelays) {
     QFrame* panel = AddPanel(3);
@@ -223,19 +209,19 @@ void Form14::MakeDelays() {
 }
 
 void Form14::MakeSwitches() {
-  Check2 = AddCheck("Check2", kAutoSaveText);
-  Check4 = AddCheck("Check4", kPopupText);
+  Check2 = AddCheck("Check2", texts::kSettingsAutosave);
+  Check4 = AddCheck("Check4", texts::kSettingsPopup);
 }
 
 void Form14::MakeUnits() {
   QFrame* panel = AddPanel(1);
   Option1 = Named(new QRadioButton(panel), "Option1");
   Option2 = Named(new QRadioButton(panel), "Option2");
-  AddRow(panel, new QLabel(panel), nullptr, kUnitText);
+  AddRow(panel, new QLabel(panel), nullptr, texts::kSettingsTemperatureUnit);
   GridOf(panel)->addWidget(Option1, 0, 1);
   GridOf(panel)->addWidget(Option2, 0, 2);
-  captions_.push_back({Option1, nullptr, kCelsiusText});
-  captions_.push_back({Option2, nullptr, kFahrenheitText});
+  captions_.push_back({Option1, nullptr, texts::kSettingsCelsius});
+  captions_.push_back({Option2, nullptr, texts::kSettingsFahrenheit});
 }
 
 void Form14::MakeScrollBar() {
@@ -273,13 +259,13 @@ void Form14::FollowChanges() {
 
 void Form14::ApplyLanguage() {
   ViewWindow::ApplyLanguage();
-  SetCaption(Text(kCaptionText));
+  SetCaption(Text(texts::kSettingsCaption));
   for (const Caption& caption : captions_) {
     caption.control->setProperty("text", Text(caption.text));
     if (caption.field) caption.field->setAccessibleName(Text(caption.text));
   }
-  Picture1->SetText(Text(kSearchText));
-  Picture6->SetText(Text(kOkText));
+  Picture1->SetText(Text(texts::kSettingsSearch));
+  Picture6->SetText(Text(texts::kSettingsOk));
   Label1->setText(QString::fromStdString(
       SettingsMessage[platform::RunsAsService() ? kService : kOrdinaryProgram]));
 }

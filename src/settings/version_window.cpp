@@ -23,12 +23,6 @@ constexpr int kLeastLine = 24;
 constexpr int kVersionPixels = 15;
 constexpr QSize kButtonSize{110, 30};
 
-constexpr size_t kCaptionText = 226;
-constexpr size_t kCloseText = 303;
-constexpr size_t kLicenceText = 304;
-constexpr size_t kProductText = 305;
-constexpr size_t kManualsText = 306;
-
 constexpr char kVersion[] = "Version: Varek 705\n\n";
 
 /// The newest first.
@@ -94,11 +88,11 @@ Form16::Form16()
 
 void Form16::ApplyLanguage() {
   ViewWindow::ApplyLanguage();
-  SetCaption(Text(kCaptionText));
-  Label1->setText(Text(kProductText) + QString::fromLatin1(kVersion));
-  Label4->setText(Text(kManualsText));
-  Label5->setText(Text(kLicenceText));
-  Picture6->SetText(Text(kCloseText));
+  SetCaption(Text(texts::kAboutCaption));
+  Label1->setText(Text(texts::kAboutProduct) + QString::fromLatin1(kVersion));
+  Label4->setText(Text(texts::kManualsCaption));
+  Label5->setText(Text(texts::kAboutLicence));
+  Picture6->SetText(Text(texts::kAboutClose));
   Form16::Form_Resize();
 }
 

@@ -23,10 +23,6 @@ constexpr QSize kLeastSize{330, 180};
 constexpr int kTimeWidth = 190;
 constexpr int kRowHeight = 22;
 
-constexpr size_t kCaptionText = 30;
-constexpr size_t kTimeHead = 175;
-constexpr size_t kAddressHead = 264;
-
 QString Text(size_t number) { return QString::fromStdString(LangText[number]); }
 
 QTableWidgetItem* Cell(const std::string& text) {
@@ -78,9 +74,9 @@ Form15::~Form15() { DataCenter.FormOpen[kNumber] = kClear; }
 
 void Form15::ApplyLanguage() {
   ViewWindow::ApplyLanguage();
-  SetCaption(Text(kCaptionText));
-  DBGrid1->setAccessibleName(Text(kCaptionText));
-  DBGrid1->setHorizontalHeaderLabels({Text(kTimeHead), Text(kAddressHead)});
+  SetCaption(Text(texts::kWebLogCaption));
+  DBGrid1->setAccessibleName(Text(texts::kWebLogCaption));
+  DBGrid1->setHorizontalHeaderLabels({Text(texts::kWebLogTime), Text(texts::kWebLogAddress)});
 }
 
 void Form15::ShowLogins() {

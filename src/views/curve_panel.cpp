@@ -13,9 +13,6 @@ namespace varek {
 
 namespace {
 
-constexpr size_t kTitle = 200;
-constexpr size_t kEventsText = 78;
-
 constexpr int kColumns = 2;
 constexpr int kRows = (kScopeSwitches + kColumns - 1) / kColumns;
 constexpr int kLeastRowHeight = 24;
@@ -58,9 +55,9 @@ CurvePanel::CurvePanel(QWidget* parent, StickyPanels& panels, size_t number,
 }
 
 void CurvePanel::ApplyLanguage() {
-  SetTitle(QString::fromStdString(LangText[kTitle]));
+  SetTitle(QString::fromStdString(LangText[texts::kScopeCurves]));
   for (int i = 0; i < kCurveCount; ++i) Box(i).setText(QString::fromStdString(CurveName(i)));
-  Box(kEventSwitch).setText(QString::fromStdString(LangText[kEventsText]));
+  Box(kEventSwitch).setText(QString::fromStdString(LangText[texts::kScopeEvents]));
 }
 
 void CurvePanel::ShowMeasured() {

@@ -60,11 +60,8 @@ constexpr int kPageMargin = 36;
 constexpr QSize kLeastButton{190, 40};
 constexpr QSize kLargestButton{280, 52};
 
-constexpr std::array<size_t, 3> kTabNames{7, 8, 9};
-constexpr size_t kWindowCaption = 10;
-constexpr size_t kRecentMessages = 33;
-constexpr size_t kFirstDetailCaption = 22;
-constexpr size_t kFirstButtonText = 1;
+constexpr std::array<size_t, 3> kTabNames{texts::kReadingsTab, texts::kDetailsTab,
+                                          texts::kControlTab};
 
 QString Shown(const std::string& text) { return QString::fromStdString(text); }
 
@@ -226,14 +223,14 @@ void Form1::MakeLamps() {
 
 void Form1::ApplyLanguage() {
   ViewWindow::ApplyLanguage();
-  SetCaption(Shown(LangText[kWindowCaption]));
+  SetCaption(Shown(LangText[texts::kDashboardCaption]));
   for (size_t i = 0; i < kTabNames.size(); ++i)
     tabBar_->setTabText(static_cast<int>(i), Shown(LangText[kTabNames[i]]));
   for (size_t i = 0; i < captions_.size(); ++i)
-    captions_[i]->setText(Shown(LangText[kFirstDetailCaption + i]));
+    captions_[i]->setText(Shown(LangText[texts::kRatedVoltage + i]));
   for (size_t i = 0; i < Picture7.size(); ++i)
-    Picture7[i]->SetText(Shown(LangText[kFirstButtonText + i]));
-  Combo1->setAccessibleName(Shown(LangText[kRecentMessages]));
+    Picture7[i]->SetText(Shown(LangText[texts::kTenSecondTest + i]));
+  Combo1->setAccessibleName(Shown(LangText[texts::kRecentMessages]));
   menu_->ApplyLanguage();
   search_->ApplyLanguage();
   tabBar_->adjustSize();

@@ -195,23 +195,23 @@ void Form2::PlaceStrip() {
 
 void Form2::ApplyLanguage() {
   ViewWindow::ApplyLanguage();
-  SetCaption(HistoryText(history_text::kCaption));
-  queryButton_->SetText(HistoryText(history_text::kQueryPanel));
-  calendarButton_->SetText(HistoryText(history_text::kCalendar));
-  exportButton_->SetText(HistoryText(history_text::kExport));
-  recordCaption_->setText(HistoryText(history_text::kRecord));
+  SetCaption(HistoryText(texts::kHistoryCaption));
+  queryButton_->SetText(HistoryText(texts::kHistoryQueryPanel));
+  calendarButton_->SetText(HistoryText(texts::kHistoryCalendar));
+  exportButton_->SetText(HistoryText(texts::kHistoryExport));
+  recordCaption_->setText(HistoryText(texts::kHistoryRecord));
   notice_->clear();
   rows_->ApplyLanguage();
   Frame2->ApplyLanguage();
   Picture11->ApplyLanguage();
-  Picture11->setToolTip(HistoryText(history_text::kChooseDay));
+  Picture11->setToolTip(HistoryText(texts::kHistoryChooseDay));
   Picture13->ApplyLanguage();
   ShowDay();
   PlaceStrip();
 }
 
 void Form2::ShowDay() {
-  Picture8->SetTitle(HistoryText(history_text::kCalendar) + QStringLiteral("  ") +
+  Picture8->SetTitle(HistoryText(texts::kHistoryCalendar) + QStringLiteral("  ") +
                      QString::fromStdString(DayTable));
 }
 
@@ -233,7 +233,7 @@ void Form2::Picture11_Click() {
 }
 
 void Form2::TellNoData() {
-  Tell(LangText[history_text::kNoData] + "!", platform::MessageIcon::Information);
+  Tell(LangText[texts::kNoDataForDay] + "!", platform::MessageIcon::Information);
 }
 
 /// The names of the columns are the table's own; no row is read for them.
@@ -252,13 +252,13 @@ void Form2::Command4_Click() {
   const bool accepted = platform::Guarded("form2 Data1_Refresh", [&] {
     found = std::make_shared<HistoryRows>(Data1->OpenRecordset(QueryText()));
   });
-  if (!accepted) return Tell(LangText[history_text::kBadLimit]);
+  if (!accepted) return Tell(LangText[texts::kHistoryBadLimit]);
   rows_->ShowRows(std::move(found));
   shownTable_ = DayTable;
   PrepareGrid();
   DBgrid1->setCurrentIndex(rows_->index(0, 0));
   ShowPosition();
-  notice_->setText(rows_->rowCount() > 0 ? QString() : HistoryText(history_text::kNothingFound));
+  notice_->setText(rows_->rowCount() > 0 ? QString() : HistoryText(texts::kHistoryNothingFound));
 }
 
 /// What the unit does not measure is hidden, with the limits of it.
@@ -280,7 +280,7 @@ bool Form2::IsExporting() const { return !Picture13->isHidden(); }
 void Form2::Export() {
   if (IsExporting() || rows_->rowCount() == 0) return;
   const std::string name = shownTable_ + kExportSuffix;
-  AskSaveName(*this, {LangText[history_text::kSaveAs], platform::ProgramFolder(), name, kFilters},
+  AskSaveName(*this, {LangText[texts::kHistorySaveAs], platform::ProgramFolder(), name, kFilters},
               [this](const std::string& fileName) { ExportFile(fileName); });
 }
 
@@ -301,8 +301,8 @@ void Form2::ExportFile(const std::string& fileName) {
   if (!alive) return;
   Picture13->hide();
   exportButton_->setEnabled(true);
-  notice_->setText(written ? HistoryText(history_text::kExportFinished) : QString());
-  if (!written) Tell(LangText[history_text::kCannotWrite]);
+  notice_->setText(written ? HistoryText(texts::kHistoryExportFinished) : QString());
+  if (!written) Tell(LangText[texts::kHistoryCannotWrite]);
 }
 
 }  // namespace varek

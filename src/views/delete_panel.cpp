@@ -2,6 +2,7 @@
 
 #include <QVBoxLayout>
 
+#include "texts/text_numbers.h"
 #include "views/kit/picture_button.h"
 #include "views/schedule_controls.h"
 
@@ -11,10 +12,9 @@ namespace {
 
 constexpr int kMargin = 10;
 constexpr int kCrossSize = 18;
-constexpr size_t kTitleText = 90;
-constexpr size_t kCancelText = 83;
 /// In the order of kDeleteChoices.
-constexpr std::array<size_t, kDeleteChoices.size()> kChoiceTexts{91, 106, 93, 94};
+constexpr std::array<size_t, kDeleteChoices.size()> kChoiceTexts{
+    texts::kDeleteThisDate, texts::kDeleteWhole, texts::kDeleteWeekly, texts::kDeleteMonthly};
 
 }  // namespace
 
@@ -32,10 +32,10 @@ DeletePanel::DeletePanel(QWidget* parent, StickyPanels& panels, size_t number,
 }
 
 void DeletePanel::ApplyLanguage() {
-  SetTitle(ScheduleText(kTitleText));
+  SetTitle(ScheduleText(texts::kDeleteCaption));
   for (size_t i = 0; i < Command6.size(); ++i) Command6[i]->setText(ScheduleText(kChoiceTexts[i]));
-  cross_->setToolTip(ScheduleText(kCancelText));
-  cross_->setAccessibleName(ScheduleText(kCancelText));
+  cross_->setToolTip(ScheduleText(texts::kCancel));
+  cross_->setAccessibleName(ScheduleText(texts::kCancel));
   layout()->invalidate();
   adjustSize();
   const int margin = (kTitleHeight - kCrossSize) / 2;

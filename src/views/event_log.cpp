@@ -46,17 +46,7 @@ constexpr int kCloseSize = 20;
 constexpr int kTimeWidth = 150;
 constexpr int kRowHeight = 22;
 
-constexpr size_t kCloseText = 31;
-constexpr size_t kSelectAllText = 191;
-constexpr size_t kSelectNoneText = 192;
-constexpr size_t kRefreshText = 193;
-constexpr std::array<size_t, 2> kColumnHeads{194, 195};
-constexpr size_t kNoEventsText = 197;
-constexpr size_t kTypesText = 198;
-constexpr size_t kRefreshTip = 199;
-constexpr size_t kCaptionText = 204;
-constexpr size_t kDayListText = 209;
-constexpr size_t kCountText = 210;
+constexpr std::array<size_t, 2> kColumnHeads{texts::kEventLogTime, texts::kEventLogEvent};
 
 constexpr DayColors kPlainDay{{255, 255, 255}, palette::kFace};
 constexpr DayColors kToday{{255, 255, 255}, {0, 110, 200}};
@@ -209,19 +199,19 @@ void Form6::SelectToday() {
 
 void Form6::ApplyLanguage() {
   ViewWindow::ApplyLanguage();
-  SetCaption(Text(kCaptionText));
+  SetCaption(Text(texts::kEventLogCaption));
   ApplyChooserLanguage(*Combo1, *Combo2, *today_);
-  Label2->setText(Text(kTypesText));
+  Label2->setText(Text(texts::kEventLogTypes));
   for (size_t i = 0; i < Check1.size(); ++i)
     Check1[i]->setText(QString::fromStdString(EventText[i]));
-  Command1->setToolTip(Text(kCloseText));
-  Command1->setAccessibleName(Text(kCloseText));
-  Command2->setText(Text(kRefreshText));
-  Command2->setToolTip(Text(kRefreshTip));
-  Command3->setText(Text(kSelectAllText));
-  Command4->setText(Text(kSelectNoneText));
+  Command1->setToolTip(Text(texts::kEventLogClose));
+  Command1->setAccessibleName(Text(texts::kEventLogClose));
+  Command2->setText(Text(texts::kEventLogRefresh));
+  Command2->setToolTip(Text(texts::kEventLogRefreshTip));
+  Command3->setText(Text(texts::kEventLogSelectAll));
+  Command4->setText(Text(texts::kEventLogSelectNone));
   MSFlexGrid1->setHorizontalHeaderLabels({Text(kColumnHeads[0]), Text(kColumnHeads[1])});
-  MSFlexGrid1->setAccessibleName(Text(kDayListText));
+  MSFlexGrid1->setAccessibleName(Text(texts::kEventLogDayList));
   renewdatetable();
   if (!Frame2->isHidden()) FillDayList();
   Form_Resize();
@@ -315,8 +305,9 @@ void Form6::FillDayList() {
     MSFlexGrid1->setItem(row, 1, new QTableWidgetItem(QString::fromStdString(words)));
   }
   const bool empty = month_.CountOf(selectedDay_) == 0;
-  Label3->setText(empty ? Text(kNoEventsText)
-                        : QStringLiteral("%1: %2").arg(Text(kCountText)).arg(events.size()));
+  Label3->setText(
+      empty ? Text(texts::kEventLogNoEvents)
+            : QStringLiteral("%1: %2").arg(Text(texts::kEventLogCount)).arg(events.size()));
 }
 
 void Form6::Picture1_MouseMove(int day, int picture) {

@@ -55,7 +55,7 @@ void ExportPanel::SetPercentText(int percent) {
   Label2->setText(QStringLiteral("WRITE %1%").arg(percent));
 }
 
-void ExportPanel::ApplyLanguage() { caption_->setText(HistoryText(history_text::kExporting)); }
+void ExportPanel::ApplyLanguage() { caption_->setText(HistoryText(texts::kHistoryExporting)); }
 
 void ExportPanel::paintEvent(QPaintEvent*) {
   QPainter painter(this);

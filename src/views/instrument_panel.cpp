@@ -19,15 +19,6 @@ constexpr int kHubRadius = 3;
 constexpr double kTextSize = 12;  ///< design units
 constexpr int kLeastTextSize = 10;
 
-enum Caption : size_t {
-  kBatteryText = 34,
-  kLoadText = 35,
-  kFrequencyText = 36,
-  kTemperatureText = 37,
-  kInputText = 38,
-  kOutputText = 39
-};
-
 platform::Surface LoadBar(const char* kind, const SizeClass& sizeClass) {
   return platform::Surface(platform::ImagePath(kind + std::string(sizeClass.suffix) + ".jpg"));
 }
@@ -133,13 +124,13 @@ void InstrumentPanel::DrawReadings() {
   PrintValue(248, 327, GetInputVoltage(), "V");
   PrintValue(85, 387, GetOutputVoltage(), "V");
   PrintValue(400, 389, FrequencyReading(), "Hz");
-  PrintCentred(LangText[kOutputText], 100, 405);
-  PrintCentred(LangText[kInputText], 265, 346);
-  PrintCentred(LangText[kFrequencyText], 410, 405);
+  PrintCentred(LangText[texts::kOutputVoltage], 100, 405);
+  PrintCentred(LangText[texts::kInputVoltage], 265, 346);
+  PrintCentred(LangText[texts::kFrequency], 410, 405);
 }
 
 void InstrumentPanel::DrawTemperature() {
-  PrintCentred(LangText[kTemperatureText], 472, 75);
+  PrintCentred(LangText[texts::kTemperature], 472, 75);
   PrintValue(465, 60, GetTemperature(), DataCenter.UseCelsius ? "C" : "F");
   DrawDial(DialOf(kTemperatureDial), GetTemperature());
 }
@@ -150,8 +141,8 @@ void InstrumentPanel::DrawTwoBars(int barIndex) {
   DrawLevelBar(GetLoadPercent(), kLoad, Picture5.at(index));
   PrintValue(615, 353, BatteryReading(), "%");
   PrintValue(546, 352, GetLoadPercent(), "%");
-  PrintCentred(LangText[kLoadText], 555, 370);
-  PrintCentred(LangText[kBatteryText], 628, 370);
+  PrintCentred(LangText[texts::kLoad], 555, 370);
+  PrintCentred(LangText[texts::kBattery], 628, 370);
   PrintCentred("120%", 555, 26);
   PrintCentred("100%", 624, 26);
 }
@@ -159,7 +150,7 @@ void InstrumentPanel::DrawTwoBars(int barIndex) {
 void InstrumentPanel::DrawBatteryAlone(int barIndex) {
   DrawLevelBar(BatteryReading(), kBatteryAlone, Picture3.at(static_cast<size_t>(barIndex)));
   PrintValue(570, 353, BatteryReading(), "%");
-  PrintCentred(LangText[kBatteryText], 581, 370);
+  PrintCentred(LangText[texts::kBattery], 581, 370);
   PrintCentred("100%", 577, 26);
 }
 

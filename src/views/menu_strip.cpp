@@ -28,8 +28,12 @@ constexpr int kPlateShift = 16;
 constexpr double kPlateCorner = 10;
 constexpr int kBubbleGap = 4;
 
-/// Names of the items, by their numbers in the language table.
-constexpr std::array<size_t, kMenuItems> kNames{29, 248, 80, 204, 40, 74, 165, 125, 30, 226};
+/// Names of the items.
+constexpr std::array<size_t, kMenuItems> kNames{texts::kLanguageCaption, texts::kSettingsCaption,
+                                                texts::kScheduleCaption, texts::kEventLogCaption,
+                                                texts::kHistoryCaption,  texts::kScopeCaption,
+                                                texts::kSmsCaption,      texts::kMailCaption,
+                                                texts::kWebLogCaption,   texts::kAboutCaption};
 
 const std::string& NameOf(int item) { return LangText[kNames.at(static_cast<size_t>(item))]; }
 

@@ -41,17 +41,6 @@ constexpr QSize kButtonSize{96, 30};
 
 enum PanelNumber : size_t { kCalendarPanel, kHoursPanel, kCurvePanel, kMiniaturePanel, kPanels };
 
-constexpr size_t kCaption = 74;
-constexpr size_t kZoomInText = 75;
-constexpr size_t kZoomOutText = 76;
-constexpr size_t kHoursTitle = 77;
-constexpr size_t kCalendarTitle = 79;
-constexpr size_t kNoDataText = 121;
-constexpr size_t kDatabaseErrorText = 243;
-constexpr size_t kResetText = 201;
-constexpr size_t kWholeDayText = 202;
-constexpr size_t kMiniatureTitle = 208;
-
 QString Shown(size_t text) { return QString::fromStdString(LangText[text]); }
 
 /// "00:00 ~ 01:00" to "23:00 ~ 24:00".
@@ -168,15 +157,15 @@ void Form3::MakeHours() {
 
 void Form3::ApplyLanguage() {
   ViewWindow::ApplyLanguage();
-  SetCaption(Shown(kCaption));
-  Command1->SetText(Shown(kZoomInText));
-  Command2->SetText(Shown(kZoomOutText));
-  resetButton_->SetText(Shown(kResetText));
-  wholeDayButton_->SetText(Shown(kWholeDayText));
-  Picture5->SetTitle(Shown(kCalendarTitle));
-  Picture6->SetTitle(Shown(kHoursTitle));
-  Picture8->SetTitle(Shown(kMiniatureTitle));
-  List1->setAccessibleName(Shown(kHoursTitle));
+  SetCaption(Shown(texts::kScopeCaption));
+  Command1->SetText(Shown(texts::kScopeZoomIn));
+  Command2->SetText(Shown(texts::kScopeZoomOut));
+  resetButton_->SetText(Shown(texts::kScopeReset));
+  wholeDayButton_->SetText(Shown(texts::kScopeWholeDay));
+  Picture5->SetTitle(Shown(texts::kScopeCalendar));
+  Picture6->SetTitle(Shown(texts::kScopeHours));
+  Picture8->SetTitle(Shown(texts::kScopeOverview));
+  List1->setAccessibleName(Shown(texts::kScopeHours));
   Picture7->ApplyLanguage();
   Picture11->ApplyLanguage();
   Picture9->ApplyLanguage();
@@ -284,9 +273,9 @@ void Form3::LoadDayData() {
   SwitchCurves();
   ShowData();
   constexpr auto kHint = platform::MessageIcon::Information;
-  if (!result) Tell(LangText[kDatabaseErrorText]);
-  if (result == LoadResult::NoTable) Tell(LangText[kNoDataText] + "!", kHint);
-  if (result == LoadResult::NoRows) Tell(LangText[kNoDataText], kHint);
+  if (!result) Tell(LangText[texts::kDatabaseError]);
+  if (result == LoadResult::NoTable) Tell(LangText[texts::kNoDataForDay] + "!", kHint);
+  if (result == LoadResult::NoRows) Tell(LangText[texts::kNoDataForDay], kHint);
 }
 
 void Form3::SwitchCurves() {

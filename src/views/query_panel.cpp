@@ -27,8 +27,8 @@ constexpr int kHeadRow = 2;
 constexpr int kFirstFieldRow = 3;
 constexpr int kButtonRow = kFirstFieldRow + int{kValueFields};
 
-constexpr std::array<size_t, 4> kHeadTexts{history_text::kValueLimits, history_text::kLowerLimit,
-                                           history_text::kUpperLimit, history_text::kJoinedBy};
+constexpr std::array<size_t, 4> kHeadTexts{texts::kHistoryValueLimits, texts::kHistoryLowerLimit,
+                                           texts::kHistoryUpperLimit, texts::kHistoryJoinedBy};
 
 /// Keys that move about or delete carry no character, or one that is none of a text's.
 bool IsTakenByLimit(const QKeyEvent& key) {
@@ -146,15 +146,15 @@ void QueryPanel::Command8_Click() {
 }
 
 void QueryPanel::ApplyLanguage() {
-  SetTitle(HistoryText(history_text::kQueryPanel));
-  timeLabels_[0]->setText(HistoryText(history_text::kFrom));
-  timeLabels_[1]->setText(HistoryText(history_text::kTo));
+  SetTitle(HistoryText(texts::kHistoryQueryPanel));
+  timeLabels_[0]->setText(HistoryText(texts::kHistoryFrom));
+  timeLabels_[1]->setText(HistoryText(texts::kHistoryTo));
   for (size_t i = 0; i < heads_.size(); ++i) heads_[i]->setText(HistoryText(kHeadTexts[i]));
   for (size_t field = 0; field < kValueFields; ++field)
     fieldLabels_[field]->setText(
         QString::fromStdString(ColumnCaption(static_cast<int>(field) + 1)));
-  Command4->setText(HistoryText(history_text::kQuery));
-  Command8->setText(HistoryText(history_text::kClear));
+  Command4->setText(HistoryText(texts::kHistoryQuery));
+  Command8->setText(HistoryText(texts::kHistoryClear));
   ShowRows();
 }
 

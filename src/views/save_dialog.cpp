@@ -16,10 +16,6 @@ namespace varek {
 
 namespace {
 
-constexpr size_t kYesText = 123;
-constexpr size_t kNoText = 124;
-constexpr size_t kReplaceText = 278;
-
 std::function<std::string(const SaveQuestion&)>& Replacement() {
   static std::function<std::string(const SaveQuestion&)> ask;
   return ask;
@@ -36,15 +32,16 @@ QStringList ShownFilters(const std::string& filters) {
 /// The question of the toolkit's dialogue would stop the whole program, countdowns included.
 void AskToReplace(QWidget& window, const QString& file, std::function<void()> replace) {
   const QString text = QFileInfo(file).fileName() + QLatin1Char('\n') +
-                       QString::fromStdString(LangText[kReplaceText]);
+                       QString::fromStdString(LangText[texts::kReplaceFile]);
   auto* box = new QMessageBox(QMessageBox::Warning, QStringLiteral("Varek"), text,
                               QMessageBox::NoButton, &window);
   ApplyStyle(*box);
   box->setTextFormat(Qt::PlainText);
   box->setAttribute(Qt::WA_DeleteOnClose);
   box->setWindowModality(Qt::WindowModal);
-  auto* yes = box->addButton(QString::fromStdString(LangText[kYesText]), QMessageBox::AcceptRole);
-  auto* no = box->addButton(QString::fromStdString(LangText[kNoText]), QMessageBox::RejectRole);
+  auto* yes =
+      box->addButton(QString::fromStdString(LangText[texts::kYes]), QMessageBox::AcceptRole);
+  auto* no = box->addButton(QString::fromStdString(LangText[texts::kNo]), QMessageBox::RejectRole);
   box->setDefaultButton(no);
   box->setEscapeButton(no);
   QObject::connect(yes, &QPushButton::clicked, &window,

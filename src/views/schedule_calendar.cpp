@@ -50,10 +50,6 @@ constexpr size_t kListPanel = 0;
 constexpr size_t kDialogPanel = 1;
 constexpr size_t kDeletePanel = 2;
 
-constexpr size_t kCaptionText = 80;
-constexpr size_t kNewText = 81;
-constexpr size_t kEditText = 85;
-
 constexpr char kTooManyEntries[] = "DATA EVENT ERROR";
 
 constexpr DayColors kPlainDay{{255, 255, 255}, palette::kFace};
@@ -180,9 +176,9 @@ void Form4::SelectToday() {
 
 void Form4::ApplyLanguage() {
   ViewWindow::ApplyLanguage();
-  SetCaption(ScheduleText(kCaptionText));
+  SetCaption(ScheduleText(texts::kScheduleCaption));
   ApplyChooserLanguage(*Combo1, *Combo2, *today_);
-  newEntry_->setText(ScheduleText(kNewText));
+  newEntry_->setText(ScheduleText(texts::kScheduleNewEntry));
   Frame1->ApplyLanguage();
   Frame2->ApplyLanguage();
   Frame4->ApplyLanguage();
@@ -287,7 +283,9 @@ void Form4::HidePanel(MovablePanel& panel) {
   Picture1->setFocus();
 }
 
-void Form4::TitleDialog() { Frame2->SetTitle(ScheduleText(edited_ ? kEditText : kNewText)); }
+void Form4::TitleDialog() {
+  Frame2->SetTitle(ScheduleText(edited_ ? texts::kScheduleEdit : texts::kScheduleNewEntry));
+}
 
 void Form4::Combo1_Click(int index) {
   if (index < 0) return;

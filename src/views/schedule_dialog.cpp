@@ -21,11 +21,8 @@ constexpr int kMargin = 8;
 constexpr int kGap = 6;
 constexpr int kTimeWidth = 64;
 
-constexpr size_t kSaveText = 82;
-constexpr size_t kCancelText = 83;
-constexpr std::array<size_t, 4> kRowTexts{86, 87, 88, 89};
-constexpr size_t kFirstRecurrenceText = 102;
-constexpr size_t kFirstRestartDayText = 147;
+constexpr std::array<size_t, 4> kRowTexts{texts::kScheduleTime, texts::kScheduleAction,
+                                          texts::kScheduleRepeat, texts::kScheduleRestartAt};
 
 constexpr int kActions = int{kMarkAction};
 constexpr int kRecurrences = 4;
@@ -106,11 +103,11 @@ void ScheduleDialog::ApplyLanguage() {
   for (int i = 0; i < kActions; ++i)
     Combo7->setItemText(i, QString::fromStdString(ActionName[static_cast<size_t>(i)]));
   for (int i = 0; i < kRecurrences; ++i)
-    Combo3->setItemText(i, ScheduleText(kFirstRecurrenceText + static_cast<size_t>(i)));
+    Combo3->setItemText(i, ScheduleText(texts::kRepeatOnce + static_cast<size_t>(i)));
   for (int i = 0; i < kRestartDays; ++i)
-    Combo4->setItemText(i, ScheduleText(kFirstRestartDayText + static_cast<size_t>(i)).trimmed());
-  Command1->setText(ScheduleText(kSaveText));
-  Command2->setText(ScheduleText(kCancelText));
+    Combo4->setItemText(i, ScheduleText(texts::kRestartSameDay + static_cast<size_t>(i)).trimmed());
+  Command1->setText(ScheduleText(texts::kScheduleSave));
+  Command2->setText(ScheduleText(texts::kCancel));
   grid_->activate();  // The row of buttons within it too.
   adjustSize();
   TellPanels();

@@ -7,6 +7,7 @@
 #include <array>
 #include <utility>
 
+#include "texts/text_numbers.h"
 #include "views/kit/style.h"
 #include "views/schedule_controls.h"
 
@@ -26,12 +27,11 @@ struct ColumnDesign {
   size_t headText;
   int percent;  ///< of the grid's width
 };
-constexpr std::array<ColumnDesign, 5> kColumns{
-    {{108, 10}, {109, 35}, {110, 20}, {107, 10}, {111, 25}}};
-
-constexpr size_t kCloseText = 84;
-constexpr size_t kEditText = 85;
-constexpr size_t kDeleteText = 92;
+constexpr std::array<ColumnDesign, 5> kColumns{{{texts::kScheduleHeadTime, 10},
+                                                {texts::kScheduleHeadAction, 35},
+                                                {texts::kScheduleHeadRepeat, 20},
+                                                {texts::kScheduleHeadNumber, 10},
+                                                {texts::kScheduleHeadRestart, 25}}};
 
 }  // namespace
 
@@ -110,9 +110,9 @@ void ScheduleList::ApplyLanguage() {
   QStringList heads;
   for (const ColumnDesign& column : kColumns) heads.append(ScheduleText(column.headText));
   MSFlexGrid1->setHorizontalHeaderLabels(heads);
-  Command4->setText(ScheduleText(kEditText));
-  Command5->setText(ScheduleText(kDeleteText));
-  Command3->setText(ScheduleText(kCloseText));
+  Command4->setText(ScheduleText(texts::kScheduleEdit));
+  Command5->setText(ScheduleText(texts::kScheduleDelete));
+  Command3->setText(ScheduleText(texts::kScheduleClose));
 }
 
 }  // namespace varek

@@ -11,13 +11,14 @@ namespace varek {
 
 namespace {
 
-constexpr std::array<size_t, kCurveCount> kCurveNames{38, 39, 35, 36, 34, 37};
-constexpr size_t kNoSampleText = 207;
+constexpr std::array<size_t, kCurveCount> kCurveNames{texts::kInputVoltage, texts::kOutputVoltage,
+                                                      texts::kLoad,         texts::kFrequency,
+                                                      texts::kBattery,      texts::kTemperature};
 
 std::string CurveText(int curve, int32_t second, const ScopeData& data) {
   const float sample = data.SampleAt(curve, second);
   const std::string reading =
-      sample == kNoSample ? LangText[kNoSampleText] : platform::SingleText(sample);
+      sample == kNoSample ? LangText[texts::kScopeNoSample] : platform::SingleText(sample);
   return CurveName(curve) + "\n" + reading + "\n" +
          data.TimeText(second, TimeStyle::HourMinuteSecond);
 }

@@ -20,7 +20,6 @@ constexpr int kTipMargin = 4;
 constexpr int kBarPlace = 27;  ///< in its box, both ways
 constexpr int kBarWidth = 240;
 constexpr int kBarHeight = 18;
-constexpr size_t kLoadingText = 206;
 
 }  // namespace
 
@@ -81,7 +80,9 @@ BusyBar::BusyBar(QWidget* parent)
   hide();
 }
 
-void BusyBar::ApplyLanguage() { caption_->setText(QString::fromStdString(LangText[kLoadingText])); }
+void BusyBar::ApplyLanguage() {
+  caption_->setText(QString::fromStdString(LangText[texts::kScopeLoading]));
+}
 
 void BusyBar::Open() {
   move((parentWidget()->width() - width()) / 2, (parentWidget()->height() - height()) / 2);

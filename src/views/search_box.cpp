@@ -17,7 +17,6 @@ constexpr int kPlace = 27;  ///< of the bar in the box, both ways
 constexpr int kBarWidth = 300;
 constexpr int kBarHeight = 18;
 constexpr int kLabelWidth = 80;
-constexpr size_t kSearchingText = 32;
 }  // namespace
 
 SearchBox::SearchBox(QWidget* parent)
@@ -49,7 +48,7 @@ void SearchBox::Place() {
 }
 
 void SearchBox::ApplyLanguage() {
-  caption_->setText(QString::fromStdString(LangText[kSearchingText]));
+  caption_->setText(QString::fromStdString(LangText[texts::kSearchingForUps]));
 }
 
 void SearchBox::SetLabel(const std::string& text) { label_->setText(QString::fromStdString(text)); }

@@ -13,26 +13,26 @@ struct LampState {
 };
 
 LampState Mains() {
-  if (GetUtility()) return {"powerf.jpg", 12};
-  return {"powerok.jpg", 11};
+  if (GetUtility()) return {"powerf.jpg", texts::kMainsFailed};
+  return {"powerok.jpg", texts::kMainsPresent};
 }
 
 LampState BatteryLevel() {
-  if (GetBatLow()) return {"batterylow.jpg", 13};
-  return {"nobatterylow.jpg", 14};
+  if (GetBatLow()) return {"batterylow.jpg", texts::kBatteryLow};
+  return {"nobatterylow.jpg", texts::kBatteryNotLow};
 }
 
 LampState BatteryCondition() {
-  if (GetUPSFailed()) return {"batteryf.jpg", 15};
-  if (GetTestProgress()) return {"testing.jpg", 16};
-  return {"notest.jpg", 17};
+  if (GetUPSFailed()) return {"batteryf.jpg", texts::kUpsFault};
+  if (GetTestProgress()) return {"testing.jpg", texts::kTestRunning};
+  return {"notest.jpg", texts::kNoTestRunning};
 }
 
 LampState WayOfWorking() {
-  if (GetUPStype() && GetBypass()) return {"avr.jpg", 18};
-  if (GetUPStype()) return {"offline.jpg", 19};
-  if (GetBypass()) return {"bypass.jpg", 20};
-  return {"online.jpg", 21};
+  if (GetUPStype() && GetBypass()) return {"avr.jpg", texts::kOfflineRegulating};
+  if (GetUPStype()) return {"offline.jpg", texts::kOfflineNormal};
+  if (GetBypass()) return {"bypass.jpg", texts::kBypass};
+  return {"online.jpg", texts::kOnline};
 }
 
 LampState StateOf(int lamp) {

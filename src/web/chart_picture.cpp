@@ -24,8 +24,6 @@ constexpr int kScaleSteps = 10;
 constexpr int kCurveWidth = 2;
 constexpr int kLongestBridge = 10;  ///< seconds
 
-constexpr size_t kNoDataText = 121;
-
 // Three digits must fit into the 20 pixels beside the plot, "23:59" into the 30 below it, and the
 // twelve pixels between two values of the small chart must separate them.
 constexpr int kLabelSize = 9;
@@ -164,7 +162,7 @@ Surface NoDataPicture(const ChartShape& shape) {
   picture.Clear(palette::kFace);
   picture.Rectangle({0, 0, shape.width - 1.0, shape.height - 1.0}, palette::kPanelEdge);
   picture.SetTextColor(palette::kText);
-  const std::string& text = LangText[kNoDataText];
+  const std::string& text = LangText[texts::kNoDataForDay];
   picture.Text((shape.width - picture.TextWidth(text)) / 2,
                (shape.height - picture.TextHeight()) / 2, text);
   return picture;

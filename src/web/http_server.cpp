@@ -29,8 +29,6 @@ constexpr int kPortInterval = 60000;
 /// Connections beyond get no answer.
 constexpr int kLastPlace = 100;
 constexpr int64_t kRequestLimit = 30000;  ///< milliseconds until a request must be complete
-constexpr size_t kCaptionText = 211;
-constexpr size_t kLoginText = 217;
 constexpr char kDefaultPage[] = "login.htm";
 /// What a request without a session becomes.
 constexpr char kLoginRequest[] = "GET /login.htm ";
@@ -67,8 +65,8 @@ Form8::Form8()
 Form8::~Form8() { DataCenter.FormOpen[kNumber] = kClear; }
 
 void Form8::ApplyLanguage() {
-  caption_ = LangText[kCaptionText];
-  loginText_ = LangText[kLoginText];
+  caption_ = LangText[texts::kWebServerCaption];
+  loginText_ = LangText[texts::kLoggedIn];
 }
 
 void Form8::Start() {

@@ -29,9 +29,6 @@ constexpr size_t kResume = kOpen.size();
 /// More markers than any page has: a text from the wire that holds markers would expand forever.
 constexpr int kMostMarkers = 10000;
 
-constexpr size_t kMainsNormalText = 11;
-constexpr size_t kMainsFailedText = 12;
-
 // Full scales of the bars, in the units of what they show.
 constexpr int kBatteryScale = 120;
 constexpr int kLoadScale = 120;
@@ -72,8 +69,8 @@ KeyText UpsMode() {
 }
 
 KeyText InputPower() {
-  if (!GetUtility()) return LangText[kMainsNormalText];
-  return "<font color='#FF0000'>" + LangText[kMainsFailedText] + "</font> ";
+  if (!GetUtility()) return LangText[texts::kMainsPresent];
+  return "<font color='#FF0000'>" + LangText[texts::kMainsFailed] + "</font> ";
 }
 
 KeyText BatteryPicture() {

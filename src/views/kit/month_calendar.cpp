@@ -22,10 +22,6 @@ namespace varek {
 
 namespace {
 
-constexpr size_t kWeekDayNames = 154;
-constexpr size_t kPreviousText = 221;
-constexpr size_t kNextText = 222;
-
 constexpr int kFontSize = 6;  ///< points
 constexpr int kHeaderHeight = 24;
 constexpr int kButtonWidth = 28;
@@ -97,8 +93,8 @@ void MonthCalendar::Nextmonth() {
 }
 
 void MonthCalendar::ApplyLanguage() {
-  previous_.setToolTip(Shown(LangText[kPreviousText]));
-  next_.setToolTip(Shown(LangText[kNextText]));
+  previous_.setToolTip(Shown(LangText[texts::kPreviousMonth]));
+  next_.setToolTip(Shown(LangText[texts::kNextMonth]));
   for (QPushButton* button : {&previous_, &next_}) button->setAccessibleName(button->toolTip());
   update();
 }
@@ -217,7 +213,7 @@ void MonthCalendar::PaintCell(QPainter& painter, int cell) const {
   painter.setPen(ink);
   if (cell < kCalendarColumns) {
     const auto name = static_cast<size_t>(cell);
-    painter.drawText(place, Qt::AlignCenter, Shown(LangText[kWeekDayNames + name]));
+    painter.drawText(place, Qt::AlignCenter, Shown(LangText[texts::kHeadSunday + name]));
   }
   if (day == 0) return;
   painter.drawText(place, Qt::AlignCenter, QString::number(day));

@@ -11,14 +11,10 @@ namespace varek {
 namespace {
 
 constexpr int kMonths = 12;
-constexpr size_t kNoMonthName = 60;  ///< the text before January's
-constexpr size_t kChooseYearText = 203;
-constexpr size_t kChooseMonthText = 205;
-constexpr size_t kTodayText = 220;
 
 QString Text(size_t number) { return QString::fromStdString(LangText[number]); }
 
-QString MonthName(int month) { return Text(kNoMonthName + static_cast<size_t>(month)); }
+QString MonthName(int month) { return Text(texts::kJanuary + static_cast<size_t>(month - 1)); }
 
 }  // namespace
 
@@ -35,10 +31,10 @@ void SelectMonth(QComboBox& years, QComboBox& months, int year, int month) {
 }
 
 void ApplyChooserLanguage(QComboBox& years, QComboBox& months, QPushButton& today) {
-  years.setPlaceholderText(Text(kChooseYearText));
-  years.setToolTip(Text(kChooseYearText));
-  months.setToolTip(Text(kChooseMonthText));
-  today.setText(Text(kTodayText));
+  years.setPlaceholderText(Text(texts::kChooseYear));
+  years.setToolTip(Text(texts::kChooseYear));
+  months.setToolTip(Text(texts::kChooseMonth));
+  today.setText(Text(texts::kToday));
   for (int month = 1; month <= kMonths; ++month) months.setItemText(month - 1, MonthName(month));
 }
 

@@ -20,8 +20,6 @@ namespace varek {
 
 namespace {
 
-constexpr size_t kWeekDayNames = 154;
-
 constexpr int kColumns = kCalendarColumns;
 constexpr int kWeeks = kMonthGridCells / kColumns;
 /// The calendar page counts its heads as cells; here they stand outside.
@@ -207,7 +205,7 @@ void MonthGrid::PaintHeads(QPainter& painter) const {
   painter.setPen(ToQColor(palette::kText));
   for (int column = 0; column < kColumns; ++column) {
     const QString name =
-        QString::fromStdString(LangText[kWeekDayNames + static_cast<size_t>(column)]);
+        QString::fromStdString(LangText[texts::kHeadSunday + static_cast<size_t>(column)]);
     const QRect cell = CellRect(column);
     const QRect room(cell.left(), 0, cell.width(), kHeadHeight);
     painter.setFont(FittingFont(font(), name, room.size()));

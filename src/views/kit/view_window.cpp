@@ -20,9 +20,6 @@ namespace varek {
 
 namespace {
 
-constexpr size_t kCloseText = 218;
-constexpr size_t kMinimiseText = 219;
-
 constexpr int kButtonSize = 22;
 constexpr int kButtonTop = (kFrameTop - kButtonSize) / 2;
 constexpr int kButtonGap = 4;
@@ -106,8 +103,8 @@ void ViewWindow::ShowAndRaise() {
 }
 
 void ViewWindow::ApplyLanguage() {
-  SetTip(impl_->close, LangText[kCloseText]);
-  SetTip(impl_->minimise, LangText[kMinimiseText]);
+  SetTip(impl_->close, LangText[texts::kCloseWindow]);
+  SetTip(impl_->minimise, LangText[texts::kMinimise]);
 }
 
 void ViewWindow::Tell(const std::string& text, platform::MessageIcon icon) {
