@@ -19,9 +19,6 @@ namespace sidecar {
 
 namespace {
 
-constexpr int kCloseText = 315;
-constexpr int kHeadlineText = 322;
-
 constexpr int kMostLines = 200;
 constexpr int kUnseenMilliseconds = 700;
 constexpr int kLinesWidth = 440;
@@ -30,7 +27,7 @@ constexpr int kTextPixels = 15;
 constexpr int kTimeWidth = 170;
 constexpr int kLineGap = 6;
 
-QString Translated(int number) { return QString::fromStdString(Text(number, ChosenLanguage())); }
+QString Translated(size_t number) { return QString::fromStdString(Text(number, ChosenLanguage())); }
 
 QTextCharFormat Format(platform::Color color, QFont::Weight weight) {
   QTextCharFormat format;
@@ -56,7 +53,8 @@ void LogAlert(const std::string& time, const std::string& text) {
 }
 
 AlertWindow::AlertWindow()
-    : NoticeWindow(varek::Sign::Warning, Translated(kHeadlineText), Translated(kCloseText)),
+    : NoticeWindow(varek::Sign::Warning, Translated(varek::texts::kAlertHeadline),
+                   Translated(varek::texts::kNoticeClose)),
       lines_(new QTextEdit) {
   MakeLines();
 }

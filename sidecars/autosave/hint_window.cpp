@@ -16,33 +16,26 @@ namespace sidecar {
 
 namespace {
 
-constexpr int kSettingCaption = 262;
-constexpr int kCloseText = 315;
-constexpr int kHeadlineText = 323;
-constexpr int kPurposeText = 324;
-constexpr int kFolderText = 325;
-constexpr int kSettingText = 326;
-constexpr int kSilenceText = 327;
-
 constexpr int kTextWidth = 440;
 
-QString Translated(int number) { return QString::fromStdString(Text(number, ChosenLanguage())); }
+QString Translated(size_t number) { return QString::fromStdString(Text(number, ChosenLanguage())); }
 
 }  // namespace
 
 HintWindow::HintWindow()
-    : NoticeWindow(varek::Sign::Hint, Translated(kHeadlineText), Translated(kCloseText)),
-      silence_(new QCheckBox(Translated(kSilenceText))) {
+    : NoticeWindow(varek::Sign::Hint, Translated(varek::texts::kHintHeadline),
+                   Translated(varek::texts::kNoticeClose)),
+      silence_(new QCheckBox(Translated(varek::texts::kHintSilence))) {
   setAttribute(Qt::WA_ShowWithoutActivating);
-  QLabel* purpose = varek::MakePlainLabel(Translated(kPurposeText));
+  QLabel* purpose = varek::MakePlainLabel(Translated(varek::texts::kHintPurpose));
   purpose->setFixedWidth(kTextWidth);
   Contents()->addWidget(purpose);
-  AddStep(1, kFolderText, QString::fromStdString(SaveFolder()));
-  AddStep(2, kSettingText, Translated(kSettingCaption));
+  AddStep(1, varek::texts::kHintFolder, QString::fromStdString(SaveFolder()));
+  AddStep(2, varek::texts::kHintSetting, Translated(varek::texts::kSettingsAutosave));
   ButtonRow()->insertWidget(0, silence_);
 }
 
-void HintWindow::AddStep(int number, int text, const QString& detail) {
+void HintWindow::AddStep(int number, size_t text, const QString& detail) {
   QLabel* step = varek::MakePlainLabel(QString::number(number) + QStringLiteral(". ") +
                                        Translated(text) + QLatin1Char('\n') + detail);
   step->setFixedWidth(kTextWidth);

@@ -15,7 +15,7 @@ class HintWindow final : public NoticeWindow {
   void closeEvent(QCloseEvent* event) override;
 
  private:
-  void AddStep(int number, int text, const QString& detail);
+  void AddStep(int number, size_t text, const QString& detail);
 
   QCheckBox* silence_;
 };

@@ -19,8 +19,6 @@ namespace {
 /// What is longer does not help the person in front of the box.
 constexpr size_t kShownCharacters = 500;
 
-constexpr int kCloseText = 315;
-
 std::string FileOf(const Sender& sender, const std::string& ending) {
   return platform::ProgramPath("\\" + sender.name + ending);
 }
@@ -43,7 +41,7 @@ Attempt Send(const Sender& sender, const std::string& line, Mode mode) {
 
 /// The reason in the person's language; in the log's words where the table does not have it.
 std::string ReasonText(const Sender& sender, const Reason& reason, int language) {
-  const std::string text = Text(static_cast<int>(reason.trouble), language);
+  const std::string text = Text(static_cast<size_t>(reason.trouble), language);
   if (text.empty()) return reason.words;
   if (reason.trouble == Trouble::Other) return text + "\n" + sender.name + ".log";
   return reason.detail.empty() ? text : text + "\n" + reason.detail;
@@ -73,7 +71,7 @@ int RunSender(const Sender& sender, int argc, char** argv) {
   if (end.mode == Mode::Test && !SystemEnds()) {
     platform::Application application(argc, argv);
     application.OnStopSignal([=] { platform::EndProcess(status); });
-    varek::DressMessageBoxes([&end] { return Text(kCloseText, end.language); });
+    varek::DressMessageBoxes([&end] { return Text(varek::texts::kNoticeClose, end.language); });
     Show(sender, attempt, end.language);
   }
   return status;

@@ -14,7 +14,7 @@ namespace sidecar {
 struct Sender {
   std::string name;   ///< of its files: <name>.conf and <name>.log in the program folder
   size_t fieldCount;  ///< of its command line
-  int firstText;      ///< number of the box's title; the texts of success and failure follow
+  size_t firstText;   ///< number of the box's title; the texts of success and failure follow
   /// Makes the message that the fields describe, by the settings in the file `conf`. Throws
   /// CannotSend when the fields or the settings don't allow one, and RuntimeError when it fails.
   std::function<Delivery(const std::vector<std::string>& fields, const std::string& conf,

@@ -28,7 +28,7 @@ int ChosenLanguage() try {
   return 0;
 }
 
-std::string Text(int number, int language) try {
+std::string Text(size_t number, int language) try {
   platform::Database database(platform::ProgramPath("\\database\\LangData.mdb"),
                               platform::Access::ReadOnly);
   const auto row =

@@ -5,29 +5,31 @@
 #include <stdexcept>
 #include <string>
 
+#include "texts/text_numbers.h"
+
 namespace sidecar {
 
-/// The numbers of the texts.
-enum class Trouble {
-  Other = 328,
-  BrokenLine,
-  SettingsFile,
-  NoServer,
-  WrongServer,
-  NoSender,
-  WrongSender,
-  NoRecipient,
-  WrongRecipient,
-  NoNumber,
-  UnknownServer,
-  Unreachable,
-  NoEncryption,
-  UntrustedServer,
-  LoginRefused,
-  NoAnswer,
-  NoAnswerInTheEnd,
-  ConnectionLost,
-  Answer
+/// Each is the number of its text.
+enum class Trouble : size_t {
+  Other = varek::texts::kTroubleOther,
+  BrokenLine = varek::texts::kTroubleBrokenLine,
+  SettingsFile = varek::texts::kTroubleSettingsFile,
+  NoServer = varek::texts::kTroubleNoServer,
+  WrongServer = varek::texts::kTroubleWrongServer,
+  NoSender = varek::texts::kTroubleNoSender,
+  WrongSender = varek::texts::kTroubleWrongSender,
+  NoRecipient = varek::texts::kTroubleNoRecipient,
+  WrongRecipient = varek::texts::kTroubleWrongRecipient,
+  NoNumber = varek::texts::kTroubleNoNumber,
+  UnknownServer = varek::texts::kTroubleUnknownServer,
+  Unreachable = varek::texts::kTroubleUnreachable,
+  NoEncryption = varek::texts::kTroubleNoEncryption,
+  UntrustedServer = varek::texts::kTroubleUntrustedServer,
+  LoginRefused = varek::texts::kTroubleLoginRefused,
+  NoAnswer = varek::texts::kTroubleNoAnswer,
+  NoAnswerInTheEnd = varek::texts::kTroubleNoAnswerInTheEnd,
+  ConnectionLost = varek::texts::kTroubleConnectionLost,
+  Answer = varek::texts::kTroubleAnswer
 };
 
 struct Reason {

@@ -7,6 +7,7 @@
 #include "mail/mail_settings.h"
 #include "mail/message.h"
 #include "mail/smtp.h"
+#include "texts/text_numbers.h"
 
 namespace {
 
@@ -25,8 +26,6 @@ enum Field {
   kFieldCount
 };
 
-constexpr int kFirstText = 316;
-
 Delivery PrepareMail(const std::vector<std::string>& fields, const std::string& conf,
                      const LogFile& log) {
   const MailSettings settings = ReadMailSettings(conf, log);
@@ -42,5 +41,5 @@ Delivery PrepareMail(const std::vector<std::string>& fields, const std::string& 
 }  // namespace
 
 int main(int argc, char** argv) {
-  return RunSender({"mailto", kFieldCount, kFirstText, PrepareMail}, argc, argv);
+  return RunSender({"mailto", kFieldCount, varek::texts::kMailTestTitle, PrepareMail}, argc, argv);
 }

@@ -6,14 +6,13 @@
 #include "platform/text.h"
 #include "sms/gateway.h"
 #include "sms/service.h"
+#include "texts/text_numbers.h"
 
 namespace {
 
 using namespace sidecar;
 
 enum Field { kGateway, kAccount, kPassword, kNumber, kText, kApiId, kMode, kLanguage, kFieldCount };
-
-constexpr int kFirstText = 319;
 
 Delivery PrepareSms(const std::vector<std::string>& fields, const std::string& conf,
                     const LogFile&) {
@@ -31,5 +30,5 @@ Delivery PrepareSms(const std::vector<std::string>& fields, const std::string& c
 }  // namespace
 
 int main(int argc, char** argv) {
-  return RunSender({"SMSTO", kFieldCount, kFirstText, PrepareSms}, argc, argv);
+  return RunSender({"SMSTO", kFieldCount, varek::texts::kSmsTestTitle, PrepareSms}, argc, argv);
 }
