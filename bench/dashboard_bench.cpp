@@ -7,11 +7,11 @@
 #include <string>
 
 #include "core/data_center.h"
-#include "platform/application.h"
-#include "platform/events.h"
-#include "platform/paths.h"
-#include "settings/language.h"
-#include "views/dashboard.h"
+#include "platform/system/paths.h"
+#include "platform/time/events.h"
+#include "platform/toolkit/application.h"
+#include "texts/language.h"
+#include "views/dashboard/dashboard.h"
 
 namespace {
 

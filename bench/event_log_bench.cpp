@@ -7,15 +7,15 @@
 #include <filesystem>
 #include <string>
 
-#include "platform/application.h"
-#include "platform/clock.h"
-#include "platform/database.h"
-#include "platform/events.h"
-#include "platform/paths.h"
+#include "platform/storage/database.h"
+#include "platform/system/paths.h"
+#include "platform/time/clock.h"
+#include "platform/time/events.h"
+#include "platform/toolkit/application.h"
 #include "records/databases.h"
-#include "settings/language.h"
-#include "views/event_log.h"
-#include "views/event_month.h"
+#include "texts/language.h"
+#include "views/event_log/event_log.h"
+#include "views/event_log/event_month.h"
 
 namespace {
 

@@ -15,18 +15,18 @@
 #include <string>
 
 #include "core/data_center.h"
-#include "platform/application.h"
-#include "platform/clock.h"
-#include "platform/events.h"
-#include "platform/paths.h"
-#include "platform/text.h"
-#include "platform/timers.h"
+#include "platform/system/paths.h"
+#include "platform/text/text.h"
+#include "platform/time/clock.h"
+#include "platform/time/events.h"
+#include "platform/time/timers.h"
+#include "platform/toolkit/application.h"
 #include "records/databases.h"
-#include "settings/language.h"
-#include "views/data_history.h"
-#include "views/kit/picture_button.h"
-#include "views/query_panel.h"
-#include "views/save_dialog.h"
+#include "texts/language.h"
+#include "views/history/data_history.h"
+#include "views/history/query_panel.h"
+#include "views/history/save_dialog.h"
+#include "views/kit/controls/picture_button.h"
 
 namespace {
 

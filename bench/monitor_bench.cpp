@@ -8,7 +8,7 @@
 
 #include "core/data_center.h"
 #include "link/protocol.h"
-#include "platform/paths.h"
+#include "platform/system/paths.h"
 #include "records/databases.h"
 #include "records/events.h"
 

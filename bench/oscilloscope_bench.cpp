@@ -9,11 +9,11 @@
 #include <filesystem>
 
 #include "core/data_center.h"
-#include "platform/application.h"
-#include "platform/clock.h"
-#include "platform/paths.h"
+#include "platform/system/paths.h"
+#include "platform/time/clock.h"
+#include "platform/toolkit/application.h"
 #include "records/databases.h"
-#include "views/scope_chart.h"
+#include "views/oscilloscope/curves/scope_chart.h"
 
 namespace {
 

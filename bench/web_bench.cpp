@@ -10,18 +10,18 @@
 #include <string>
 
 #include "core/data_center.h"
-#include "platform/application.h"
-#include "platform/clock.h"
-#include "platform/database.h"
-#include "platform/paths.h"
-#include "platform/text.h"
+#include "platform/storage/database.h"
+#include "platform/system/paths.h"
+#include "platform/text/text.h"
+#include "platform/time/clock.h"
+#include "platform/toolkit/application.h"
 #include "records/databases.h"
-#include "settings/language.h"
-#include "web/charts.h"
-#include "web/data_page.h"
-#include "web/event_pages.h"
-#include "web/page_files.h"
-#include "web/schedule_pages.h"
+#include "texts/language.h"
+#include "web/charts/charts.h"
+#include "web/pages/data_page.h"
+#include "web/pages/event_pages.h"
+#include "web/pages/page_files.h"
+#include "web/pages/schedule_pages.h"
 
 namespace {
 

@@ -26,3 +26,16 @@ if(VAREK_SANITIZE)
                                                 -fno-sanitize-recover=all -fno-omit-frame-pointer)
   target_link_options(varek_common INTERFACE -fsanitize=address,undefined)
 endif()
+
+# A module: the library of the present folder of src/, named for it (src/views/kit is
+# varek_views_kit). Folders link downwards only: what is above in src/CMakeLists.txt.
+#
+# varek_module(SOURCES <files> [PUBLIC <targets>] [PRIVATE <targets>])
+function(varek_module)
+  cmake_parse_arguments(MODULE "" "" "SOURCES;PUBLIC;PRIVATE" ${ARGN})
+  file(RELATIVE_PATH folder ${CMAKE_SOURCE_DIR}/src ${CMAKE_CURRENT_SOURCE_DIR})
+  string(REPLACE "/" "_" name varek_${folder})
+  add_library(${name} STATIC ${MODULE_SOURCES})
+  target_include_directories(${name} PUBLIC ${CMAKE_SOURCE_DIR}/src)
+  target_link_libraries(${name} PUBLIC varek_common ${MODULE_PUBLIC} PRIVATE ${MODULE_PRIVATE})
+endfunction()

@@ -2,14 +2,14 @@
 
 #include <string>
 
-#include "core/controller.h"
+#include "app/controller.h"
+#include "app/start_up.h"
 #include "core/error_list.h"
 #include "core/journal.h"
-#include "core/start_up.h"
-#include "platform/application.h"
-#include "platform/guard.h"
-#include "settings/language.h"
-#include "views/kit/message_window.h"
+#include "platform/errors/guard.h"
+#include "platform/toolkit/application.h"
+#include "texts/language.h"
+#include "views/kit/windows/message_window.h"
 
 namespace {
 

@@ -9,7 +9,7 @@
 #include <QPainter>
 #include <filesystem>
 
-#include "views/palette.h"
+#include "drawing/palette.h"
 
 namespace varek::pictures {
 

@@ -3,9 +3,9 @@
 #include <cmath>
 #include <string>
 
+#include "drawing/instruments.h"
 #include "pictures/canvas.h"
 #include "pictures/pictures.h"
-#include "views/instruments.h"
 
 namespace varek::pictures {
 

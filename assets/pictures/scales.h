@@ -5,7 +5,7 @@
 
 #include <array>
 
-#include "views/instruments.h"
+#include "drawing/instruments.h"
 
 namespace varek {
 

@@ -3,8 +3,8 @@
 #include <algorithm>
 
 #include "kit/utf8.h"
-#include "platform/runtime_error.h"
-#include "platform/text.h"
+#include "platform/errors/runtime_error.h"
+#include "platform/text/text.h"
 
 namespace sidecar {
 

@@ -8,12 +8,12 @@
 #include <QVBoxLayout>
 #include <algorithm>
 
+#include "drawing/palette.h"
 #include "kit/texts.h"
-#include "platform/clock.h"
-#include "platform/service.h"
-#include "views/kit/colors.h"
-#include "views/kit/window_places.h"
-#include "views/palette.h"
+#include "platform/system/service.h"
+#include "platform/time/clock.h"
+#include "views/kit/controls/colors.h"
+#include "views/kit/windows/window_places.h"
 
 namespace sidecar {
 

@@ -6,8 +6,8 @@
 #include <cstdint>
 #include <string>
 
-#include "alert/notice_window.h"
-#include "platform/desktop_notifier.h"
+#include "kit/notice_window.h"
+#include "platform/toolkit/desktop_notifier.h"
 
 namespace sidecar {
 

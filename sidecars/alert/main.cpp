@@ -6,11 +6,11 @@
 
 #include "alert/alert_text.h"
 #include "alert/alert_window.h"
-#include "platform/application.h"
-#include "platform/clock.h"
-#include "platform/message_box.h"
-#include "platform/runtime_error.h"
-#include "platform/text_collector.h"
+#include "platform/copies/text_collector.h"
+#include "platform/errors/log.h"
+#include "platform/errors/runtime_error.h"
+#include "platform/time/clock.h"
+#include "platform/toolkit/application.h"
 
 namespace {
 

@@ -9,9 +9,9 @@
 #include "autosave/job_runner.h"
 #include "autosave/save_jobs.h"
 #include "kit/log_file.h"
-#include "platform/clock.h"
-#include "platform/paths.h"
-#include "platform/runtime_folder.h"
+#include "platform/copies/runtime_folder.h"
+#include "platform/system/paths.h"
+#include "platform/time/clock.h"
 
 namespace {
 

@@ -5,10 +5,10 @@
 #include <fstream>
 #include <string>
 
-#include "platform/guard.h"
-#include "platform/paths.h"
-#include "platform/runtime_error.h"
-#include "platform/runtime_folder.h"
+#include "platform/copies/runtime_folder.h"
+#include "platform/errors/guard.h"
+#include "platform/errors/runtime_error.h"
+#include "platform/system/paths.h"
 
 namespace sidecar {
 

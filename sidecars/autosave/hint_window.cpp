@@ -8,9 +8,9 @@
 #include "autosave/hint_memory.h"
 #include "autosave/save_jobs.h"
 #include "kit/texts.h"
-#include "platform/message_box.h"
-#include "platform/runtime_error.h"
-#include "views/kit/message_window.h"
+#include "platform/errors/log.h"
+#include "platform/errors/runtime_error.h"
+#include "views/kit/windows/message_window.h"
 
 namespace sidecar {
 

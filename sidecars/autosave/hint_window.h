@@ -1,7 +1,7 @@
 // The hint that a save at shutdown can be set up, and how. It does not take the focus.
 #pragma once
 
-#include "alert/notice_window.h"
+#include "kit/notice_window.h"
 
 class QCheckBox;
 

@@ -10,7 +10,7 @@
 #include <cstring>
 #include <optional>
 
-#include "platform/clock.h"
+#include "platform/time/clock.h"
 
 extern char** environ;
 

@@ -6,7 +6,7 @@
 #include <algorithm>
 #include <filesystem>
 
-#include "platform/paths.h"
+#include "platform/system/paths.h"
 
 namespace sidecar {
 

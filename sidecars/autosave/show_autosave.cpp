@@ -7,9 +7,9 @@
 #include "autosave/hint_memory.h"
 #include "autosave/hint_window.h"
 #include "autosave/save_jobs.h"
-#include "platform/application.h"
-#include "platform/paths.h"
-#include "platform/runtime_error.h"
+#include "platform/errors/runtime_error.h"
+#include "platform/system/paths.h"
+#include "platform/toolkit/application.h"
 
 namespace {
 

@@ -4,7 +4,7 @@
 
 #include "kit/system_end.h"
 #include "kit/utf8.h"
-#include "platform/runtime_error.h"
+#include "platform/errors/runtime_error.h"
 
 namespace sidecar {
 

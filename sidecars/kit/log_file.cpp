@@ -8,8 +8,8 @@
 #include <filesystem>
 
 #include "kit/utf8.h"
-#include "platform/clock.h"
-#include "platform/message_box.h"
+#include "platform/errors/log.h"
+#include "platform/time/clock.h"
 
 namespace sidecar {
 

@@ -6,11 +6,11 @@
 #include "kit/system_end.h"
 #include "kit/texts.h"
 #include "kit/utf8.h"
-#include "platform/application.h"
-#include "platform/message_box.h"
-#include "platform/paths.h"
-#include "platform/runtime_error.h"
-#include "views/kit/message_window.h"
+#include "platform/desktop/message_box.h"
+#include "platform/errors/runtime_error.h"
+#include "platform/system/paths.h"
+#include "platform/toolkit/application.h"
+#include "views/kit/windows/message_window.h"
 
 namespace sidecar {
 

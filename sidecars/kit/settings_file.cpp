@@ -5,8 +5,8 @@
 #include <sstream>
 
 #include "kit/trouble.h"
-#include "platform/paths.h"
-#include "platform/runtime_error.h"
+#include "platform/errors/runtime_error.h"
+#include "platform/system/paths.h"
 
 namespace sidecar {
 

@@ -2,11 +2,11 @@
 
 #include <sstream>
 
-#include "platform/database.h"
-#include "platform/message_box.h"
-#include "platform/paths.h"
-#include "platform/runtime_error.h"
-#include "platform/text.h"
+#include "platform/errors/log.h"
+#include "platform/errors/runtime_error.h"
+#include "platform/storage/database.h"
+#include "platform/system/paths.h"
+#include "platform/text/text.h"
 
 namespace sidecar {
 

@@ -4,7 +4,7 @@
 #include <regex>
 
 #include "kit/trouble.h"
-#include "platform/text.h"
+#include "platform/text/text.h"
 
 namespace sidecar {
 

@@ -6,7 +6,7 @@
 
 #include "kit/utf8.h"
 #include "mail/base64.h"
-#include "platform/text.h"
+#include "platform/text/text.h"
 
 namespace sidecar {
 

@@ -4,8 +4,8 @@
 #include <map>
 
 #include "kit/settings_file.h"
-#include "platform/paths.h"
-#include "platform/runtime_error.h"
+#include "platform/errors/runtime_error.h"
+#include "platform/system/paths.h"
 
 namespace sidecar {
 

@@ -8,7 +8,7 @@
 #include "kit/transfer.h"
 #include "kit/utf8.h"
 #include "mail/base64.h"
-#include "platform/text.h"
+#include "platform/text/text.h"
 
 namespace sidecar {
 

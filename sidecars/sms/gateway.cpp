@@ -4,7 +4,7 @@
 
 #include "kit/settings_file.h"
 #include "kit/trouble.h"
-#include "platform/runtime_error.h"
+#include "platform/errors/runtime_error.h"
 
 namespace sidecar {
 

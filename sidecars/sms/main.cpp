@@ -3,7 +3,7 @@
 // SMSTO.conf beside it describes the gateways; SMSTO.log tells what became of each message.
 
 #include "kit/sender.h"
-#include "platform/text.h"
+#include "platform/text/text.h"
 #include "sms/gateway.h"
 #include "sms/service.h"
 #include "texts/text_numbers.h"

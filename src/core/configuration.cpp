@@ -7,11 +7,11 @@
 
 #include "core/data_center.h"
 #include "core/link_record.h"
-#include "platform/message_box.h"
-#include "platform/paths.h"
-#include "platform/runtime_error.h"
-#include "platform/system.h"
-#include "platform/text.h"
+#include "platform/desktop/message_box.h"
+#include "platform/errors/runtime_error.h"
+#include "platform/system/paths.h"
+#include "platform/system/system.h"
+#include "platform/text/text.h"
 
 namespace varek {
 

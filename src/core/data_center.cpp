@@ -2,8 +2,8 @@
 
 #include <cmath>
 
-#include "platform/clock.h"
-#include "platform/text.h"
+#include "platform/text/text.h"
+#include "platform/time/clock.h"
 
 namespace varek {
 

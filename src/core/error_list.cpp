@@ -1,6 +1,6 @@
 #include "core/error_list.h"
 
-#include "platform/clock.h"
+#include "platform/time/clock.h"
 
 namespace varek {
 

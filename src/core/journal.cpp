@@ -8,9 +8,9 @@
 #include <string_view>
 
 #include "core/link_record.h"
-#include "platform/clock.h"
-#include "platform/message_box.h"
-#include "platform/runtime_error.h"
+#include "platform/errors/log.h"
+#include "platform/errors/runtime_error.h"
+#include "platform/time/clock.h"
 
 namespace varek {
 

@@ -5,7 +5,7 @@
 #include <cstdint>
 #include <string>
 
-#include "platform/serial_port.h"
+#include "platform/ports/serial_port.h"
 
 namespace varek {
 

@@ -7,8 +7,8 @@
 #include "core/link_record.h"
 #include "link/protocol.h"
 #include "link/usb_link.h"
-#include "platform/guard.h"
-#include "platform/text.h"
+#include "platform/errors/guard.h"
+#include "platform/text/text.h"
 #include "records/events.h"
 
 namespace varek {

@@ -6,9 +6,9 @@
 #include "core/link_record.h"
 #include "link/protocol.h"
 #include "link/usb_link.h"
-#include "platform/clock.h"
-#include "platform/events.h"
-#include "platform/guard.h"
+#include "platform/errors/guard.h"
+#include "platform/time/clock.h"
+#include "platform/time/events.h"
 
 namespace varek {
 

@@ -7,7 +7,7 @@
 #include <functional>
 #include <string>
 
-#include "platform/serial_port.h"
+#include "platform/ports/serial_port.h"
 
 namespace varek {
 

@@ -1,7 +1,7 @@
 #include "link/protocol.h"
 
 #include "core/data_center.h"
-#include "platform/text.h"
+#include "platform/text/text.h"
 
 namespace varek {
 

@@ -4,8 +4,8 @@
 #include <optional>
 
 #include "core/link_record.h"
-#include "platform/message_box.h"
-#include "platform/text.h"
+#include "platform/errors/log.h"
+#include "platform/text/text.h"
 #include "records/events.h"
 
 namespace varek {

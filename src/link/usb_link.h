@@ -9,7 +9,7 @@
 #include <string>
 #include <vector>
 
-#include "platform/hid.h"
+#include "platform/ports/hid.h"
 
 namespace varek {
 

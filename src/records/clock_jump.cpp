@@ -2,7 +2,7 @@
 
 #include <cstdlib>
 
-#include "platform/clock.h"
+#include "platform/time/clock.h"
 
 namespace varek {
 

@@ -4,11 +4,11 @@
 
 #include "core/data_center.h"
 #include "core/journal.h"
-#include "platform/calendar.h"
-#include "platform/clock.h"
-#include "platform/guard.h"
-#include "platform/paths.h"
-#include "platform/text.h"
+#include "platform/errors/guard.h"
+#include "platform/system/paths.h"
+#include "platform/text/text.h"
+#include "platform/time/calendar.h"
+#include "platform/time/clock.h"
 #include "records/clock_jump.h"
 #include "records/recording.h"
 

@@ -8,7 +8,7 @@
 #include <optional>
 #include <string>
 
-#include "platform/database.h"
+#include "platform/storage/database.h"
 
 namespace varek {
 

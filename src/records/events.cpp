@@ -5,15 +5,15 @@
 #include <utility>
 
 #include "core/data_center.h"
-#include "core/tray.h"
-#include "platform/clock.h"
-#include "platform/guard.h"
-#include "platform/runtime_error.h"
+#include "platform/errors/guard.h"
+#include "platform/errors/runtime_error.h"
+#include "platform/time/clock.h"
 #include "records/databases.h"
 #include "records/notification.h"
 #include "records/recording.h"
 #include "records/shutdown.h"
-#include "settings/language.h"
+#include "texts/language.h"
+#include "tray/tray.h"
 
 namespace varek {
 

@@ -3,9 +3,9 @@
 #include <vector>
 
 #include "core/data_center.h"
-#include "platform/paths.h"
-#include "platform/process.h"
-#include "platform/system.h"
+#include "platform/system/paths.h"
+#include "platform/system/process.h"
+#include "platform/system/system.h"
 
 namespace varek {
 

@@ -3,8 +3,8 @@
 #include <string>
 
 #include "core/journal.h"
-#include "platform/clock.h"
-#include "platform/guard.h"
+#include "platform/errors/guard.h"
+#include "platform/time/clock.h"
 #include "records/databases.h"
 #include "records/events.h"
 

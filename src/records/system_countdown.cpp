@@ -2,11 +2,11 @@
 
 #include <algorithm>
 
-#include "platform/guard.h"
-#include "platform/paths.h"
-#include "platform/process.h"
-#include "platform/system.h"
-#include "platform/text.h"
+#include "platform/errors/guard.h"
+#include "platform/system/paths.h"
+#include "platform/system/process.h"
+#include "platform/system/system.h"
+#include "platform/text/text.h"
 #include "records/events.h"
 #include "texts/text_numbers.h"
 
@@ -29,21 +29,21 @@ FormSlot<Form10>& SystemCountdown() {
 }
 
 Form10::Form10()
-    : window_(CountdownWindow::Place::Left, [] { SystemCountdown().Unload(); }),
+    : view_(MakeCountdownView(CountdownPlace::Left, [] { SystemCountdown().Unload(); })),
       systemShutdown_(kShutdownPlace, StartShutdownCommand),
       Timer1("form10 Timer1", [this] { Timer1_Timer(); }) {
-  window_.SetCaption("關機倒數");
+  view_->SetCaption("關機倒數");
   ApplyLanguage();
   DataCenter.FormOpen[kNumber] = kSet;
 }
 
 Form10::~Form10() { DataCenter.FormOpen[kNumber] = kClear; }
 
-void Form10::ApplyLanguage() { window_.ApplyLanguage(texts::kComputerCountdownCaption); }
+void Form10::ApplyLanguage() { view_->ApplyLanguage(texts::kComputerCountdownCaption); }
 
 void Form10::SysShuntDown(int minutes) {
   Timer1.SetInterval(kTick);
-  window_.Show();
+  view_->Show();
   if (CountDown != 0 && minutes * 60 < CountDown) CountDown = static_cast<int16_t>(minutes * 60);
 }
 
@@ -65,7 +65,7 @@ void Form10::ShowTime() {
   const int seconds = std::max<int>(CountDown, 0);
   TimeText = std::to_string(seconds / 60) + ":" + platform::ZeroPadded(seconds % 60, 2);
   // The leading zero stands in front of any number of minutes: 05:30, but also 010:00.
-  window_.SetLabel("0" + TimeText);
+  view_->SetTime("0" + TimeText);
 }
 
 /// Gives the save program the last two minutes of the countdown.

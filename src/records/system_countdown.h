@@ -6,8 +6,8 @@
 
 #include "core/data_center.h"
 #include "core/forms.h"
-#include "platform/timers.h"
-#include "records/countdown_window.h"
+#include "platform/time/timers.h"
+#include "records/countdown_view.h"
 #include "records/ups_countdown.h"
 
 namespace varek {
@@ -29,7 +29,6 @@ class Form10 final {
   void ApplyLanguage();
 
   int16_t Seconds() const { return CountDown; }
-  CountdownWindow& Window() { return window_; }
 
  private:
   void ShutDownNow();
@@ -39,7 +38,7 @@ class Form10 final {
   int16_t CountDown = 9999;  ///< seconds left; the start value stands for no time given yet
   std::string TimeText;
   Flag AutoSaveStarted = kClear;
-  CountdownWindow window_;
+  std::unique_ptr<CountdownView> view_;
   AfterUPSOrder systemShutdown_;
   platform::Timer Timer1;
 };

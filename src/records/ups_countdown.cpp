@@ -4,9 +4,9 @@
 
 #include "core/data_center.h"
 #include "core/link_record.h"
-#include "platform/clock.h"
-#include "platform/events.h"
-#include "platform/text.h"
+#include "platform/text/text.h"
+#include "platform/time/clock.h"
+#include "platform/time/events.h"
 #include "records/events.h"
 #include "records/shutdown.h"
 #include "texts/text_numbers.h"
@@ -48,7 +48,7 @@ FormSlot<Form11>& UPSCountdown() {
 }
 
 Form11::Form11()
-    : window_(CountdownWindow::Place::Right, [] { CancelUPSShutdown(); }),
+    : view_(MakeCountdownView(CountdownPlace::Right, [] { CancelUPSShutdown(); })),
       Timer1(
           "form11 Timer1", [this] { Timer1_Timer(); }, kTick) {
   Timer1.SetEnabled(false);  // It counts only once a start time is known.
@@ -58,7 +58,7 @@ Form11::Form11()
 
 Form11::~Form11() { DataCenter.FormOpen[kNumber] = kClear; }
 
-void Form11::ApplyLanguage() { window_.ApplyLanguage(texts::kUpsCountdownCaption); }
+void Form11::ApplyLanguage() { view_->ApplyLanguage(texts::kUpsCountdownCaption); }
 
 void SetUPSShuntDown(int minutes, int restartMinutes) {
   static int32_t requests = 0;
@@ -81,7 +81,7 @@ void SetUPSShuntDown(int minutes, int restartMinutes) {
 
 bool Form11::Begin(int minutes) {
   CountSeconds = kNothingCounted;
-  window_.Show();
+  view_->Show();
   if (minutes * 60 >= CountSeconds) return false;
   // The former count must neither end nor send its command while the new one is prepared.
   Timer1.SetEnabled(false);
@@ -123,8 +123,8 @@ void Form11::OfferCommand() {
 
 void Form11::ShowRemaining(int64_t milliseconds) {
   const int64_t seconds = milliseconds / 1000;
-  window_.SetLabel(platform::ZeroPadded(seconds / 60 % 60, 2) + ":" +
-                   platform::ZeroPadded(seconds % 60, 2));
+  view_->SetTime(platform::ZeroPadded(seconds / 60 % 60, 2) + ":" +
+                 platform::ZeroPadded(seconds % 60, 2));
 }
 
 void CancelUPSShutdown() {

@@ -7,8 +7,8 @@
 #include <string>
 
 #include "core/forms.h"
-#include "platform/timers.h"
-#include "records/countdown_window.h"
+#include "platform/time/timers.h"
+#include "records/countdown_view.h"
 
 namespace varek {
 
@@ -24,7 +24,6 @@ class Form11 final {
   void Timer1_Timer();
 
   void ApplyLanguage();
-  CountdownWindow& Window() { return window_; }
   /// True until the slot has taken the command of this count.
   bool IsCommandWaiting() const { return CommandWaiting; }
 
@@ -44,7 +43,7 @@ class Form11 final {
   std::string UpsCommand;
   bool CommandWaiting = false;  ///< UpsCommand has not been placed in PendingCommand yet
   int32_t request_ = 0;         ///< the call that this count belongs to
-  CountdownWindow window_;
+  std::unique_ptr<CountdownView> view_;
   platform::Timer Timer1;
 };
 

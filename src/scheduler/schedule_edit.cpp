@@ -3,9 +3,9 @@
 #include <algorithm>
 
 #include "core/data_center.h"
-#include "platform/text.h"
+#include "platform/text/text.h"
 #include "scheduler/schedule_rows.h"
-#include "settings/language.h"
+#include "texts/language.h"
 
 namespace varek {
 

@@ -4,11 +4,11 @@
 #include <optional>
 #include <utility>
 
-#include "platform/calendar.h"
-#include "platform/guard.h"
-#include "platform/query_dialect.h"
-#include "platform/runtime_error.h"
-#include "platform/text.h"
+#include "platform/errors/guard.h"
+#include "platform/errors/runtime_error.h"
+#include "platform/storage/query_dialect.h"
+#include "platform/text/text.h"
+#include "platform/time/calendar.h"
 #include "records/events.h"
 #include "scheduler/schedule_rows.h"
 #include "scheduler/schedule_runner.h"

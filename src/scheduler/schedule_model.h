@@ -9,7 +9,7 @@
 #include <string_view>
 #include <vector>
 
-#include "platform/clock.h"
+#include "platform/time/clock.h"
 
 namespace varek {
 

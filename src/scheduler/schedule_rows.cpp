@@ -3,8 +3,8 @@
 #include <cmath>
 #include <limits>
 
-#include "platform/paths.h"
-#include "platform/runtime_error.h"
+#include "platform/errors/runtime_error.h"
+#include "platform/system/paths.h"
 
 namespace varek {
 

@@ -5,7 +5,7 @@
 #include <memory>
 #include <string>
 
-#include "platform/database.h"
+#include "platform/storage/database.h"
 #include "records/databases.h"
 #include "scheduler/schedule_model.h"
 

@@ -5,9 +5,9 @@
 
 #include "core/data_center.h"
 #include "core/link_record.h"
-#include "platform/clock.h"
-#include "platform/query_dialect.h"
-#include "platform/text.h"
+#include "platform/storage/query_dialect.h"
+#include "platform/text/text.h"
+#include "platform/time/clock.h"
 #include "records/shutdown.h"
 #include "scheduler/schedule_model.h"
 

@@ -1,7 +1,7 @@
 // The short texts with which both front ends show an entry, in the present language.
-#include "platform/text.h"
+#include "platform/text/text.h"
 #include "scheduler/schedule_model.h"
-#include "settings/language.h"
+#include "texts/language.h"
 
 namespace varek {
 

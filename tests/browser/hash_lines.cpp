@@ -2,7 +2,7 @@
 #include <iostream>
 #include <string>
 
-#include "web/hash.h"
+#include "web/pages/hash.h"
 
 int main() {
   for (std::string line; std::getline(std::cin, line);) std::cout << varek::Hash(line) << '\n';

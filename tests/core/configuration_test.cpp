@@ -7,8 +7,8 @@
 
 #include "core/data_center.h"
 #include "core/link_record.h"
-#include "platform/paths.h"
-#include "platform/runtime_error.h"
+#include "platform/errors/runtime_error.h"
+#include "platform/system/paths.h"
 #include "support/monitor_fixture.h"
 
 namespace varek {

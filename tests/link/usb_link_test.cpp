@@ -9,7 +9,7 @@
 #include "core/error_list.h"
 #include "core/link_record.h"
 #include "link/poll_cycle.h"
-#include "platform/timers.h"
+#include "platform/time/timers.h"
 #include "records/databases.h"
 #include "support/hid_unit.h"
 #include "support/monitor_fixture.h"

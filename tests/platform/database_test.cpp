@@ -1,6 +1,6 @@
 // Databases on real files, which other connections change meanwhile and whose writers may die.
 
-#include "platform/database.h"
+#include "platform/storage/database.h"
 
 #include <gtest/gtest.h>
 

@@ -3,7 +3,7 @@
 
 #include <functional>
 
-#include "platform/runtime_error.h"
+#include "platform/errors/runtime_error.h"
 
 namespace platform {
 

@@ -13,12 +13,12 @@
 #include <optional>
 
 #include "error_of.h"
-#include "platform/clock.h"
-#include "platform/events.h"
-#include "platform/paths.h"
-#include "platform/process.h"
-#include "platform/runtime_error.h"
-#include "platform/serial_port.h"
+#include "platform/errors/runtime_error.h"
+#include "platform/ports/serial_port.h"
+#include "platform/system/paths.h"
+#include "platform/system/process.h"
+#include "platform/time/clock.h"
+#include "platform/time/events.h"
 #include "support/monitor_fixture.h"
 #include "support/serial_line.h"
 

@@ -1,13 +1,13 @@
 // The edges at which a reading, a limit, a shown value or a query would come out wrong.
 
-#include "platform/text.h"
+#include "platform/text/text.h"
 
 #include <gtest/gtest.h>
 
 #include <cmath>
 
 #include "error_of.h"
-#include "platform/query_dialect.h"
+#include "platform/storage/query_dialect.h"
 
 namespace platform {
 namespace {

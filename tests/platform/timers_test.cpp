@@ -1,12 +1,12 @@
 // Timers on a clock that is stepped by hand: order, intervals, what handlers may do to timers.
 
-#include "platform/timers.h"
+#include "platform/time/timers.h"
 
 #include <gtest/gtest.h>
 
-#include "platform/events.h"
-#include "platform/guard.h"
-#include "platform/runtime_error.h"
+#include "platform/errors/guard.h"
+#include "platform/errors/runtime_error.h"
+#include "platform/time/events.h"
 #include "support/fake_clock.h"
 
 namespace platform {

@@ -6,8 +6,8 @@
 #include "core/link_record.h"
 #include "records/databases.h"
 #include "records/system_countdown.h"
-#include "settings/language.h"
 #include "support/monitor_fixture.h"
+#include "texts/language.h"
 
 namespace varek {
 namespace {

@@ -10,16 +10,16 @@
 #include "core/data_center.h"
 #include "core/error_list.h"
 #include "core/link_record.h"
-#include "platform/clock.h"
-#include "platform/events.h"
-#include "platform/paths.h"
-#include "platform/timers.h"
+#include "platform/system/paths.h"
+#include "platform/time/clock.h"
+#include "platform/time/events.h"
+#include "platform/time/timers.h"
 #include "records/databases.h"
 #include "records/events.h"
 #include "records/system_countdown.h"
 #include "records/ups_countdown.h"
-#include "settings/language.h"
 #include "support/monitor_fixture.h"
+#include "texts/language.h"
 
 namespace varek {
 namespace {
@@ -51,8 +51,8 @@ class ShutdownTest : public test::MonitorTest {
     return lines;
   }
 
-  std::string SystemLabel() { return SystemCountdown().Get().Window().Label(); }
-  std::string UPSLabel() { return UPSCountdown().Get().Window().Label(); }
+  std::string SystemLabel() { return countdowns[0].time; }
+  std::string UPSLabel() { return countdowns[1].time; }
 
   /// The poll cycle's part: takes what waits, every two seconds.
   std::vector<std::string> sent;
@@ -93,7 +93,7 @@ TEST_F(ShutdownTest, ASecondRequestCanOnlyShortenTheSystemCountdown) {
   EXPECT_EQ(SystemCountdown().Get().Seconds(), 290);
   StartSystemShutdown(1);
   EXPECT_EQ(SystemCountdown().Get().Seconds(), 60);
-  SystemCountdown().Get().Window().PressCancel();
+  countdowns[0].cancel();
   platform::DoEvents();
   EXPECT_FALSE(SystemCountdown().IsLoaded());
   EXPECT_EQ(DataCenter.FormOpen[10], kClear);

@@ -8,16 +8,16 @@
 #include "core/data_center.h"
 #include "core/forms.h"
 #include "core/link_record.h"
-#include "platform/database.h"
-#include "platform/runtime_error.h"
-#include "platform/timers.h"
+#include "platform/errors/runtime_error.h"
+#include "platform/storage/database.h"
+#include "platform/time/timers.h"
 #include "records/databases.h"
 #include "records/system_countdown.h"
 #include "scheduler/schedule_edit.h"
 #include "scheduler/schedule_model.h"
 #include "scheduler/schedule_runner.h"
-#include "settings/language.h"
 #include "support/monitor_fixture.h"
+#include "texts/language.h"
 
 namespace varek {
 namespace {

@@ -13,13 +13,13 @@
 #include <iterator>
 
 #include "core/configuration.h"
-#include "platform/paths.h"
-#include "platform/process.h"
-#include "settings/mail_settings.h"
-#include "settings/sms_settings.h"
+#include "platform/system/paths.h"
+#include "platform/system/process.h"
+#include "settings/notification/mail_settings.h"
+#include "settings/notification/sms_settings.h"
 #include "support/serial_line.h"
 #include "support/windows.h"
-#include "views/kit/picture_button.h"
+#include "views/kit/controls/picture_button.h"
 
 namespace varek {
 namespace {

@@ -1,6 +1,6 @@
 // The system settings through their controls: what is shown, which keys are taken, the order of
 // the checks behind OK and what each leaves changed, and the search.
-#include "settings/system_settings.h"
+#include "settings/system/system_settings.h"
 
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
@@ -20,11 +20,11 @@
 #include "core/error_list.h"
 #include "core/link_record.h"
 #include "link/usb_link.h"
-#include "platform/paths.h"
-#include "settings/language.h"
+#include "platform/system/paths.h"
 #include "support/hid_unit.h"
 #include "support/windows.h"
-#include "views/kit/picture_button.h"
+#include "texts/language.h"
+#include "views/kit/controls/picture_button.h"
 
 namespace varek {
 namespace {

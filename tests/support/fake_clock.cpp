@@ -3,8 +3,8 @@
 #include <algorithm>
 #include <ctime>
 
-#include "platform/events.h"
-#include "platform/timers.h"
+#include "platform/time/events.h"
+#include "platform/time/timers.h"
 
 namespace varek::test {
 

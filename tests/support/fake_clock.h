@@ -2,7 +2,7 @@
 // one after the other at its own moment, so that hours of the monitor pass in milliseconds.
 #pragma once
 
-#include "platform/clock.h"
+#include "platform/time/clock.h"
 
 namespace varek::test {
 

@@ -5,7 +5,7 @@
 #include <string>
 #include <vector>
 
-#include "platform/hid.h"
+#include "platform/ports/hid.h"
 #include "simulator/ups_model.h"
 
 namespace varek::test {

@@ -9,18 +9,19 @@
 #include "core/forms.h"
 #include "core/journal.h"
 #include "core/link_record.h"
-#include "platform/application.h"
-#include "platform/database.h"
-#include "platform/guard.h"
-#include "platform/hid.h"
-#include "platform/message_box.h"
-#include "platform/paths.h"
-#include "platform/process.h"
-#include "platform/runtime_error.h"
+#include "platform/desktop/message_box.h"
+#include "platform/errors/guard.h"
+#include "platform/errors/runtime_error.h"
+#include "platform/ports/hid.h"
+#include "platform/storage/database.h"
+#include "platform/system/paths.h"
+#include "platform/system/process.h"
+#include "platform/toolkit/application.h"
+#include "records/countdown_view.h"
 #include "records/databases.h"
 #include "scheduler/schedule_runner.h"
-#include "settings/language.h"
 #include "support/serial_line.h"
+#include "texts/language.h"
 
 namespace varek::test {
 
@@ -37,6 +38,20 @@ class NoHid final : public platform::HidDriver {
  public:
   std::vector<platform::HidDeviceInfo> List() override { return {}; }
   std::unique_ptr<platform::HidDevice> Open(const std::string&) override { return nullptr; }
+};
+
+class WrittenCountdown final : public CountdownView {
+ public:
+  WrittenCountdown(ShownCountdown& shown, std::function<void()> cancel) : shown_(shown) {
+    shown_ = {"", std::move(cancel)};
+  }
+  void Show() override {}
+  void SetCaption(const std::string&) override {}
+  void ApplyLanguage(size_t) override {}
+  void SetTime(const std::string& text) override { shown_.time = text; }
+
+ private:
+  ShownCountdown& shown_;
 };
 
 void ResetRooms() {
@@ -87,6 +102,10 @@ MonitorTest::MonitorTest() {
       TellOver);
   platform::ReplaceMessageBox(
       [this](const std::string& text, const std::string&) { messages.push_back(text); });
+  SetCountdownViewMaker([this](CountdownPlace place, std::function<void()> cancel) {
+    return std::make_unique<WrittenCountdown>(countdowns.at(static_cast<size_t>(place)),
+                                              std::move(cancel));
+  });
   platform::ReplaceEndProcess([](int status) { throw ProcessEnded{status}; });
   platform::ReplaceProgramStarter(
       [this](const std::string& program, const std::string& rest, platform::WindowStyle) {
@@ -100,6 +119,7 @@ MonitorTest::MonitorTest() {
 
 MonitorTest::~MonitorTest() {
   ResetRooms();
+  SetCountdownViewMaker(nullptr);
   platform::SetErrorSink(nullptr);
   platform::ReplaceMessageBox(nullptr);
   platform::ReplaceEndProcess(nullptr);

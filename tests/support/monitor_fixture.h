@@ -5,6 +5,8 @@
 
 #include <gtest/gtest.h>
 
+#include <array>
+#include <functional>
 #include <string>
 #include <vector>
 
@@ -34,6 +36,12 @@ void InstallPictures(const std::string& folder);
 struct StartedProgram {
   std::string name;  ///< without its folder, "alert.exe"
   std::string rest;
+};
+
+/// What a countdown shows, and its cancel button.
+struct ShownCountdown {
+  std::string time;
+  std::function<void()> cancel;
 };
 
 /// What EndProcess throws in tests; no guard catches it.
@@ -69,7 +77,8 @@ class MonitorTest : public testing::Test {
 
   FakeClock clock{{2026, 3, 10, 12, 0, 0}};
   std::vector<StartedProgram> started;
-  std::vector<std::string> messages;  ///< texts of the message boxes
+  std::array<ShownCountdown, 2> countdowns;  ///< by place: of the system, of the UPS
+  std::vector<std::string> messages;         ///< texts of the message boxes
   /// While set, starting any program fails as if it were missing.
   bool programsMissing = false;
   std::string missingProgram;  ///< the same for one of them, "alert.exe"

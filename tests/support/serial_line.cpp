@@ -9,8 +9,8 @@
 #include <filesystem>
 #include <utility>
 
-#include "platform/application.h"
-#include "platform/events.h"
+#include "platform/time/events.h"
+#include "platform/toolkit/application.h"
 
 namespace varek::test {
 

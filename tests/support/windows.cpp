@@ -7,9 +7,10 @@
 #include <QWheelEvent>
 #include <filesystem>
 
-#include "platform/events.h"
-#include "settings/language.h"
-#include "views/kit/window_frame.h"
+#include "platform/time/events.h"
+#include "texts/language.h"
+#include "views/countdown/countdown_window.h"
+#include "views/kit/windows/window_frame.h"
 
 namespace varek::test {
 
@@ -22,6 +23,7 @@ bool IsCaptionOf(const QLabel& label, const QWidget& control) { return label.bud
 }  // namespace
 
 WindowTest::WindowTest() {
+  SetCountdownViewMaker(MakeCountdownWindow);
   InstallPictures(Folder());
   Loadlanguage(0);
 }

@@ -8,18 +8,19 @@
 #include <cstdio>
 #include <fstream>
 
+#include "app/windows.h"
 #include "core/data_center.h"
 #include "core/forms.h"
-#include "platform/message_box.h"
+#include "platform/desktop/message_box.h"
 #include "records/shutdown.h"
 #include "records/system_countdown.h"
 #include "records/ups_countdown.h"
-#include "settings/language.h"
-#include "settings/system_settings.h"
+#include "settings/system/system_settings.h"
 #include "support/serial_line.h"
 #include "support/windows.h"
-#include "views/kit/message_window.h"
-#include "views/save_dialog.h"
+#include "texts/language.h"
+#include "views/history/save_dialog.h"
+#include "views/kit/windows/message_window.h"
 
 namespace varek {
 namespace {
@@ -40,6 +41,7 @@ struct OnDisplay {
 class BoxesTest : private OnDisplay, public test::WindowTest {
  protected:
   BoxesTest() {
+    ConnectWindows();
     std::ofstream(Folder() + "/taken.csv") << "taken";
     Loadlanguage(1);
     DataCenter.OutputVoltage = 220;

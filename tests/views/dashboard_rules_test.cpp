@@ -9,14 +9,14 @@
 #include "core/data_center.h"
 #include "core/link_record.h"
 #include "pictures/scales.h"
-#include "platform/paths.h"
+#include "platform/system/paths.h"
 #include "records/system_countdown.h"
-#include "settings/language.h"
 #include "support/monitor_fixture.h"
-#include "views/control_buttons.h"
-#include "views/instrument_panel.h"
-#include "views/menu_sizes.h"
-#include "views/status_lamps.h"
+#include "texts/language.h"
+#include "views/dashboard/control_buttons.h"
+#include "views/dashboard/instrument_panel.h"
+#include "views/dashboard/menu_sizes.h"
+#include "views/dashboard/status_lamps.h"
 
 namespace varek {
 namespace {

@@ -1,5 +1,6 @@
 // The dashboard's window: its life, and what its parts do when they are used.
-#include "views/dashboard.h"
+#include "views/dashboard/dashboard.h"
+#include "app/windows.h"
 
 #include <gtest/gtest.h>
 
@@ -8,13 +9,13 @@
 
 #include "core/data_center.h"
 #include "core/link_record.h"
-#include "platform/runtime_error.h"
+#include "platform/errors/runtime_error.h"
 #include "records/events.h"
-#include "settings/language.h"
-#include "settings/version_window.h"
+#include "settings/about/version_window.h"
 #include "support/windows.h"
-#include "views/kit/picture_button.h"
-#include "views/kit/picture_view.h"
+#include "texts/language.h"
+#include "views/kit/controls/picture_button.h"
+#include "views/kit/controls/picture_view.h"
 
 namespace varek {
 namespace {
@@ -24,6 +25,7 @@ using test::Click, test::Saying;
 class DashboardTest : public test::WindowTest {
  protected:
   DashboardTest() {
+    ConnectWindows();
     DataCenter.IsConnect = kSet;
     DataCenter.UPSVersion = std::string("V1.0\r\0", 6);  // as it comes over USB
     DataCenter.UseCelsius = kSet;
@@ -53,7 +55,6 @@ TEST_F(DashboardTest, MovesItsNeedlesWhileItIsOpen) {
 }
 
 TEST_F(DashboardTest, ShowsTheNewestLinesLastAndSelected) {
-  ConnectDashboard();
   AddEventLine("before");
   Form1& form = Open();
   EXPECT_TRUE(form.SelectedLine().ends_with("  before"));

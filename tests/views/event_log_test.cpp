@@ -1,5 +1,5 @@
 // The event log: what its month store holds, the grid that shows a month, and the window on both.
-#include "views/event_log.h"
+#include "views/event_log/event_log.h"
 
 #include <gtest/gtest.h>
 
@@ -10,15 +10,15 @@
 #include <QTableWidget>
 
 #include "core/error_list.h"
-#include "platform/database.h"
-#include "platform/paths.h"
+#include "platform/storage/database.h"
+#include "platform/system/paths.h"
 #include "records/databases.h"
-#include "settings/language.h"
 #include "support/windows.h"
-#include "views/event_month.h"
-#include "views/kit/bubble.h"
-#include "views/kit/month_grid.h"
-#include "views/kit/movable_panel.h"
+#include "texts/language.h"
+#include "views/event_log/event_month.h"
+#include "views/kit/calendar/month_grid.h"
+#include "views/kit/controls/bubble.h"
+#include "views/kit/windows/movable_panel.h"
 
 namespace varek {
 namespace {

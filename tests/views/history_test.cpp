@@ -10,18 +10,18 @@
 
 #include "core/data_center.h"
 #include "core/error_list.h"
-#include "platform/events.h"
-#include "platform/paths.h"
+#include "platform/system/paths.h"
+#include "platform/time/events.h"
 #include "records/databases.h"
-#include "settings/language.h"
 #include "support/windows.h"
-#include "views/data_history.h"
-#include "views/history_query.h"
-#include "views/kit/calendar_page.h"
-#include "views/kit/month_calendar.h"
-#include "views/kit/picture_button.h"
-#include "views/query_panel.h"
-#include "views/save_dialog.h"
+#include "texts/language.h"
+#include "views/history/data_history.h"
+#include "views/history/query_panel.h"
+#include "views/history/rows/history_query.h"
+#include "views/history/save_dialog.h"
+#include "views/kit/calendar/calendar_page.h"
+#include "views/kit/calendar/month_calendar.h"
+#include "views/kit/controls/picture_button.h"
 
 namespace varek {
 namespace {

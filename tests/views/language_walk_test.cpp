@@ -10,32 +10,33 @@
 #include <fstream>
 #include <set>
 
+#include "app/windows.h"
 #include "core/configuration.h"
 #include "core/data_center.h"
 #include "core/error_list.h"
 #include "core/forms.h"
-#include "platform/database.h"
-#include "platform/open_document.h"
-#include "platform/paths.h"
+#include "platform/storage/database.h"
+#include "platform/system/paths.h"
+#include "platform/toolkit/open_document.h"
 #include "records/databases.h"
 #include "records/events.h"
 #include "records/shutdown.h"
 #include "scheduler/schedule_edit.h"
-#include "settings/language.h"
-#include "settings/language_picker.h"
-#include "settings/manuals.h"
-#include "settings/web_log.h"
+#include "settings/about/manuals.h"
+#include "settings/language_picker/language_picker.h"
+#include "settings/web_log/web_log.h"
 #include "support/fonts.h"
 #include "support/serial_line.h"
 #include "support/windows.h"
-#include "views/dashboard.h"
-#include "views/kit/movable_panel.h"
-#include "views/kit/picture_button.h"
-#include "views/kit/style.h"
-#include "views/kit/window_frame.h"
-#include "views/search_box.h"
-#include "web/http_server.h"
-#include "web/web_console.h"
+#include "texts/language.h"
+#include "views/dashboard/dashboard.h"
+#include "views/dashboard/search_box.h"
+#include "views/kit/controls/picture_button.h"
+#include "views/kit/controls/style.h"
+#include "views/kit/windows/movable_panel.h"
+#include "views/kit/windows/window_frame.h"
+#include "web/server/http_server.h"
+#include "web/server/web_console.h"
 
 namespace varek {
 namespace {
@@ -230,6 +231,7 @@ class LanguageWalk : public test::WindowTest {
   static void SetUpTestSuite() { ASSERT_TRUE(test::BringFonts()) << "run scripts/packages"; }
 
   LanguageWalk() {
+    ConnectWindows();
     OpenDatabases();
     DataCenter.OutputVoltage = 220;
     DataCenter.HasLoad = DataCenter.HasTemperature = DataCenter.UseCelsius = kSet;

@@ -1,6 +1,6 @@
 // The oscilloscope: which hours are loaded and how they are asked for, the arithmetic of the view,
 // what is drawn and read back by its colour, and the window around it.
-#include "views/oscilloscope.h"
+#include "views/oscilloscope/oscilloscope.h"
 
 #include <gtest/gtest.h>
 
@@ -9,15 +9,15 @@
 #include <cmath>
 
 #include "core/data_center.h"
-#include "platform/clock.h"
+#include "platform/time/clock.h"
 #include "records/databases.h"
-#include "settings/language.h"
 #include "support/serial_line.h"
 #include "support/windows.h"
-#include "views/curve_panel.h"
-#include "views/kit/month_calendar.h"
-#include "views/scope_colors.h"
-#include "views/scope_widgets.h"
+#include "texts/language.h"
+#include "views/kit/calendar/month_calendar.h"
+#include "views/oscilloscope/curve_panel.h"
+#include "views/oscilloscope/curves/scope_colors.h"
+#include "views/oscilloscope/scope_widgets.h"
 
 namespace varek {
 namespace {

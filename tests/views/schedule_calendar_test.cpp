@@ -1,6 +1,6 @@
 // The schedule calendar: its time boxes key by key, and every path of saving, editing and deleting
 // through the real controls against the rows of the table.
-#include "views/schedule_calendar.h"
+#include "views/schedule/schedule_calendar.h"
 
 #include <gtest/gtest.h>
 
@@ -10,16 +10,16 @@
 #include <QTableWidget>
 
 #include "core/error_list.h"
-#include "platform/database.h"
-#include "platform/paths.h"
+#include "platform/storage/database.h"
+#include "platform/system/paths.h"
 #include "records/databases.h"
-#include "settings/language.h"
 #include "support/windows.h"
-#include "views/delete_panel.h"
-#include "views/kit/month_grid.h"
-#include "views/schedule_dialog.h"
-#include "views/schedule_list.h"
-#include "views/time_box.h"
+#include "texts/language.h"
+#include "views/kit/calendar/month_grid.h"
+#include "views/schedule/delete_panel.h"
+#include "views/schedule/schedule_dialog.h"
+#include "views/schedule/schedule_list.h"
+#include "views/schedule/time_box.h"
 
 namespace varek {
 namespace {

@@ -1,19 +1,19 @@
 // The charts, pixel by pixel, drawn from real tables and read back from the files that a browser
 // would fetch.
 
-#include "web/charts.h"
+#include "web/charts/charts.h"
 
 #include <filesystem>
 
 #include "core/data_center.h"
 #include "core/error_list.h"
-#include "platform/paths.h"
-#include "platform/runtime_error.h"
-#include "platform/surface.h"
+#include "platform/errors/runtime_error.h"
+#include "platform/picture/surface.h"
+#include "platform/system/paths.h"
 #include "records/databases.h"
-#include "settings/language.h"
 #include "support/monitor_fixture.h"
-#include "web/page_files.h"
+#include "texts/language.h"
+#include "web/pages/page_files.h"
 
 namespace varek {
 namespace {

@@ -1,6 +1,6 @@
 // The one-block hash and the keys and tokens made with it.
 
-#include "web/hash.h"
+#include "web/pages/hash.h"
 
 #include <gtest/gtest.h>
 
@@ -8,8 +8,8 @@
 #include <algorithm>
 
 #include "core/data_center.h"
-#include "platform/runtime_error.h"
-#include "web/session.h"
+#include "platform/errors/runtime_error.h"
+#include "web/pages/session.h"
 
 namespace varek {
 namespace {

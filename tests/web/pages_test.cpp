@@ -4,17 +4,17 @@
 #include <fstream>
 
 #include "core/data_center.h"
-#include "platform/paths.h"
-#include "platform/runtime_error.h"
+#include "platform/errors/runtime_error.h"
+#include "platform/system/paths.h"
 #include "records/databases.h"
 #include "scheduler/schedule_model.h"
-#include "settings/language.h"
 #include "support/monitor_fixture.h"
-#include "web/data_page.h"
-#include "web/event_pages.h"
-#include "web/month_page.h"
-#include "web/page_files.h"
-#include "web/schedule_pages.h"
+#include "texts/language.h"
+#include "web/pages/data_page.h"
+#include "web/pages/event_pages.h"
+#include "web/pages/month_page.h"
+#include "web/pages/page_files.h"
+#include "web/pages/schedule_pages.h"
 
 namespace varek {
 namespace {

@@ -1,16 +1,16 @@
 // Remote control as a table: each letter with and without the token and the output.
 
-#include "web/remote_control.h"
+#include "web/server/remote_control.h"
 
 #include <gtest/gtest.h>
 
 #include "core/data_center.h"
 #include "core/link_record.h"
-#include "platform/runtime_error.h"
+#include "platform/errors/runtime_error.h"
 #include "records/system_countdown.h"
 #include "records/ups_countdown.h"
 #include "support/monitor_fixture.h"
-#include "web/session.h"
+#include "web/pages/session.h"
 
 namespace varek {
 namespace {

@@ -1,7 +1,7 @@
 // The console's server over real connections: the bytes of every answer, the session rules, the
 // routes, the ways out of the folder, and clients of every bad habit.
 
-#include "web/http_server.h"
+#include "web/server/http_server.h"
 
 #include <arpa/inet.h>
 #include <fcntl.h>
@@ -20,14 +20,14 @@
 #include "core/error_list.h"
 #include "core/forms.h"
 #include "core/link_record.h"
-#include "platform/events.h"
+#include "platform/time/events.h"
 #include "records/databases.h"
 #include "records/events.h"
-#include "settings/language.h"
 #include "support/monitor_fixture.h"
 #include "support/serial_line.h"
-#include "web/page_files.h"
-#include "web/web_console.h"
+#include "texts/language.h"
+#include "web/pages/page_files.h"
+#include "web/server/web_console.h"
 
 namespace varek {
 namespace {

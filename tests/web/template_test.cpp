@@ -6,12 +6,12 @@
 #include <fstream>
 
 #include "core/data_center.h"
-#include "platform/runtime_error.h"
+#include "platform/errors/runtime_error.h"
 #include "records/databases.h"
-#include "settings/language.h"
 #include "support/monitor_fixture.h"
-#include "web/page_files.h"
-#include "web/session.h"
+#include "texts/language.h"
+#include "web/pages/page_files.h"
+#include "web/pages/session.h"
 
 namespace varek {
 namespace {

@@ -1,0 +1,11 @@
+// The journal of whoever looks after the machine.
+#pragma once
+
+#include <string>
+
+namespace platform {
+
+/// Writes one line to standard error, marked as a warning where that leads to the journal.
+void LogLine(const std::string& text);
+
+}  // namespace platform

@@ -1,0 +1,97 @@
+#include "settings/about/manuals.h"
+
+#include <QListWidget>
+#include <QShortcut>
+#include <array>
+
+#include "platform/desktop/message_box.h"
+#include "platform/errors/guard.h"
+#include "platform/system/paths.h"
+#include "platform/time/events.h"
+#include "platform/toolkit/open_document.h"
+#include "texts/language.h"
+#include "views/kit/controls/picture_button.h"
+
+namespace varek {
+
+namespace {
+
+constexpr QSize kStartSize{340, 170};
+constexpr int kMargin = 12;
+constexpr int kLineSpacing = 3;
+constexpr QSize kButtonSize{110, 30};
+
+struct Manual {
+  size_t file;  ///< text number of the path below the program folder
+  size_t title;
+};
+
+constexpr std::array<Manual, 2> kManuals{{{texts::kUserManualFile, texts::kUserManualTitle},
+                                          {texts::kWebManualFile, texts::kWebManualTitle}}};
+
+QString Text(size_t number) { return QString::fromStdString(LangText[number]); }
+
+}  // namespace
+
+FormSlot<Form17>& Manuals() {
+  static FormSlot<Form17> slot(Form17::kNumber);
+  return slot;
+}
+
+void ShowManuals() { Manuals().Get().ShowAndRaise(); }
+
+Form17::Form17()
+    : ViewWindow(kNumber, kStartSize, kStartSize),
+      List1(new QListWidget(Client())),
+      Picture6(new PictureButton(Client(), QStringLiteral("button"), "form17 Picture6_Click",
+                                 [this] { close(); })) {
+  List1->setObjectName(QStringLiteral("List1"));
+  Picture6->setObjectName(QStringLiteral("Picture6"));
+  List1->setSpacing(kLineSpacing);
+  for (size_t i = 0; i < kManuals.size(); ++i) List1->addItem(QString());
+  List1->setCurrentRow(0);
+  connect(List1, &QListWidget::doubleClicked, this, [this] { OpenSelected(); });
+  for (const auto key : {Qt::Key_Return, Qt::Key_Enter}) {
+    auto* enter = new QShortcut(key, List1);
+    enter->setContext(Qt::WidgetShortcut);
+    connect(enter, &QShortcut::activated, this, [this] { OpenSelected(); });
+  }
+  ApplyLanguage();
+  Form17::Form_Resize();
+  List1->setFocus();
+}
+
+void Form17::ApplyLanguage() {
+  ViewWindow::ApplyLanguage();
+  SetCaption(Text(texts::kManualsCaption));
+  List1->setAccessibleName(Text(texts::kManualsCaption));
+  for (size_t i = 0; i < kManuals.size(); ++i)
+    List1->item(static_cast<int>(i))->setText(Text(kManuals[i].title));
+  Picture6->SetText(Text(texts::kAboutClose));
+}
+
+void Form17::Form_Resize() {
+  const QRect area = Client()->rect().adjusted(kMargin, kMargin, -kMargin, -kMargin);
+  List1->setGeometry(area.adjusted(0, 0, 0, -kMargin - kButtonSize.height()));
+  Picture6->setGeometry(QRect(
+      area.bottomRight() - QPoint(kButtonSize.width() - 1, kButtonSize.height() - 1), kButtonSize));
+}
+
+void Form17::OpenSelected() {
+  platform::Guarded("form17 List1_DblClick", [this] { showpdf(List1->currentRow()); });
+}
+
+void Form17::showpdf(int index) {
+  if (index < 0 || index >= static_cast<int>(kManuals.size())) return;
+  const std::string& file = LangText[kManuals[static_cast<size_t>(index)].file];
+  switch (platform::OpenDocument(platform::ProgramPath(file))) {
+    case platform::OpenResult::Opened:
+      return;
+    case platform::OpenResult::FileMissing:
+      return Tell(LangText[texts::kManualMissing]);
+    case platform::OpenResult::NoProgram:
+      return Tell(LangText[texts::kManualNoProgram]);
+  }
+}
+
+}  // namespace varek

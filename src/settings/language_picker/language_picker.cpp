@@ -1,0 +1,79 @@
+#include "settings/language_picker/language_picker.h"
+
+#include "core/data_center.h"
+#include "core/save_settings.h"
+#include "texts/language.h"
+#include "views/kit/controls/picture_button.h"
+
+namespace varek {
+
+namespace {
+
+/// For readers of the screen; the pictures show the same.
+constexpr const char* kNames[] = {"English", "繁體中文", "简体中文"};
+
+constexpr QSize kPictureSize{240, 64};
+constexpr int kGap = 12;
+constexpr QSize kClientSize{kPictureSize.width() + 2 * kGap, 3 * kPictureSize.height() + 4 * kGap};
+
+/// Windows that note in the live state that they are open.
+constexpr int kNotedForms[] = {1, 2, 3, 4, 5, 6, 7, 8, 9, 10, 11, 12, 14};
+/// Web log, version and manuals: asked without a note, which passes over those that are closed.
+constexpr int kOtherForms[] = {15, 16, 17};
+
+void RetitleOpenWindows() {
+  for (const int form : kNotedForms)
+    if (DataCenter.FormOpen[static_cast<size_t>(form)]) language(form);
+  for (const int form : kOtherForms) language(form);
+}
+
+}  // namespace
+
+FormSlot<Form7>& LanguagePicker() {
+  static FormSlot<Form7> slot(Form7::kNumber);
+  return slot;
+}
+
+void ShowLanguagePicker() { LanguagePicker().Get().ShowAndRaise(); }
+
+/// Loading the texts unloads the picker.
+void ChooseLanguage(int16_t index) {
+  SetLanguageIndex(index);
+  Loadlanguage(DataCenter.LanguageIndex);
+  RetitleOpenWindows();
+  SaveSettings("form7 Picture1_Click", nullptr);
+}
+
+Form7::Form7() : ViewWindow(kNumber, kClientSize, kClientSize) {
+  for (size_t i = 0; i < Picture1.size(); ++i) {
+    const auto index = static_cast<int16_t>(i);
+    Picture1[i] = new PictureButton(Client(), QStringLiteral("language%1").arg(index),
+                                    "form7 Picture1_Click", [index] { ChooseLanguage(index); });
+    Picture1[i]->setObjectName(QStringLiteral("Picture1"));
+    Picture1[i]->setAccessibleName(QString::fromUtf8(kNames[i]));
+  }
+  Form7::Form_Resize();
+  ApplyLanguage();
+  DataCenter.FormOpen[kNumber] = kSet;
+  Picture1[static_cast<size_t>(DataCenter.LanguageIndex) % Picture1.size()]->setFocus();
+}
+
+Form7::~Form7() { DataCenter.FormOpen[kNumber] = kClear; }
+
+void Form7::ApplyLanguage() {
+  ViewWindow::ApplyLanguage();
+  SetCaption(QString::fromStdString(LangText[texts::kLanguageCaption]));
+}
+
+/// The pictures keep their size, one below the other in the middle.
+void Form7::Form_Resize() {
+  QRect column(QPoint(), kClientSize);
+  column.moveCenter(Client()->rect().center());
+  QPoint corner = column.topLeft() + QPoint(kGap, kGap);
+  for (PictureButton* picture : Picture1) {
+    picture->setGeometry(QRect(corner, kPictureSize));
+    corner.ry() += kPictureSize.height() + kGap;
+  }
+}
+
+}  // namespace varek

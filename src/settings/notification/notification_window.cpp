@@ -1,0 +1,196 @@
+#include "settings/notification/notification_window.h"
+
+#include <QApplication>
+#include <QGridLayout>
+#include <QKeyEvent>
+#include <QLabel>
+#include <QLineEdit>
+#include <QPushButton>
+#include <QVBoxLayout>
+#include <algorithm>
+#include <array>
+
+#include "core/save_settings.h"
+#include "drawing/palette.h"
+#include "platform/errors/guard.h"
+#include "platform/system/process.h"
+#include "platform/text/text.h"
+#include "texts/language.h"
+#include "views/kit/controls/colors.h"
+#include "views/kit/controls/one_line.h"
+#include "views/kit/controls/picture_button.h"
+#include "views/kit/controls/style.h"
+
+namespace varek {
+
+namespace {
+
+constexpr QSize kStartSize{780, 660};
+constexpr QSize kLeastSize{720, 480};
+constexpr int kMargin = 12;
+constexpr QSize kButtonSize{150, 32};
+constexpr int kButtonEdges = 10;  ///< padding and border, above and below
+
+constexpr int kTestInterval = 200;
+
+QString Text(size_t number) { return QString::fromStdString(LangText[number]); }
+
+std::string Place(int form, const char* handler) {
+  return "form" + std::to_string(form) + " " + handler;
+}
+
+/// The process of the last test of a window, which may be closed and opened again meanwhile.
+int& LastTest(int form) {
+  static std::array<int, 18> tests{};
+  return tests.at(static_cast<size_t>(form));
+}
+
+}  // namespace
+
+NotificationWindow::NotificationWindow(const NotificationSettings& settings)
+    : ViewWindow(settings.form, kStartSize, kLeastSize),
+      settings_(settings),
+      fields_(new QGridLayout),
+      MSFlexGrid1(new EventGrid(Client(), "form" + std::to_string(settings.form))),
+      footnotes_(new QVBoxLayout),
+      testTimer_(Place(settings.form, "test"), [this] { ShowTestState(); }) {
+  MakeButtons();
+  LayoutControls();
+  DataCenter.FormOpen[static_cast<size_t>(settings.form)] = kSet;
+}
+
+NotificationWindow::~NotificationWindow() {
+  DataCenter.FormOpen[static_cast<size_t>(settings_.form)] = kClear;
+}
+
+void NotificationWindow::MakeButtons() {
+  Picture3 =
+      new PictureButton(Client(), QStringLiteral("button"),
+                        Place(settings_.form, "Picture3_MouseUp"), [this] { Picture3_Click(); });
+  Picture3->setObjectName(QStringLiteral("Picture3"));
+  Picture3->setFixedSize(kButtonSize);
+  Command2 = new QPushButton(Client());
+  Command2->setObjectName(QStringLiteral("Command2"));
+  Command2->setFixedSize(kButtonSize.width(),
+                         std::max(kButtonSize.height(), LineHeight(*Command2) + kButtonEdges));
+  connect(Command2, &QPushButton::clicked, this, [this] {
+    platform::Guarded(Place(settings_.form, "Command2_Click"), [this] { Command2_Click(); });
+  });
+}
+
+void NotificationWindow::LayoutControls() {
+  auto* buttons = new QHBoxLayout;
+  buttons->addWidget(Picture3);
+  buttons->addStretch();
+  buttons->addWidget(Command2);
+  auto* column = new QVBoxLayout(Client());
+  column->setContentsMargins(kMargin, kMargin, kMargin, kMargin);
+  column->addLayout(fields_);
+  column->addWidget(AddCaption(settings_.eventsText));
+  column->addWidget(MSFlexGrid1, 1);
+  column->addLayout(footnotes_);
+  AddFootnote(texts::kNotifyToggleHint);
+  AddFootnote(texts::kNotifyEditHint);
+  column->addLayout(buttons);
+}
+
+QLabel* NotificationWindow::AddCaption(size_t number) {
+  auto* label = new QLabel(Client());
+  captions_.push_back({label, number});
+  return label;
+}
+
+QLabel* NotificationWindow::AddHint(size_t number) {
+  QLabel* label = AddCaption(number);
+  label->setWordWrap(true);
+  label->setStyleSheet(QStringLiteral("color: ") + ToQColor(palette::kMuted).name());
+  return label;
+}
+
+QLineEdit* NotificationWindow::AddField(const char* name, QLabel* caption, std::string& setting,
+                                        int row, int column) {
+  auto* box = new QLineEdit(Client());
+  box->setObjectName(QString::fromLatin1(name));
+  caption->setBuddy(box);
+  fields_->addWidget(caption, row, column);
+  fields_->addWidget(box, row, column + 1);
+  boxes_.push_back({box, &setting});
+  return box;
+}
+
+void NotificationWindow::AddFootnote(size_t number) { footnotes_->addWidget(AddHint(number)); }
+
+/// The boxes are made last, but come first for a person.
+void NotificationWindow::CompleteControls() {
+  setTabOrder(boxes_.back().box, MSFlexGrid1);
+  setTabOrder(MSFlexGrid1, MSFlexGrid1->Text7());
+  setTabOrder(MSFlexGrid1->Text7(), Picture3);
+  setTabOrder(Picture3, Command2);
+  boxes_.front().box->setFocus();
+  ApplyLanguage();
+  ShowSettings();
+}
+
+void NotificationWindow::ApplyLanguage() {
+  ViewWindow::ApplyLanguage();
+  SetCaption(Text(settings_.captionText));
+  for (const auto& [label, number] : captions_) label->setText(Text(number));
+  MSFlexGrid1->ApplyLanguage();
+  MSFlexGrid1->setAccessibleName(Text(settings_.eventsText));
+  ShowTestState();
+  Command2->setText(Text(texts::kSettingsOk));
+}
+
+void NotificationWindow::ShowSettings() {
+  for (const auto& [box, setting] : boxes_) box->setText(QString::fromStdString(*setting));
+  MSFlexGrid1->ShowMessages(settings_.enable, settings_.text);
+}
+
+void NotificationWindow::TakeSettings() {
+  for (const auto& [box, setting] : boxes_) *setting = OneLineOf(*box);
+  MSFlexGrid1->TakeMessages(settings_.enable, settings_.text);
+}
+
+/// A message box, the sender's window or another program takes the focus for a moment; what was
+/// typed must outlive that. Another window of ours may have changed what is shown here.
+void NotificationWindow::Form_Activate() {
+  if (!refills_) return;
+  refills_ = false;
+  ShowSettings();
+}
+
+void NotificationWindow::changeEvent(QEvent* event) {
+  ViewWindow::changeEvent(event);
+  if (event->type() != QEvent::ActivationChange || isActiveWindow()) return;
+  if (dynamic_cast<WindowFrame*>(QApplication::activeWindow())) refills_ = true;
+}
+
+/// Enter in a box is the OK button.
+void NotificationWindow::keyPressEvent(QKeyEvent* event) {
+  if (event->key() != Qt::Key_Return && event->key() != Qt::Key_Enter)
+    return ViewWindow::keyPressEvent(event);
+  if (!event->isAutoRepeat()) Command2->click();
+}
+
+std::string NotificationWindow::Trimmed(const QLineEdit* box) {
+  return platform::Trim(OneLineOf(*box));
+}
+
+void NotificationWindow::Picture3_Click() {
+  int& test = LastTest(settings_.form);
+  if (!platform::IsRunning(test)) test = SendTest();
+  ShowTestState();
+}
+
+void NotificationWindow::ShowTestState() {
+  const bool running = platform::IsRunning(LastTest(settings_.form));
+  Picture3->SetText(Text(running ? texts::kPleaseWait : texts::kNotifySendTest));
+  testTimer_.SetInterval(running ? kTestInterval : 0);
+}
+
+void NotificationWindow::Command2_Click() {
+  TakeSettings();
+  if (SaveSettings(Place(settings_.form, "Command2_Click"), this)) close();
+}
+
+}  // namespace varek

@@ -1,0 +1,107 @@
+#include "settings/notification/sms_settings.h"
+
+#include <QGridLayout>
+#include <QLabel>
+#include <QLineEdit>
+
+#include "platform/desktop/message_box.h"
+#include "platform/errors/guard.h"
+#include "platform/time/events.h"
+#include "records/notification.h"
+#include "settings/notification/sms_text.h"
+#include "texts/text_numbers.h"
+#include "views/kit/controls/choice_list.h"
+
+namespace varek {
+
+namespace {
+
+/// By the number that the sender knows them by.
+constexpr std::array<const char*, 2> kGateways{"www.every8d.com", "www.clickatell.com"};
+constexpr int16_t kClickatell = 1;
+
+}  // namespace
+
+FormSlot<Form9>& SmsSettings() {
+  static FormSlot<Form9> slot(Form9::kNumber);
+  return slot;
+}
+
+void ShowSmsSettings() { SmsSettings().Get().ShowAndRaise(); }
+
+Form9::Form9()
+    : NotificationWindow({kNumber, texts::kSmsCaption, texts::kSmsEvents, DataCenter.SmsEventEnable,
+                          DataCenter.SmsEventText}) {
+  MakeGateway();
+  MakeFields();
+  AddFootnote(texts::kSmsLimitHint);
+  AddFootnote(texts::kSmsChargeHint);
+  connect(Grid().Text7(), &QLineEdit::textChanged, this,
+          [this] { platform::Guarded("form9 Text7_Change", [this] { Text7_Change(); }); });
+  CompleteControls();
+}
+
+void Form9::MakeGateway() {
+  Combo1 = new ChoiceList(Client());
+  Combo1->setObjectName(QStringLiteral("Combo1"));
+  for (const char* address : kGateways) Combo1->addItem(QString::fromLatin1(address));
+  QLabel* caption = AddCaption(texts::kSmsGateway);
+  caption->setBuddy(Combo1);
+  Fields().addWidget(caption, 0, 0);
+  Fields().addWidget(Combo1, 0, 1);
+  Fields().addWidget(AddHint(texts::kSmsGatewayHint), 0, 2);
+  connect(Combo1, &QComboBox::currentIndexChanged, this,
+          [this] { platform::Guarded("form9 Combo1_Click", [this] { Combo1_Click(); }); });
+}
+
+void Form9::MakeFields() {
+  Text3 = AddField("Text3", AddCaption(texts::kSmsAccount), DataCenter.SmsAccount, 1, 0);
+  Text5 = AddField("Text5", AddCaption(texts::kSmsPassword), DataCenter.SmsPassword, 2, 0);
+  Fields().addWidget(AddHint(texts::kSmsPasswordHint), 2, 2);
+  Text6 = AddField("Text6", AddCaption(texts::kSmsNumber), DataCenter.SmsNumber, 3, 0);
+  Fields().addWidget(AddHint(texts::kSmsNumberHint), 3, 2);
+  auto* caption = new QLabel(QStringLiteral("api_id"), Client());
+  Text1 = AddField("Text1", caption, DataCenter.SmsApiId, 4, 0);
+  QLabel* hint = AddHint(texts::kSmsApiIdHint);
+  Fields().addWidget(hint, 4, 2);
+  apiIdRow_ = {caption, Text1, hint};
+  Fields().setColumnStretch(1, 1);
+  Fields().setColumnStretch(2, 1);
+}
+
+/// A gateway that the list does not have shows as the first.
+void Form9::ShowSettings() {
+  NotificationWindow::ShowSettings();
+  Combo1->setCurrentIndex(DataCenter.SmsGateway == kClickatell ? kClickatell : 0);
+  Combo1_Click();
+}
+
+void Form9::TakeSettings() {
+  NotificationWindow::TakeSettings();
+  DataCenter.SmsGateway = gateway_;
+}
+
+/// A hidden api_id keeps its value.
+void Form9::Combo1_Click() {
+  gateway_ = static_cast<int16_t>(Combo1->currentIndex());
+  for (QWidget* control : apiIdRow_) control->setVisible(gateway_ == kClickatell);
+}
+
+/// The message comes from the event loop: the window, and the box that tells of its change, could
+/// go while it is shown.
+void Form9::Text7_Change() {
+  QLineEdit* box = Grid().Text7();
+  const std::u16string text = box->text().toStdU16String();
+  const std::u16string fitting = FitSmsText(text);
+  if (fitting == text) return;
+  box->setText(QString::fromStdU16String(fitting));
+  Tell("Too Much Word.");
+}
+
+int Form9::SendTest() {
+  const std::string apiId = gateway_ == kClickatell ? Trimmed(Text1) : "";
+  return SendMsg(gateway_, Trimmed(Text3), Trimmed(Text5), Trimmed(Text6), "Send Test OK", apiId,
+                 "T");
+}
+
+}  // namespace varek

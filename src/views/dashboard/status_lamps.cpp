@@ -1,0 +1,96 @@
+#include "views/dashboard/status_lamps.h"
+
+#include "core/data_center.h"
+#include "texts/language.h"
+
+namespace varek {
+
+namespace {
+
+struct LampState {
+  const char* picture;
+  size_t text;  ///< number in the language table
+};
+
+LampState Mains() {
+  if (GetUtility()) return {"powerf.jpg", texts::kMainsFailed};
+  return {"powerok.jpg", texts::kMainsPresent};
+}
+
+LampState BatteryLevel() {
+  if (GetBatLow()) return {"batterylow.jpg", texts::kBatteryLow};
+  return {"nobatterylow.jpg", texts::kBatteryNotLow};
+}
+
+LampState BatteryCondition() {
+  if (GetUPSFailed()) return {"batteryf.jpg", texts::kUpsFault};
+  if (GetTestProgress()) return {"testing.jpg", texts::kTestRunning};
+  return {"notest.jpg", texts::kNoTestRunning};
+}
+
+LampState WayOfWorking() {
+  if (GetUPStype() && GetBypass()) return {"avr.jpg", texts::kOfflineRegulating};
+  if (GetUPStype()) return {"offline.jpg", texts::kOfflineNormal};
+  if (GetBypass()) return {"bypass.jpg", texts::kBypass};
+  return {"online.jpg", texts::kOnline};
+}
+
+LampState StateOf(int lamp) {
+  switch (lamp) {
+    case 1:
+      return Mains();
+    case 2:
+      return BatteryLevel();
+    case 3:
+      return BatteryCondition();
+    default:
+      return WayOfWorking();
+  }
+}
+
+std::optional<std::string> HealthPicture(int stage) {
+  switch (stage) {
+    case 1:
+      return "disconnect.jpg";
+    case 2:
+      return "charge.jpg";
+    case 4:
+      return "hot.jpg";
+    case 6:
+      return "overload.jpg";
+    case 0:
+    case 3:
+    case 5:
+    case 7:
+    case 8:
+      return "good.jpg";
+    default:
+      return std::nullopt;
+  }
+}
+
+}  // namespace
+
+const std::array<const char*, 18> kLampPictures{
+    "connect.jpg",  "disconnect.jpg", "good.jpg",    "charge.jpg",     "hot.jpg",
+    "overload.jpg", "powerf.jpg",     "powerok.jpg", "batterylow.jpg", "nobatterylow.jpg",
+    "batteryf.jpg", "batteryok.jpg",  "testing.jpg", "notest.jpg",     "avr.jpg",
+    "offline.jpg",  "bypass.jpg",     "online.jpg"};
+
+bool IsLampShown(int lamp) {
+  if (lamp == 0) return true;
+  if (!GetIsConnect()) return false;
+  return lamp != 4 || !GetUtility();
+}
+
+std::optional<std::string> LampPicture(int lamp) {
+  if (lamp == 0) return HealthPicture(GetUPSStage());
+  return StateOf(lamp).picture;
+}
+
+std::string LampText(int lamp) {
+  if (lamp == 0) return StageText.at(static_cast<size_t>(GetUPSStage()));
+  return LangText[StateOf(lamp).text];
+}
+
+}  // namespace varek

@@ -1,0 +1,39 @@
+#include "views/history/rows/history_rows.h"
+
+#include <utility>
+
+#include "core/data_center.h"
+
+namespace varek {
+
+bool HasColumn(int column) {
+  if (column == kLoadColumn) return GetHasLoad();
+  if (column == kTemperatureColumn) return GetHasTemperature();
+  return true;
+}
+
+HistoryRows::HistoryRows(std::unique_ptr<platform::Recordset> rows) : rows_(std::move(rows)) {}
+
+int HistoryRows::Count() const { return static_cast<int>(rows_->RecordCount()); }
+
+int HistoryRows::ColumnCount() const { return rows_->FieldCount(); }
+
+std::vector<std::string> HistoryRows::ColumnNames() const {
+  std::vector<std::string> names;
+  for (int column = 0; column < ColumnCount(); ++column) names.push_back(rows_->FieldName(column));
+  return names;
+}
+
+std::string HistoryRows::Text(int row, int column) {
+  MoveTo(row);
+  return platform::ValueText(rows_->Get(column));
+}
+
+/// A step reads nothing: a whole day is passed over in less than a millisecond.
+void HistoryRows::MoveTo(int row) {
+  if (rows_->AbsolutePosition() < 0) rows_->MoveFirst();
+  while (rows_->AbsolutePosition() > row) rows_->MovePrevious();
+  while (rows_->AbsolutePosition() < row) rows_->MoveNext();
+}
+
+}  // namespace varek

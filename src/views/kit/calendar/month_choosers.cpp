@@ -1,0 +1,45 @@
+#include "views/kit/calendar/month_choosers.h"
+
+#include <QComboBox>
+#include <QPushButton>
+#include <QSignalBlocker>
+
+#include "texts/language.h"
+
+namespace varek {
+
+namespace {
+
+constexpr int kMonths = 12;
+
+QString Text(size_t number) { return QString::fromStdString(LangText[number]); }
+
+QString MonthName(int month) { return Text(texts::kJanuary + static_cast<size_t>(month - 1)); }
+
+}  // namespace
+
+void FillMonthChoosers(QComboBox& years, QComboBox& months) {
+  for (int year = kFirstChooserYear; year <= kLastChooserYear; ++year)
+    years.addItem(QString::number(year));
+  for (int month = 1; month <= kMonths; ++month) months.addItem(QString());
+}
+
+void SelectMonth(QComboBox& years, QComboBox& months, int year, int month) {
+  const QSignalBlocker quietYears(years), quietMonths(months);
+  years.setCurrentIndex(years.findText(QString::number(year)));
+  months.setCurrentIndex(month - 1);
+}
+
+void ApplyChooserLanguage(QComboBox& years, QComboBox& months, QPushButton& today) {
+  years.setPlaceholderText(Text(texts::kChooseYear));
+  years.setToolTip(Text(texts::kChooseYear));
+  months.setToolTip(Text(texts::kChooseMonth));
+  today.setText(Text(texts::kToday));
+  for (int month = 1; month <= kMonths; ++month) months.setItemText(month - 1, MonthName(month));
+}
+
+QString MonthTitle(int year, int month) {
+  return QString::number(year) + QStringLiteral(" ") + MonthName(month);
+}
+
+}  // namespace varek

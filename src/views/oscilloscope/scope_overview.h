@@ -1,0 +1,34 @@
+// The miniature of all loaded data, with a box around the part on screen.
+#pragma once
+
+#include <array>
+
+#include "platform/picture/surface.h"
+#include "views/oscilloscope/curves/scope_data.h"
+#include "views/oscilloscope/curves/scope_view.h"
+
+namespace varek {
+
+class ScopeOverview final {
+ public:
+  /// Both must live as long as the miniature.
+  ScopeOverview(const ScopeData& data, const ScopeView& view);
+
+  /// Draws the data anew; the load and the temperature only when the unit measures them. Shows
+  /// with the next box.
+  void DrawOverview();
+  /// Shows the data with the box of the present view.
+  void DrawOverviewBox();
+
+  /// What is shown.
+  const platform::Surface& Picture() const { return Picture2[0]; }
+
+ private:
+  void DrawOverviewCurve(const Curve& curve, platform::Color color);
+
+  const ScopeData& data_;
+  const ScopeView& view_;
+  std::array<platform::Surface, 2> Picture2;  ///< shown; the data alone
+};
+
+}  // namespace varek

@@ -1,0 +1,53 @@
+// The language table as the build makes it, and what becomes of a broken one.
+
+#include "texts/language.h"
+
+#include <algorithm>
+#include <filesystem>
+#include <set>
+
+#include "platform/storage/database.h"
+#include "support/monitor_fixture.h"
+
+namespace varek {
+namespace {
+
+class LanguageTest : public test::MonitorTest {
+ protected:
+  platform::Database Table() const {
+    return platform::Database(Folder() + "/database/LangData.mdb");
+  }
+};
+
+TEST_F(LanguageTest, EveryLanguageFillsEveryText) {
+  std::set<std::string> eventSets;
+  for (int language = 0; language < 3; ++language) {
+    Loadlanguage(language);
+    for (size_t i = 0; i < kTextCount; ++i) EXPECT_NE(LangText[i], "") << language << " " << i;
+    eventSets.insert(EventText[5]);
+    // Pieces that other code builds texts from.
+    EXPECT_EQ(std::ranges::count(LangText[120], '0'), 1) << language;
+    EXPECT_EQ(LangText[217][0], ' ') << language;
+  }
+  EXPECT_EQ(eventSets.size(), 3U);
+}
+
+TEST_F(LanguageTest, AShortOrAbsentTableLeavesTextsEmptyAndGoesOn) {
+  auto table = Table();
+  auto rows = table.OpenRecordset("Select * From LangData Where [number] > 135");
+  while (!rows->Eof()) {
+    rows->MoveFirst();
+    rows->Delete();
+  }
+  Loadlanguage(0);
+  EXPECT_NE(EventText[0], "");
+  EXPECT_EQ(EventText[11], "");
+
+  LangText = {};
+  std::filesystem::remove(Folder() + "/database/LangData.mdb");
+  Loadlanguage(0);
+  EXPECT_EQ(EventText[0], "");
+}
+
+}  // namespace
+}  // namespace varek
