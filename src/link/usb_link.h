@@ -26,7 +26,7 @@ struct UsbRecord {
   int32_t ShutdownDelayLong = 0;    ///< minutes, for "SR"
   int32_t RestartDelay = 0;         ///< minutes, for "SR"
   int Failures = 0;                 ///< bad exchanges and failed searches in a row, below 3
-  std::set<std::string> Forbidden;  ///< paths of units that may not be opened, told of already
+  std::set<std::string> Forbidden;  ///< paths of units that may not be opened, reported already
 };
 
 extern UsbRecord Usb;
