@@ -87,8 +87,8 @@ void Form9::Combo1_Click() {
   for (QWidget* control : apiIdRow_) control->setVisible(gateway_ == kClickatell);
 }
 
-/// The message comes from the event loop: the window, and the box that tells of its change, could
-/// go while it is shown.
+/// The message comes from the event loop: the window, and the box whose change is handled, could go
+/// while it is shown.
 void Form9::Text7_Change() {
   QLineEdit* box = Grid().Text7();
   const std::u16string text = box->text().toStdU16String();
