@@ -1,4 +1,4 @@
-// The journal of whoever looks after the machine.
+// The journal, which the administrator reads.
 #pragma once
 
 #include <string>
