@@ -19,10 +19,10 @@ void Prepare() {
   platform::SetProgramFolder(PROGRAM_FOLDER);
   varek::Loadlanguage(1);
   varek::DataCenter.IsConnect = varek::kSet;
-  varek::DataCenter.UPSVersion = "V1.0";
-  varek::DataCenter.InputVoltage = 228.4F;
-  varek::DataCenter.Frequency = 49.9F;
-  varek::DataCenter.BatteryVoltage = 2.2F;
+  varek::DataCenter.identity.UPSVersion = "V1.0";
+  varek::DataCenter.readings.InputVoltage = 228.4F;
+  varek::DataCenter.readings.Frequency = 49.9F;
+  varek::DataCenter.readings.BatteryVoltage = 2.2F;
 }
 
 void Frame(benchmark::State& state) {

@@ -51,7 +51,7 @@ BENCHMARK(AddOneSample)->Unit(benchmark::kMicrosecond);
 
 void CheckEventsOfAQuietSecond(benchmark::State& state) {
   const MemoryFolder folder;
-  varek::SetIsConnect(true);
+  varek::DataCenter.IsConnect = kSet;
   for (auto _ : state) varek::CheckUPSEvents();
 }
 BENCHMARK(CheckEventsOfAQuietSecond);

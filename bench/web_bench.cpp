@@ -51,8 +51,8 @@ class MemoryFolder {
     platform::SetProgramFolder(path_.string());
     varek::SetLanguageIndex(0);
     varek::Loadlanguage(0);
-    varek::SetHasTemperature(true);
-    varek::SetHasLoad(true);
+    varek::DataCenter.HasTemperature = kSet;
+    varek::DataCenter.HasLoad = kSet;
     varek::OpenDatabases();
     FillDay();
     FillMonths();

@@ -58,23 +58,23 @@ void AdoptPort(int16_t port) {
 /// What the console is doing. The entry of the desktop's menu opens the port that stands behind
 /// "web console on port ", up to a comma: do not change.
 std::string ConsoleStatus() {
-  if (!DataCenter.WebEnabled) return "web console off";
-  const std::string port = std::to_string(DataCenter.WebPort);
+  if (!DataCenter.settings.WebEnabled) return "web console off";
+  const std::string port = std::to_string(DataCenter.settings.WebPort);
   if (WebConsoleListens()) return "web console on port " + port;
   return "web console can't have port " + port;
 }
 
 /// What everybody may read of the service.
 std::string ServiceStatus() {
-  return ConsoleStatus() + (GetDatabaseReady() ? "" : ", no database") +
-         (GetIsConnect() ? "" : ", no UPS");
+  return ConsoleStatus() + (DataCenter.DatabaseReady ? "" : ", no database") +
+         (DataCenter.IsConnect ? "" : ", no UPS");
 }
 
 /// The answer to a later copy when there is no display to show the dashboard on.
 std::string WhereTheConsoleIs() {
   const std::string running = "Varek is running without a display. Its web console ";
-  if (!DataCenter.WebEnabled) return running + "is off.";
-  const std::string port = std::to_string(DataCenter.WebPort);
+  if (!DataCenter.settings.WebEnabled) return running + "is off.";
+  const std::string port = std::to_string(DataCenter.settings.WebPort);
   if (!WebConsoleListens()) return running + "waits for port " + port + ", which is taken.";
   return running + "is at http://127.0.0.1:" + port + "/";
 }
@@ -129,7 +129,7 @@ void Form12::LoadSteps(const std::string& commandLine) {
   Usb.Failures = 0;
   const StartUp start = HandleCommandLine(commandLine, platform::OperatingSystemKind());
   if (start != StartUp::GoOn) End(start == StartUp::End ? 0 : 1);
-  Loadlanguage(DataCenter.LanguageIndex);
+  Loadlanguage(DataCenter.settings.LanguageIndex);
   YieldToRunningCopy();
   DataCenter.FormOpen[kNumber] = kSet;
   if (ConfigWasTooLong()) TellOfLongConfig();
@@ -139,7 +139,7 @@ void Form12::LoadSteps(const std::string& commandLine) {
   Link.UsbOpen = 0;
   OpenStorage();
   LoadTrayPicture();
-  if (DataCenter.WebEnabled) StartWebConsole();
+  if (DataCenter.settings.WebEnabled) StartWebConsole();
   NewKey();
   startRecorded_ = true;
   EventProgramStart();
@@ -167,18 +167,18 @@ void Form12::OpenStorage() {
 
 /// The search runs only on the first start after it was asked for.
 void Form12::SearchPortOnce() {
-  if (!DataCenter.AutoSearchPort) return;
+  if (!DataCenter.settings.AutoSearchPort) return;
   const int16_t before = Link.PortNumber;
   int16_t port = 0;
   findport(port);
   const bool chosenMeanwhile = Link.PortNumber != before;
   if (!chosenMeanwhile) AdoptPort(port);
-  DataCenter.AutoSearchPort = kClear;
+  DataCenter.settings.AutoSearchPort = kClear;
   WriteConfig();
 }
 
 void Form12::AddDataTimer_Timer() {
-  if (GetIsConnect() && GetDatabaseReady()) AddSample();
+  if (DataCenter.IsConnect && DataCenter.DatabaseReady) AddSample();
   CheckUPSEvents();
   KeepRecording();
   if (started_) platform::ReportServiceStatus(ServiceStatus());

@@ -84,7 +84,7 @@ void ChoosePort(const std::string& text) {
 
 /// The lines of the file in their order. Do not reorder: the number of a line is its meaning.
 std::vector<Line> FileLines() {
-  DataCenterRecord& data = DataCenter;
+  Settings& data = DataCenter.settings;
   std::vector<Line> lines{
       SwitchLine(data.AutoSearchPort),
       {ChoosePort, [] { return std::to_string(Link.PortNumber); }},
@@ -147,12 +147,12 @@ void ReadLines(const std::string& bytes) {
 
 void TakeDefaults() {
   platform::MessageBox("LOAD CONFIG ERROR", "error!", platform::MessageIcon::Exclamation);
-  DataCenter.AutoSearchPort = kSet;
-  DataCenter.SystemShutdownBuffer = 5;
-  DataCenter.UPSShutdownBuffer = 1;
-  DataCenter.UseCelsius = kSet;
-  DataCenter.WebPort = 1888;
-  DataCenter.WebEnabled = kSet;
+  DataCenter.settings.AutoSearchPort = kSet;
+  DataCenter.settings.SystemShutdownBuffer = 5;
+  DataCenter.settings.UPSShutdownBuffer = 1;
+  DataCenter.settings.UseCelsius = kSet;
+  DataCenter.settings.WebPort = 1888;
+  DataCenter.settings.WebEnabled = kSet;
 }
 
 void FollowSystemLanguage() {
@@ -177,7 +177,7 @@ void ReadConfig() {
   } else {
     TakeDefaults();
   }
-  if (DataCenter.AutoSearchPort) FollowSystemLanguage();
+  if (DataCenter.settings.AutoSearchPort) FollowSystemLanguage();
 }
 
 bool ConfigWasTooLong() { return TooLong(); }

@@ -1,7 +1,7 @@
 // The live state: the one record that the whole program shares. The parsers, the link supervisor
-// and the settings write it; everything else reads it, where there is one through an accessor.
-// One thread: a reader between two polls sees the values of the last complete reply. Code that
-// pumps events while it holds a value must expect it to have changed.
+// and the settings write it; everything else reads it. An accessor exists where a value is
+// computed. One thread: a reader between two polls sees the values of the last complete reply. Code
+// that pumps events while it holds a value must expect it to have changed.
 #pragma once
 
 #include <array>
@@ -19,8 +19,8 @@ constexpr Flag ToFlag(bool value) { return value ? kSet : kClear; }
 constexpr int kEventCount = 12;
 constexpr int kDebugLineCount = 10;
 
-struct DataCenterRecord {
-  // Live readings, from the status reply.
+/// From the status reply. Live: zero without a link.
+struct Readings {
   float InputVoltage = 0;       ///< volts
   float InputFaultVoltage = 0;  ///< volts at the last fault; kept, nothing reads it
   float OutputVoltage = 0;      ///< volts; above 0 while the output is alive
@@ -28,7 +28,11 @@ struct DataCenterRecord {
   float Frequency = 0;       ///< hertz
   float BatteryVoltage = 0;  ///< volts: of a cell (on-line unit) or of the string (off-line unit)
   float Temperature = 0;     ///< degrees Celsius as received, never converted here
-  Flag Utility = kClear;     ///< the mains have failed, the unit runs on its battery
+};
+
+/// From the status reply; a lost link leaves them as they were last.
+struct StatusFlags {
+  Flag Utility = kClear;  ///< the mains have failed, the unit runs on its battery
   Flag BatLow = kClear;
   Flag Bypass = kClear;  ///< on-line unit: bypass; off-line unit: buck when set, boost when clear
   Flag UPSFailed = kClear;
@@ -36,29 +40,26 @@ struct DataCenterRecord {
   Flag TestProgress = kClear;
   Flag ShutdownActive = kClear;
   Flag Beeper = kClear;
+};
 
-  // Ratings. A rated voltage of 0 means not yet received: the poll cycle goes on asking.
+/// From the rating reply. A rated voltage of 0 means not yet received: the poll cycle goes on
+/// asking.
+struct Ratings {
   float RatingVoltage = 0;         ///< volts
   int16_t RatingCurrent = 0;       ///< amperes
   float RatingBatteryVoltage = 0;  ///< volts, in blocks of 12
   float RatingFrequency = 0;       ///< hertz
+};
 
-  // Identification.
+/// From the identification reply, as text for people.
+struct Identity {
   std::string UPSCompany;
   std::string UPSModel;
   std::string UPSVersion;
-  Flag HasTemperature = kClear;  ///< the unit reports a usable temperature
-  Flag HasLoad = kClear;         ///< the unit reports a usable load
+};
 
-  // Link and status.
-  Flag IsConnect = kClear;
-  int16_t UPSStage = 0;      ///< status code of the last once-a-second evaluation
-  int16_t UPSStageLast = 0;  ///< status code for which the tray was last changed
-  Flag DatabaseReady = kClear;
-  Flag ExitInProgress = kClear;
-  int16_t OSKind = 0;
-
-  // Settings, in the order of the configuration file.
+/// In the order of the configuration file, which is the only place that keeps them.
+struct Settings {
   Flag AutoSearchPort = kClear;
   int16_t SystemShutdownBuffer = 0;  ///< minutes
   int16_t UPSShutdownBuffer = 0;     ///< minutes
@@ -94,13 +95,34 @@ struct DataCenterRecord {
   Flag BatLowSystemEnable = kClear;
   Flag BatLowUPSEnable = kClear;
   Flag EventPopup = kClear;
+};
 
-  // Event latches.
+/// An event whose latch is set has been raised and is not raised again until its cause has gone.
+struct Latches {
   Flag BatLowLatched = kClear;
   Flag PowerFailLatched = kClear;
   Flag OverloadLatched = kClear;
   Flag UPSFailLatched = kClear;
   Flag TestLatched = kClear;
+};
+
+struct DataCenterRecord {
+  Readings readings;
+  StatusFlags flags;
+  Ratings ratings;
+  Identity identity;
+  Settings settings;
+  Latches latches;
+
+  Flag HasTemperature = kClear;  ///< the unit reports a usable temperature
+  Flag HasLoad = kClear;         ///< the unit reports a usable load
+
+  Flag IsConnect = kClear;   ///< the link is up
+  int16_t UPSStage = 0;      ///< status code of the last once-a-second evaluation
+  int16_t UPSStageLast = 0;  ///< status code for which the tray was last changed
+  Flag DatabaseReady = kClear;
+  Flag ExitInProgress = kClear;
+  int16_t OSKind = 0;
 
   /// Index = number of the window; set while it is loaded.
   std::array<Flag, 16> FormOpen{};
@@ -110,43 +132,17 @@ struct DataCenterRecord {
 
 extern DataCenterRecord DataCenter;
 
-float GetRatingVoltage();
-int16_t GetRatingCurrent();
-float GetRatingBatteryVoltage();
-float GetRatingFrequency();
-std::string GetUPSCompany();
-std::string GetUPSModel();
-std::string GetUPSVersion();
-float GetInputVoltage();
-float GetOutputVoltage();
 float GetLoadPercent();
 /// The frequency as plain decimal text, for direct display.
 std::string GetFrequency();
-float GetBatteryVoltage();
 /// In the display unit; Fahrenheit is cut, not rounded, to one decimal.
 float GetTemperature();
-
-bool GetUtility();
-bool GetBatLow();
-bool GetBypass();
-bool GetUPSFailed();
-bool GetUPStype();
-bool GetTestProgress();
-bool GetShutdownActive();
-bool GetBeeper();
 
 /// Today as "yyyymmdd".
 std::string GetTodayText();
 
-bool GetIsConnect();
-void SetIsConnect(bool value);
-bool GetDatabaseReady();
-bool GetHasTemperature();
-void SetHasTemperature(bool value);
-bool GetHasLoad();
-void SetHasLoad(bool value);
-/// Sets both by the kind of the unit: neither without a link, without a version, or for units of
-/// the bare series "QZ0"; an off-line unit has no temperature.
+/// Sets HasTemperature and HasLoad by the kind of the unit: neither without a link, without a
+/// version, or for units of the bare series "QZ0"; an off-line unit has no temperature.
 void DeriveCapabilities();
 
 /// The status code, computed anew: 0 normal, 1 no link, 2 charging, 3 battery test,
@@ -160,7 +156,6 @@ int BatteryPercent(float voltage);
 
 /// `LanguageIndex` as decimal text.
 std::string GetLanguageIndex();
-std::string GetWebLanguageFolder();
 /// Stores the index; 0 to 2 also choose the folder of web pages.
 void SetLanguageIndex(int16_t value);
 

@@ -23,8 +23,8 @@ constexpr int32_t kMissAtOnce = 100;
 void SendLine(const std::string& command) { Link.MSComm1.Output(command + "\r"); }
 
 bool IdentificationIsEmpty() {
-  return DataCenter.UPSModel.empty() && DataCenter.UPSVersion.empty() &&
-         DataCenter.UPSCompany.empty();
+  return DataCenter.identity.UPSModel.empty() && DataCenter.identity.UPSVersion.empty() &&
+         DataCenter.identity.UPSCompany.empty();
 }
 
 int32_t Minutes(std::string_view digits) {
@@ -83,7 +83,7 @@ void PollCycle::SendSpareCommand() {
   if (!Link.PendingCommand.empty()) {
     SendLine(platform::Trim(Link.PendingCommand));
     Link.PendingCommand.clear();
-  } else if (GetRatingVoltage() == 0) {
+  } else if (DataCenter.ratings.RatingVoltage == 0) {
     SendLine("F");
   } else if (IdentificationIsEmpty()) {
     SendLine("I");
@@ -112,7 +112,7 @@ void PollCycle::ReceiveTimer_Timer() {
 void PollCycle::DeclareLinkLost() {
   if (MissCount <= kMissLimit || Link.LinkUp != 1) return;
   Link.LinkUp = 0;
-  SetIsConnect(false);
+  DataCenter.IsConnect = kClear;
   MissCount = 0;  // Before the event, whose failure would declare the next link lost at once.
   EventLinkLost();
 }
@@ -121,7 +121,7 @@ void PollCycle::BringLinkUp() {
   if (Link.LinkUp == 1) return;
   Link.LinkUp = 1;
   Link.StatusAccepted = false;
-  SetIsConnect(true);
+  DataCenter.IsConnect = kSet;
   EventLinkUp();
 }
 
@@ -176,10 +176,10 @@ void PollCycle::ReceiveUsbSpare() {
   if (!Link.PendingCommand.empty()) {
     SendUsbCommand(Link.PendingCommand);
     Link.PendingCommand.clear();
-  } else if (GetRatingVoltage() == 0) {
+  } else if (DataCenter.ratings.RatingVoltage == 0) {
     LastReply = SentCommand("F");
     if (LastReply.starts_with('#') && LastReply.size() == kUsbReportLength) ParseRating(LastReply);
-  } else if (DataCenter.UPSCompany.empty()) {
+  } else if (DataCenter.identity.UPSCompany.empty()) {
     LastReply = SentCommand("I");
     if (LastReply.starts_with('#')) ParseIdentification(LastReply);
   }

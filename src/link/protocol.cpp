@@ -13,58 +13,57 @@ using platform::RoundToInt16;
 using platform::TrimRight;
 
 /// Where a reading stands in its line: first character counted from 1, and width.
-struct FloatColumn {
+struct Place {
   size_t first;
   size_t width;
-  float DataCenterRecord::*field;
-};
-struct IntegerColumn {
-  size_t first;
-  size_t width;
-  int16_t DataCenterRecord::*field;
 };
 
-constexpr FloatColumn kStatusFloats[] = {
-    {2, 5, &DataCenterRecord::InputVoltage},    {8, 5, &DataCenterRecord::InputFaultVoltage},
-    {14, 5, &DataCenterRecord::OutputVoltage},  {24, 4, &DataCenterRecord::Frequency},
-    {29, 4, &DataCenterRecord::BatteryVoltage}, {34, 4, &DataCenterRecord::Temperature},
+template <typename Record>
+struct FloatColumn {
+  Place place;
+  float Record::*field;
 };
-constexpr IntegerColumn kLoadColumn{20, 3, &DataCenterRecord::LoadPercent};
+
+constexpr FloatColumn<Readings> kStatusFloats[] = {
+    {{2, 5}, &Readings::InputVoltage},    {{8, 5}, &Readings::InputFaultVoltage},
+    {{14, 5}, &Readings::OutputVoltage},  {{24, 4}, &Readings::Frequency},
+    {{29, 4}, &Readings::BatteryVoltage}, {{34, 4}, &Readings::Temperature},
+};
+constexpr Place kLoad{20, 3};
 
 /// The status bits, bit 7 first, one character each.
 constexpr size_t kFirstFlag = 39;
-constexpr Flag DataCenterRecord::*kStatusFlags[] = {
-    &DataCenterRecord::Utility,        &DataCenterRecord::BatLow,  &DataCenterRecord::Bypass,
-    &DataCenterRecord::UPSFailed,      &DataCenterRecord::UPStype, &DataCenterRecord::TestProgress,
-    &DataCenterRecord::ShutdownActive, &DataCenterRecord::Beeper,
+constexpr Flag StatusFlags::*kStatusFlags[] = {
+    &StatusFlags::Utility,        &StatusFlags::BatLow,  &StatusFlags::Bypass,
+    &StatusFlags::UPSFailed,      &StatusFlags::UPStype, &StatusFlags::TestProgress,
+    &StatusFlags::ShutdownActive, &StatusFlags::Beeper,
 };
 
-constexpr FloatColumn kRatingFloats[] = {
-    {2, 5, &DataCenterRecord::RatingVoltage},
-    {12, 5, &DataCenterRecord::RatingBatteryVoltage},
-    {18, 4, &DataCenterRecord::RatingFrequency},
+constexpr FloatColumn<Ratings> kRatingFloats[] = {
+    {{2, 5}, &Ratings::RatingVoltage},
+    {{12, 5}, &Ratings::RatingBatteryVoltage},
+    {{18, 4}, &Ratings::RatingFrequency},
 };
-constexpr IntegerColumn kCurrentColumn{8, 3, &DataCenterRecord::RatingCurrent};
+constexpr Place kCurrent{8, 3};
 
 constexpr size_t kBlankBehindCompany = 17;
 constexpr size_t kBlankBehindModel = 28;
 
-template <size_t N>
-void ReadFloats(const std::string& reply, const FloatColumn (&columns)[N]) {
-  for (const FloatColumn& column : columns) {
-    DataCenter.*column.field =
-        static_cast<float>(LenientNumber(Middle(reply, column.first, column.width)));
+double NumberAt(const std::string& reply, const Place& place) {
+  return LenientNumber(Middle(reply, place.first, place.width));
+}
+
+template <typename Record, size_t N>
+void ReadFloats(const std::string& reply, const FloatColumn<Record> (&columns)[N], Record& record) {
+  for (const FloatColumn<Record>& column : columns) {
+    record.*column.field = static_cast<float>(NumberAt(reply, column.place));
   }
 }
 
-void ReadInteger(const std::string& reply, const IntegerColumn& column) {
-  DataCenter.*column.field = RoundToInt16(LenientNumber(Middle(reply, column.first, column.width)));
-}
-
 void TakeFixedFields(const std::string& reply) {
-  DataCenter.UPSCompany = TrimRight(Middle(reply, 2, 15));
-  DataCenter.UPSModel = TrimRight(Middle(reply, 18, 10));
-  DataCenter.UPSVersion = TrimRight(Middle(reply, 29, 10));
+  DataCenter.identity.UPSCompany = TrimRight(Middle(reply, 2, 15));
+  DataCenter.identity.UPSModel = TrimRight(Middle(reply, 18, 10));
+  DataCenter.identity.UPSVersion = TrimRight(Middle(reply, 29, 10));
 }
 
 /// Takes the word at `from` if a blank ends it, and moves `from` to the word behind. Without a
@@ -79,10 +78,10 @@ void TakeWord(const std::string& reply, size_t& from, std::string& field) {
 
 void ScanFields(const std::string& reply) {
   size_t from = 1;
-  TakeWord(reply, from, DataCenter.UPSCompany);
-  TakeWord(reply, from, DataCenter.UPSModel);
+  TakeWord(reply, from, DataCenter.identity.UPSCompany);
+  TakeWord(reply, from, DataCenter.identity.UPSModel);
   const size_t last = reply.size() - 1;
-  if (from <= last) DataCenter.UPSVersion = TrimRight(reply.substr(from, last - from));
+  if (from <= last) DataCenter.identity.UPSVersion = TrimRight(reply.substr(from, last - from));
 }
 
 bool IsBlankAt(const std::string& reply, size_t position) {
@@ -96,19 +95,19 @@ bool IsStatusLine(const std::string& reply) {
 }
 
 bool ParseStatus(const std::string& reply) {
-  ReadFloats(reply, kStatusFloats);
-  ReadInteger(reply, kLoadColumn);
+  ReadFloats(reply, kStatusFloats, DataCenter.readings);
+  DataCenter.readings.LoadPercent = RoundToInt16(NumberAt(reply, kLoad));
   size_t position = kFirstFlag;
   for (auto flag : kStatusFlags) {
-    DataCenter.*flag = ToFlag(LenientNumber(Middle(reply, position++, 1)) != 0);
+    DataCenter.flags.*flag = ToFlag(NumberAt(reply, {position++, 1}) != 0);
   }
-  if (DataCenter.UPSFailed) DataCenter.BatteryVoltage = 0;
-  return DataCenter.UPSFailed;
+  if (DataCenter.flags.UPSFailed) DataCenter.readings.BatteryVoltage = 0;
+  return DataCenter.flags.UPSFailed;
 }
 
 void ParseRating(const std::string& reply) {
-  ReadFloats(reply, kRatingFloats);
-  ReadInteger(reply, kCurrentColumn);
+  ReadFloats(reply, kRatingFloats, DataCenter.ratings);
+  DataCenter.ratings.RatingCurrent = RoundToInt16(NumberAt(reply, kCurrent));
 }
 
 void ParseIdentification(const std::string& reply) {

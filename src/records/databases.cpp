@@ -148,12 +148,12 @@ void FollowDate() {
 void WriteSample(Recordset& samples) {
   samples.AddNew();
   samples.Set(0, platform::FormatTime(platform::Now()));
-  samples.Set(1, DataCenter.InputVoltage);
-  samples.Set(2, DataCenter.OutputVoltage);
-  samples.Set(3, int64_t{DataCenter.LoadPercent});
-  samples.Set(4, DataCenter.Frequency);
-  samples.Set(5, int64_t{BatteryPercent(DataCenter.BatteryVoltage)});
-  samples.Set(6, DataCenter.Temperature);
+  samples.Set(1, DataCenter.readings.InputVoltage);
+  samples.Set(2, DataCenter.readings.OutputVoltage);
+  samples.Set(3, int64_t{DataCenter.readings.LoadPercent});
+  samples.Set(4, DataCenter.readings.Frequency);
+  samples.Set(5, int64_t{BatteryPercent(DataCenter.readings.BatteryVoltage)});
+  samples.Set(6, DataCenter.readings.Temperature);
   samples.Update();
 }
 

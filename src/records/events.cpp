@@ -71,22 +71,24 @@ void WriteRow(EventType type) {
 }
 
 void ShowPopup(EventType type) {
-  if (DataCenter.EventPopup) StartAlert(EventText[Index(type)]);
+  if (DataCenter.settings.EventPopup) StartAlert(EventText[Index(type)]);
 }
 
 void SendMail(EventType type) {
   const size_t index = Index(type);
-  if (!DataCenter.MailEventEnable[index]) return;
-  mailto(DataCenter.MailServer, DataCenter.MailSenderName, DataCenter.MailSenderAddress,
-         DataCenter.MailRecipientName, DataCenter.MailRecipientAddress, EventText[index],
-         DataCenter.MailEventText[index]);
+  if (!DataCenter.settings.MailEventEnable[index]) return;
+  mailto(DataCenter.settings.MailServer, DataCenter.settings.MailSenderName,
+         DataCenter.settings.MailSenderAddress, DataCenter.settings.MailRecipientName,
+         DataCenter.settings.MailRecipientAddress, EventText[index],
+         DataCenter.settings.MailEventText[index]);
 }
 
 void SendSms(EventType type) {
   const size_t index = Index(type);
-  if (!DataCenter.SmsEventEnable[index]) return;
-  SendMsg(DataCenter.SmsGateway, DataCenter.SmsAccount, DataCenter.SmsPassword,
-          DataCenter.SmsNumber, DataCenter.SmsEventText[index], DataCenter.SmsApiId, "F");
+  if (!DataCenter.settings.SmsEventEnable[index]) return;
+  SendMsg(DataCenter.settings.SmsGateway, DataCenter.settings.SmsAccount,
+          DataCenter.settings.SmsPassword, DataCenter.settings.SmsNumber,
+          DataCenter.settings.SmsEventText[index], DataCenter.settings.SmsApiId, "F");
 }
 
 void Notify(EventType type) {
@@ -140,11 +142,11 @@ class OnExit {
 
 void CheckUPSEvents() {
   FollowStage();
-  DataCenter.Utility ? EventPowerFail() : EventPowerBack();
-  DataCenter.BatLow ? EventBatteryLow() : ClearBatteryLow();
-  Compare(DataCenter.TestProgress, EventTestStart, DataCenter.TestLatched);
-  Compare(DataCenter.UPSFailed, EventUPSFail, DataCenter.UPSFailLatched);
-  Compare(GetLoadPercent() > kFullLoad, EventOverload, DataCenter.OverloadLatched);
+  DataCenter.flags.Utility ? EventPowerFail() : EventPowerBack();
+  DataCenter.flags.BatLow ? EventBatteryLow() : ClearBatteryLow();
+  Compare(DataCenter.flags.TestProgress, EventTestStart, DataCenter.latches.TestLatched);
+  Compare(DataCenter.flags.UPSFailed, EventUPSFail, DataCenter.latches.UPSFailLatched);
+  Compare(GetLoadPercent() > kFullLoad, EventOverload, DataCenter.latches.OverloadLatched);
 }
 
 void EventProgramStart() { RecordEvent(kProgramStart); }
@@ -164,13 +166,15 @@ void EventSystemShutdown() { RecordEvent(kSystemShutdown); }
 void EventUPSShutdown() { RecordEvent(kUPSShutdown); }
 
 void EventPowerFail() {
-  if (DataCenter.PowerFailLatched) return;
+  if (DataCenter.latches.PowerFailLatched) return;
   {
     // A row or a pop-up that fails must not bring the countdowns back to their beginning at the
     // next tick.
-    const OnExit latch([] { DataCenter.PowerFailLatched = kSet; });
-    if (DataCenter.PowerFailSystemEnable) StartSystemShutdown(DataCenter.PowerFailSystemDelay);
-    if (DataCenter.PowerFailUPSEnable) StartUPSShutdown(DataCenter.PowerFailUPSDelay, kNoRestart);
+    const OnExit latch([] { DataCenter.latches.PowerFailLatched = kSet; });
+    if (DataCenter.settings.PowerFailSystemEnable)
+      StartSystemShutdown(DataCenter.settings.PowerFailSystemDelay);
+    if (DataCenter.settings.PowerFailUPSEnable)
+      StartUPSShutdown(DataCenter.settings.PowerFailUPSDelay, kNoRestart);
     ShowPopup(kPowerFail);
     WriteRow(kPowerFail);
   }
@@ -178,45 +182,47 @@ void EventPowerFail() {
 }
 
 void EventBatteryLow() {
-  if (DataCenter.BatLowLatched) return;
+  if (DataCenter.latches.BatLowLatched) return;
   platform::IgnoreErrors([] {
-    if (DataCenter.BatLowSystemEnable) StartSystemShutdown(DataCenter.BatLowSystemDelay);
+    if (DataCenter.settings.BatLowSystemEnable)
+      StartSystemShutdown(DataCenter.settings.BatLowSystemDelay);
   });
   platform::IgnoreErrors([] {
-    if (DataCenter.BatLowUPSEnable) StartUPSShutdown(DataCenter.BatLowUPSDelay, kNoRestart);
+    if (DataCenter.settings.BatLowUPSEnable)
+      StartUPSShutdown(DataCenter.settings.BatLowUPSDelay, kNoRestart);
   });
-  DataCenter.BatLowLatched = kSet;
+  DataCenter.latches.BatLowLatched = kSet;
   RecordWithPopup(kBatteryLow);
 }
 
 void EventPowerBack() {
-  if (!DataCenter.PowerFailLatched) return;
-  DataCenter.PowerFailLatched = kClear;
+  if (!DataCenter.latches.PowerFailLatched) return;
+  DataCenter.latches.PowerFailLatched = kClear;
   CancelCountdowns();
   RecordEvent(kPowerBack);
 }
 
 void ClearBatteryLow() {
-  if (!DataCenter.BatLowLatched) return;
-  DataCenter.BatLowLatched = kClear;
-  if (!DataCenter.Utility) CancelCountdowns();
+  if (!DataCenter.latches.BatLowLatched) return;
+  DataCenter.latches.BatLowLatched = kClear;
+  if (!DataCenter.flags.Utility) CancelCountdowns();
 }
 
 void EventOverload() {
-  if (DataCenter.OverloadLatched) return;
-  DataCenter.OverloadLatched = kSet;
+  if (DataCenter.latches.OverloadLatched) return;
+  DataCenter.latches.OverloadLatched = kSet;
   RecordWithPopup(kOverload);
 }
 
 void EventUPSFail() {
-  if (DataCenter.UPSFailLatched) return;
-  DataCenter.UPSFailLatched = kSet;
+  if (DataCenter.latches.UPSFailLatched) return;
+  DataCenter.latches.UPSFailLatched = kSet;
   RecordWithPopup(kUPSFail);
 }
 
 void EventTestStart() {
-  if (DataCenter.TestLatched) return;
-  DataCenter.TestLatched = kSet;
+  if (DataCenter.latches.TestLatched) return;
+  DataCenter.latches.TestLatched = kSet;
   RecordEvent(kTestStart);
 }
 

@@ -27,7 +27,7 @@ WindowStyle StyleFor(SendMode mode) {
 std::string ModeText(SendMode mode) { return std::string(1, static_cast<char>(mode)); }
 
 std::string ConsoleAddress() {
-  return "http://" + platform::LocalAddress() + ":" + std::to_string(DataCenter.WebPort) +
+  return "http://" + platform::LocalAddress() + ":" + std::to_string(DataCenter.settings.WebPort) +
          "/index.htm";
 }
 
@@ -52,7 +52,7 @@ void mailto(const std::string& server, const std::string& senderName,
             const std::string& senderAddress, const std::string& recipientName,
             const std::string& recipientAddress, const std::string& subject,
             const std::string& body) {
-  const std::string link = DataCenter.WebEnabled ? "\r\n\r\n " + ConsoleAddress() : "";
+  const std::string link = DataCenter.settings.WebEnabled ? "\r\n\r\n " + ConsoleAddress() : "";
   StartMail({server, senderName, senderAddress, recipientName, recipientAddress}, subject,
             body + link, SendMode::Event);
 }

@@ -10,7 +10,7 @@ namespace varek {
 
 namespace {
 
-bool OutputIsAlive() { return GetOutputVoltage() > 0; }
+bool OutputIsAlive() { return DataCenter.readings.OutputVoltage > 0; }
 
 }  // namespace
 

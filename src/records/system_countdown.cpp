@@ -70,7 +70,8 @@ void Form10::ShowTime() {
 
 /// Gives the save program the last two minutes of the countdown.
 void Form10::StartAutosave() {
-  if (CountDown >= kAutosaveSeconds || !DataCenter.AutoSaveOnShutdown || AutoSaveStarted) return;
+  if (CountDown >= kAutosaveSeconds || !DataCenter.settings.AutoSaveOnShutdown || AutoSaveStarted)
+    return;
   AutoSaveStarted = kSet;
   platform::StartProgram(platform::ProgramFolder() + "\\Autosave.exe", "",
                          platform::WindowStyle::NormalFocus);

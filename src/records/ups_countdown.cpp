@@ -38,7 +38,7 @@ bool CommandIsUnsent() {
 
 /// A preparation ends by itself, and behind it come the row and the messages of the event that
 /// began it; a command that waits for a link may wait forever.
-bool OrderIsUnderWay() { return preparations > 0 || (GetIsConnect() && CommandIsUnsent()); }
+bool OrderIsUnderWay() { return preparations > 0 || (DataCenter.IsConnect && CommandIsUnsent()); }
 
 }  // namespace
 
@@ -107,7 +107,7 @@ void Form11::Timer1_Timer() {
   const int64_t elapsed = platform::TickCount() - StartTicks;
   if (elapsed <= TotalMs) return ShowRemaining(TotalMs - elapsed);
   // A count of no minutes can end before the "C" in front of its command has left.
-  if (CommandWaiting && GetIsConnect()) return ShowRemaining(0);
+  if (CommandWaiting && DataCenter.IsConnect) return ShowRemaining(0);
   Timer1.SetEnabled(false);
   DataCenter.FormOpen[kNumber] = kClear;
   EventUPSShutdown();

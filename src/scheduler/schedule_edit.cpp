@@ -39,7 +39,7 @@ bool TakesRestart(char letter) { return letter == 'R' || letter == 'B'; }
 /// Counted from the moment at which the unit turns off.
 int RestartDelay(const ScheduleForm& form) {
   return MinutesToRestart(form.time, form.restartDays, form.restartTime) -
-         DataCenter.UPSShutdownBuffer;
+         DataCenter.settings.UPSShutdownBuffer;
 }
 
 bool RestartFits(const ScheduleForm& form, int shortest) {
@@ -79,7 +79,7 @@ void FillRestart(const ScheduleEntry& entry, ScheduleForm& form) {
     return;
   }
   const int moment =
-      MinuteOfDay(entry.time) + RestartMinutes(entry.event) + DataCenter.UPSShutdownBuffer;
+      MinuteOfDay(entry.time) + RestartMinutes(entry.event) + DataCenter.settings.UPSShutdownBuffer;
   form.restartDays = std::min(moment / kMinutesPerDay, kMostRestartDays);
   form.restartTime = TimeText(moment % kMinutesPerDay);
 }

@@ -17,9 +17,9 @@ namespace {
 
 constexpr size_t kSecondsPart = 3;  ///< ":00"
 
-void ShutDownUPS(int restart) { StartUPSShutdown(DataCenter.UPSShutdownBuffer, restart); }
+void ShutDownUPS(int restart) { StartUPSShutdown(DataCenter.settings.UPSShutdownBuffer, restart); }
 
-void ShutDownSystem() { StartSystemShutdown(DataCenter.SystemShutdownBuffer); }
+void ShutDownSystem() { StartSystemShutdown(DataCenter.settings.SystemShutdownBuffer); }
 
 /// A mark, or an unknown code, does nothing.
 void Start(const std::string& event) {

@@ -55,7 +55,7 @@ TEST_F(ControllerTest, AnyErrorOnTheWayEndsTheStartInOrder) {
 TEST_F(ControllerTest, AFirstStartWithoutAUnitTakesUSBUnlessAPortIsChosenMeanwhile) {
   Load();
   EXPECT_EQ(platform::ReadWholeFile(Path("config.qmz")).substr(0, 6), "F\n800\n");
-  DataCenter.AutoSearchPort = kSet;
+  DataCenter.settings.AutoSearchPort = kSet;
   WriteConfig();
   platform::Timer choose(
       "choose", [] { SetPort(3); }, 3000);
@@ -84,7 +84,7 @@ TEST_F(ControllerTest, TheStopWritesItsEventBeforeStorageCloses) {
   EXPECT_EQ(StatusOf([this] { controller.Stop(); }), 0);
   EXPECT_EQ(EventRows(), (std::vector<int>{1, 2}));
   EXPECT_FALSE(SystemCountdown().IsLoaded());
-  EXPECT_FALSE(GetDatabaseReady());
+  EXPECT_FALSE(DataCenter.DatabaseReady);
 }
 
 TEST_F(ControllerTest, ACloseFromOutsideTakesTheWindowsButNotTheMonitor) {
@@ -94,7 +94,7 @@ TEST_F(ControllerTest, ACloseFromOutsideTakesTheWindowsButNotTheMonitor) {
   controller.Form_Unload(cancel);
   EXPECT_TRUE(cancel);
   EXPECT_FALSE(SystemCountdown().IsLoaded());
-  EXPECT_TRUE(GetDatabaseReady());
+  EXPECT_TRUE(DataCenter.DatabaseReady);
   controller.EndUPSEE();
   cancel = false;
   controller.Form_Unload(cancel);
@@ -107,11 +107,11 @@ TEST_F(ControllerTest, RecordingThatStopsIsToldOnceThoughItsErrorPassesUp) {
   test::Journal journal;
   platform::Database other(Path("database/Event.mdb"));
   other.BeginTransaction();
-  DataCenter.Utility = DataCenter.TestProgress = kSet;
+  DataCenter.flags.Utility = DataCenter.flags.TestProgress = kSet;
   clock.Advance(3000);
   EXPECT_THAT(DataCenter.DebugLines[1], testing::HasSubstr("Events are not recorded: database is"));
   other.Rollback();
-  DataCenter.Utility = kClear;
+  DataCenter.flags.Utility = kClear;
   clock.Advance(1000);
   EXPECT_THAT(DataCenter.DebugLines[0], testing::HasSubstr("Events are recorded again"));
   EXPECT_EQ(journal.Take(),
@@ -121,7 +121,7 @@ TEST_F(ControllerTest, RecordingThatStopsIsToldOnceThoughItsErrorPassesUp) {
 
 TEST_F(ControllerTest, TheStatusIsEvaluatedWithoutALinkToo) {
   Load();
-  DataCenter.Utility = kSet;
+  DataCenter.flags.Utility = kSet;
   clock.Advance(1000);
   EXPECT_EQ(EventRows(), (std::vector<int>{1, 6}));
   EXPECT_EQ(DataCenter.UPSStageLast, 1);

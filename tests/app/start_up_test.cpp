@@ -112,11 +112,11 @@ TEST_F(StartUpTest, WithoutADisplayOnlyShowIsAnsweredAndNothingOpens) {
   EXPECT_EQ(answer(std::string(100'000, 'S')), "");
   const std::string running = "Varek is running without a display. Its web console ";
   StopWebConsole();
-  DataCenter.WebPort = 0;  // any that is free
+  DataCenter.settings.WebPort = 0;  // any that is free
   EXPECT_EQ(answer("Show"), running + "waits for port 0, which is taken.");
   StartWebConsole();
   EXPECT_EQ(answer("Show"), running + "is at http://127.0.0.1:0/");
-  DataCenter.WebEnabled = kClear;
+  DataCenter.settings.WebEnabled = kClear;
   EXPECT_EQ(answer("Show"), running + "is off.");
   StopWebConsole();
   EXPECT_FALSE(controller.IsWindowShown());

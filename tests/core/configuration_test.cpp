@@ -66,18 +66,18 @@ TEST_F(ConfigurationTest, EveryLineComesBackByteForByte) {
   ReadConfig();
   EXPECT_EQ(Link.LinkType, kSerialLink);
   EXPECT_EQ(Link.MSComm1.CommPort(), 5);
-  EXPECT_EQ(DataCenter.UPSShutdownBuffer, 9);
-  EXPECT_EQ(GetWebLanguageFolder(), "httpGB232\\");
-  EXPECT_EQ(DataCenter.MailEventEnable[2], kSet);
-  EXPECT_EQ(DataCenter.MailEventEnable[3], kClear);
-  EXPECT_EQ(DataCenter.SmsEventEnable[11], kSet);
-  EXPECT_EQ(DataCenter.SmsGateway, 1);
-  EXPECT_EQ(DataCenter.SmsApiId, "api");
-  EXPECT_EQ(DataCenter.MailEventText[11], "mail text 11");
-  EXPECT_EQ(DataCenter.BatLowUPSDelay, 14);
-  EXPECT_TRUE(DataCenter.PowerFailSystemEnable && DataCenter.BatLowSystemEnable &&
-              DataCenter.EventPopup);
-  EXPECT_FALSE(DataCenter.PowerFailUPSEnable || DataCenter.BatLowUPSEnable);
+  EXPECT_EQ(DataCenter.settings.UPSShutdownBuffer, 9);
+  EXPECT_EQ(DataCenter.settings.WebLanguageFolder, "httpGB232\\");
+  EXPECT_EQ(DataCenter.settings.MailEventEnable[2], kSet);
+  EXPECT_EQ(DataCenter.settings.MailEventEnable[3], kClear);
+  EXPECT_EQ(DataCenter.settings.SmsEventEnable[11], kSet);
+  EXPECT_EQ(DataCenter.settings.SmsGateway, 1);
+  EXPECT_EQ(DataCenter.settings.SmsApiId, "api");
+  EXPECT_EQ(DataCenter.settings.MailEventText[11], "mail text 11");
+  EXPECT_EQ(DataCenter.settings.BatLowUPSDelay, 14);
+  EXPECT_TRUE(DataCenter.settings.PowerFailSystemEnable && DataCenter.settings.BatLowSystemEnable &&
+              DataCenter.settings.EventPopup);
+  EXPECT_FALSE(DataCenter.settings.PowerFailUPSEnable || DataCenter.settings.BatLowUPSEnable);
 
   ::unlink(Path().c_str());
   WriteConfig();
@@ -97,11 +97,11 @@ TEST_F(ConfigurationTest, OddLinesReadAsToldAndShortListsAsClear) {
   ReadConfig();
   EXPECT_EQ(Link.LinkType, kUsbLink);
   EXPECT_EQ(Link.PortNumber, 800);
-  EXPECT_EQ(DataCenter.SystemShutdownBuffer, 4);
-  EXPECT_EQ(DataCenter.UPSShutdownBuffer, 0);
-  EXPECT_FALSE(DataCenter.UseCelsius || DataCenter.WebEnabled);
-  EXPECT_TRUE(DataCenter.MailEventEnable[1] && DataCenter.PowerFailUPSEnable);
-  EXPECT_FALSE(DataCenter.MailEventEnable[4] || DataCenter.EventPopup);
+  EXPECT_EQ(DataCenter.settings.SystemShutdownBuffer, 4);
+  EXPECT_EQ(DataCenter.settings.UPSShutdownBuffer, 0);
+  EXPECT_FALSE(DataCenter.settings.UseCelsius || DataCenter.settings.WebEnabled);
+  EXPECT_TRUE(DataCenter.settings.MailEventEnable[1] && DataCenter.settings.PowerFailUPSEnable);
+  EXPECT_FALSE(DataCenter.settings.MailEventEnable[4] || DataCenter.settings.EventPopup);
 }
 
 TEST_F(ConfigurationTest, LineEndsOfOtherSystemsAreNoPartOfTheText) {
@@ -109,8 +109,8 @@ TEST_F(ConfigurationTest, LineEndsOfOtherSystemsAreNoPartOfTheText) {
   for (const std::string& line : FullFile()) text += line + "\r\n";
   Write(text);
   ReadConfig();
-  EXPECT_EQ(DataCenter.MailServer, "mail.example");
-  EXPECT_EQ(DataCenter.EventPopup, kSet);
+  EXPECT_EQ(DataCenter.settings.MailServer, "mail.example");
+  EXPECT_EQ(DataCenter.settings.EventPopup, kSet);
 }
 
 TEST_F(ConfigurationTest, AShortFileFailsAndKeepsWhatWasRead) {
@@ -123,7 +123,7 @@ TEST_F(ConfigurationTest, AShortFileFailsAndKeepsWhatWasRead) {
   } catch (const platform::RuntimeError& error) {
     EXPECT_EQ(error.Number(), 62);
   }
-  EXPECT_EQ(DataCenter.BatLowUPSDelay, 14);
+  EXPECT_EQ(DataCenter.settings.BatLowUPSDelay, 14);
 }
 
 TEST_F(ConfigurationTest, AMissingFileMeansASearchAndTheFirstValues) {
@@ -139,7 +139,7 @@ TEST_F(ConfigurationTest, NoTextMovesTheLinesBehindItAndAFileThatHasSuchATextIsT
   ReadConfig();
   EXPECT_FALSE(platform::IsFile(Path() + ".new"));
   EXPECT_FALSE(ConfigWasTooLong());
-  DataCenter.WebLoginPassword = std::string("a\r\nb\0c", 6);
+  DataCenter.settings.WebLoginPassword = std::string("a\r\nb\0c", 6);
   WriteConfig();
   Lines lines = FullFile();
   lines[7] = "a  b c";
@@ -149,7 +149,7 @@ TEST_F(ConfigurationTest, NoTextMovesTheLinesBehindItAndAFileThatHasSuchATextIsT
   Write(Joined(lines));
   ReadConfig();
   EXPECT_TRUE(ConfigWasTooLong());
-  EXPECT_EQ(DataCenter.MailEventText[2], "second half");
+  EXPECT_EQ(DataCenter.settings.MailEventText[2], "second half");
 }
 
 TEST_F(ConfigurationTest, ANumberThatDoesNotFitIsAnError) {
@@ -174,7 +174,7 @@ TEST_F(ConfigurationTest, AFirstStartFollowsTheSystemsLanguageAndALaterOneTheFil
     lines[0] = c.search;
     Write(Joined(lines));
     ReadConfig();
-    EXPECT_EQ(DataCenter.LanguageIndex, c.language) << c.locale << " " << c.search;
+    EXPECT_EQ(DataCenter.settings.LanguageIndex, c.language) << c.locale << " " << c.search;
   }
 }
 

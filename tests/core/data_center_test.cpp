@@ -40,8 +40,8 @@ TEST_F(DataCenterTest, BatteryPercentFollowsTheScaleOfTheUnit) {
       {kSet, 0, 27, 0},           // rating not received yet
   };
   for (const Case& c : cases) {
-    DataCenter.UPStype = c.offLine;
-    DataCenter.RatingBatteryVoltage = c.rating;
+    DataCenter.flags.UPStype = c.offLine;
+    DataCenter.ratings.RatingBatteryVoltage = c.rating;
     EXPECT_EQ(BatteryPercent(c.voltage), c.percent)
         << (c.offLine ? "off-line " : "on-line ") << c.rating << " V, " << c.voltage << " V";
   }
@@ -75,48 +75,51 @@ TEST_F(DataCenterTest, LaterStagesOverrideEarlierOnes) {
   };
   for (const Case& c : cases) {
     const auto flag = [&c](char letter) { return ToFlag(c.set.find(letter) != c.set.npos); };
-    DataCenter.BatteryVoltage = c.battery;
-    DataCenter.Temperature = c.celsius;
-    DataCenter.LoadPercent = static_cast<int16_t>(c.load);
-    DataCenter.UseCelsius = flag('c');
-    DataCenter.TestProgress = flag('t');
-    DataCenter.UPSFailed = flag('f');
-    DataCenter.Utility = flag('u');
-    DataCenter.BatLow = flag('l');
-    SetIsConnect(!flag('-'));
+    DataCenter.readings.BatteryVoltage = c.battery;
+    DataCenter.readings.Temperature = c.celsius;
+    DataCenter.readings.LoadPercent = static_cast<int16_t>(c.load);
+    DataCenter.settings.UseCelsius = flag('c');
+    DataCenter.flags.TestProgress = flag('t');
+    DataCenter.flags.UPSFailed = flag('f');
+    DataCenter.flags.Utility = flag('u');
+    DataCenter.flags.BatLow = flag('l');
+    DataCenter.IsConnect = ToFlag(!flag('-'));
     EXPECT_EQ(GetUPSStage(), c.stage) << c.name;
   }
 }
 
 TEST_F(DataCenterTest, FahrenheitIsCutAndCelsiusIsNot) {
-  DataCenter.Temperature = 30.15F;
+  DataCenter.readings.Temperature = 30.15F;
   EXPECT_FLOAT_EQ(GetTemperature(), 86.2F);
-  DataCenter.UseCelsius = kSet;
+  DataCenter.settings.UseCelsius = kSet;
   EXPECT_FLOAT_EQ(GetTemperature(), 30.15F);
 }
 
 TEST_F(DataCenterTest, AnUnknownLanguageKeepsTheFolder) {
   SetLanguageIndex(1);
-  EXPECT_EQ(GetWebLanguageFolder(), "httpBig5\\");
+  EXPECT_EQ(DataCenter.settings.WebLanguageFolder, "httpBig5\\");
   SetLanguageIndex(2);
   SetLanguageIndex(7);
-  EXPECT_EQ(GetWebLanguageFolder(), "httpGB232\\");
+  EXPECT_EQ(DataCenter.settings.WebLanguageFolder, "httpGB232\\");
   EXPECT_EQ(GetLanguageIndex(), "7");
 }
 
 TEST_F(DataCenterTest, ALostLinkClearsReadingsButNoFlags) {
-  DataCenter.InputVoltage = DataCenter.Frequency = DataCenter.RatingVoltage = 220;
-  DataCenter.Temperature = 28.5F;
-  DataCenter.UseCelsius = kSet;
-  DataCenter.LoadPercent = DataCenter.RatingCurrent = 5;
-  DataCenter.UPSVersion = "V1";
-  DataCenter.Utility = DataCenter.UPStype = DataCenter.HasLoad = kSet;
+  DataCenter.readings.InputVoltage = DataCenter.readings.Frequency =
+      DataCenter.ratings.RatingVoltage = 220;
+  DataCenter.readings.Temperature = 28.5F;
+  DataCenter.settings.UseCelsius = kSet;
+  DataCenter.readings.LoadPercent = DataCenter.ratings.RatingCurrent = 5;
+  DataCenter.identity.UPSVersion = "V1";
+  DataCenter.flags.Utility = DataCenter.flags.UPStype = DataCenter.HasLoad = kSet;
   ClearLiveValues();
-  EXPECT_EQ(GetInputVoltage() + GetRatingVoltage() + GetLoadPercent() + GetRatingCurrent(), 0);
+  EXPECT_EQ(DataCenter.readings.InputVoltage + DataCenter.ratings.RatingVoltage + GetLoadPercent() +
+                DataCenter.ratings.RatingCurrent,
+            0);
   EXPECT_EQ(GetFrequency(), "0");
   EXPECT_EQ(GetTemperature(), 0);
-  EXPECT_EQ(GetUPSVersion(), "");
-  EXPECT_TRUE(GetUtility() && GetUPStype() && GetHasLoad());
+  EXPECT_EQ(DataCenter.identity.UPSVersion, "");
+  EXPECT_TRUE(DataCenter.flags.Utility && DataCenter.flags.UPStype && DataCenter.HasLoad);
 }
 
 }  // namespace

@@ -10,7 +10,7 @@
 #include <random>
 #include <utility>
 
-#include "platform/system.h"
+#include "platform/system/system.h"
 
 namespace varek::test {
 

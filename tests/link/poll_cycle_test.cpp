@@ -65,9 +65,9 @@ class PollCycleTest : public test::MonitorTest {
 TEST_F(PollCycleTest, TheLinkComesUpAndAsksWhatItDoesNotKnow) {
   EXPECT_EQ(Cycle(), "Q1\r");
   EXPECT_EQ(Cycle(), "Q1\r");
-  EXPECT_FALSE(GetIsConnect());
+  EXPECT_FALSE(DataCenter.IsConnect);
   EXPECT_EQ(Cycle(kStatus), "Q1\r");
-  EXPECT_TRUE(GetIsConnect());
+  EXPECT_TRUE(DataCenter.IsConnect);
   EXPECT_EQ(Cycle(kStatus), "Q1\r");
   EXPECT_EQ(Cycle(), "F\r");
   EXPECT_EQ(Cycle(kStatus), "Q1\r");
@@ -80,8 +80,8 @@ TEST_F(PollCycleTest, TheLinkComesUpAndAsksWhatItDoesNotKnow) {
   EXPECT_EQ(Cycle(kIdentity), "I\r");
   EXPECT_EQ(Cycle(kStatus), "Q1\r");
   EXPECT_EQ(Cycle(), "");  // one part of the identity is enough
-  EXPECT_EQ(GetUPSModel(), "UPS 1000");
-  EXPECT_FLOAT_EQ(GetRatingVoltage(), 220);
+  EXPECT_EQ(DataCenter.identity.UPSModel, "UPS 1000");
+  EXPECT_FLOAT_EQ(DataCenter.ratings.RatingVoltage, 220);
   EXPECT_EQ(EventRows(), std::vector<int>{3});
 }
 
@@ -95,18 +95,19 @@ TEST_F(PollCycleTest, ACommandWaitsForTheLink) {
 
 TEST_F(PollCycleTest, FourSilentSecondsLoseTheLinkAndKeepTheFlags) {
   BringUp();
-  ASSERT_TRUE(GetUPStype());
+  ASSERT_TRUE(DataCenter.flags.UPStype);
   for (int second = 0; second < 3; ++second) Cycle();
-  EXPECT_TRUE(GetIsConnect());
+  EXPECT_TRUE(DataCenter.IsConnect);
   Cycle();
-  EXPECT_FALSE(GetIsConnect());
-  EXPECT_EQ(GetRatingVoltage() + GetOutputVoltage() + GetLoadPercent(), 0);
-  EXPECT_EQ(GetUPSModel(), "");
-  EXPECT_TRUE(GetUPStype());
+  EXPECT_FALSE(DataCenter.IsConnect);
+  EXPECT_EQ(DataCenter.ratings.RatingVoltage + DataCenter.readings.OutputVoltage + GetLoadPercent(),
+            0);
+  EXPECT_EQ(DataCenter.identity.UPSModel, "");
+  EXPECT_TRUE(DataCenter.flags.UPStype);
   EXPECT_EQ(EventRows(), (std::vector<int>{3, 4}));
   EXPECT_EQ(Cycle(), "Q1\r");
   Cycle(kStatus);
-  EXPECT_TRUE(GetIsConnect());
+  EXPECT_TRUE(DataCenter.IsConnect);
   std::string asked;
   for (int second = 0; second < 4; ++second) asked += Cycle(second == 1 ? kRating : kStatus);
   EXPECT_NE(asked.find("F\r"), std::string::npos);
@@ -119,8 +120,8 @@ TEST_F(PollCycleTest, AnyLineIsASignOfLifeButOnlyAGoodOneChangesReadings) {
   EXPECT_FALSE(Link.StatusAccepted);
   BringUp();
   for (int second = 0; second < 8; ++second) Cycle("NAK\r");
-  EXPECT_TRUE(GetIsConnect() && Link.StatusAccepted);
-  EXPECT_FLOAT_EQ(GetInputVoltage(), 208.4F);
+  EXPECT_TRUE(DataCenter.IsConnect && Link.StatusAccepted);
+  EXPECT_FLOAT_EQ(DataCenter.readings.InputVoltage, 208.4F);
 }
 
 TEST_F(PollCycleTest, TornRepliesAreReadAndBlanksAtTheTearAreLost) {
@@ -131,13 +132,13 @@ TEST_F(PollCycleTest, TornRepliesAreReadAndBlanksAtTheTearAreLost) {
   Answer(other.substr(0, 20));
   cycle.COMtime_Timer();
   Cycle(other.substr(20));
-  EXPECT_FLOAT_EQ(GetInputVoltage(), 230.1F);
+  EXPECT_FLOAT_EQ(DataCenter.readings.InputVoltage, 230.1F);
 
   other.replace(1, 5, "199.9");
   Cycle(other.substr(0, 7));  // the blank behind the first field is cut off
   Cycle(other.substr(7));
-  EXPECT_FLOAT_EQ(GetInputVoltage(), 230.1F);
-  EXPECT_TRUE(GetIsConnect());
+  EXPECT_FLOAT_EQ(DataCenter.readings.InputVoltage, 230.1F);
+  EXPECT_TRUE(DataCenter.IsConnect);
 }
 
 TEST_F(PollCycleTest, WhatFollowsALineIsThrownAway) {
@@ -146,7 +147,7 @@ TEST_F(PollCycleTest, WhatFollowsALineIsThrownAway) {
   other.replace(1, 5, "230.1");
   Cycle(kStatus + other);
   Cycle();
-  EXPECT_FLOAT_EQ(GetInputVoltage(), 208.4F);
+  EXPECT_FLOAT_EQ(DataCenter.readings.InputVoltage, 208.4F);
 }
 
 TEST_F(PollCycleTest, ALineWithoutEndIsDroppedAndTheNextOneRead) {
@@ -154,11 +155,11 @@ TEST_F(PollCycleTest, ALineWithoutEndIsDroppedAndTheNextOneRead) {
   Cycle(std::string(2000, '('));
   Cycle(std::string(2090, '\0'));
   Cycle(std::string(10, '\xff'));  // beyond the limit: all of it goes
-  EXPECT_TRUE(GetIsConnect());
+  EXPECT_TRUE(DataCenter.IsConnect);
   std::string other = kStatus;
   other.replace(1, 5, "230.1");
   Cycle(other);
-  EXPECT_FLOAT_EQ(GetInputVoltage(), 230.1F);
+  EXPECT_FLOAT_EQ(DataCenter.readings.InputVoltage, 230.1F);
 }
 
 TEST_F(PollCycleTest, AnAdapterThatGoesAndComesBackIsPolledAgain) {
@@ -167,7 +168,7 @@ TEST_F(PollCycleTest, AnAdapterThatGoesAndComesBackIsPolledAgain) {
   unit.reset();
   test::PumpUntil([] { return !Link.MSComm1.PortOpen(); });
   for (int second = 0; second < 5; ++second) Cycle();
-  EXPECT_FALSE(GetIsConnect());
+  EXPECT_FALSE(DataCenter.IsConnect);
   const size_t before = Form13::List1().size();
   Cycle();
   Cycle();
@@ -175,7 +176,7 @@ TEST_F(PollCycleTest, AnAdapterThatGoesAndComesBackIsPolledAgain) {
   EXPECT_NE(Form13::List1().back().find("form12傳送資料發生8002錯誤"), std::string::npos);
   unit.emplace(link);
   EXPECT_EQ(Cycle(kStatus), "Q1\r");
-  EXPECT_TRUE(GetIsConnect());
+  EXPECT_TRUE(DataCenter.IsConnect);
   EXPECT_THAT(journal.Take(),
               testing::MatchesRegex("serial port: could not send \\(COM1\\): [^\n]+\n"
                                     "serial port: works again \\(COM1\\)\n"));
@@ -185,7 +186,7 @@ TEST_F(PollCycleTest, AnEventThatFailsIsListedUnderTheReceiveStep) {
   BringUp();
   CloseDatabases();
   for (int second = 0; second < 5; ++second) Cycle();
-  EXPECT_FALSE(GetIsConnect());
+  EXPECT_FALSE(DataCenter.IsConnect);
   EXPECT_NE(Form13::List1().back().find("form12 Comm RECEive DATA ERROR91錯誤"), std::string::npos);
 }
 

@@ -22,58 +22,59 @@ class ProtocolTest : public testing::Test {
  protected:
   ProtocolTest() {
     DataCenter = DataCenterRecord();
-    SetIsConnect(true);
+    DataCenter.IsConnect = kSet;
   }
 };
 
 TEST_F(ProtocolTest, StatusLineFillsEveryColumn) {
   ASSERT_EQ(kStatus.size(), kStatusLength);
   ParseSerialReply(kStatus);
-  EXPECT_FLOAT_EQ(DataCenter.InputVoltage, 208.4F);
-  EXPECT_FLOAT_EQ(DataCenter.InputFaultVoltage, 140.0F);
-  EXPECT_FLOAT_EQ(DataCenter.OutputVoltage, 208.4F);
-  EXPECT_EQ(DataCenter.LoadPercent, 34);
+  EXPECT_FLOAT_EQ(DataCenter.readings.InputVoltage, 208.4F);
+  EXPECT_FLOAT_EQ(DataCenter.readings.InputFaultVoltage, 140.0F);
+  EXPECT_FLOAT_EQ(DataCenter.readings.OutputVoltage, 208.4F);
+  EXPECT_EQ(DataCenter.readings.LoadPercent, 34);
   EXPECT_EQ(GetFrequency(), "59.9");
-  EXPECT_FLOAT_EQ(DataCenter.BatteryVoltage, 0);  // forced by the fault
-  EXPECT_FLOAT_EQ(DataCenter.Temperature, 35.0F);
-  EXPECT_TRUE(GetBypass() && GetUPSFailed());
-  EXPECT_FALSE(GetUtility() || GetBatLow() || GetUPStype() || GetTestProgress() ||
-               GetShutdownActive() || GetBeeper());
+  EXPECT_FLOAT_EQ(DataCenter.readings.BatteryVoltage, 0);  // forced by the fault
+  EXPECT_FLOAT_EQ(DataCenter.readings.Temperature, 35.0F);
+  EXPECT_TRUE(DataCenter.flags.Bypass && DataCenter.flags.UPSFailed);
+  EXPECT_FALSE(DataCenter.flags.Utility || DataCenter.flags.BatLow || DataCenter.flags.UPStype ||
+               DataCenter.flags.TestProgress || DataCenter.flags.ShutdownActive ||
+               DataCenter.flags.Beeper);
 }
 
 TEST_F(ProtocolTest, EachFlagHasItsOwnColumn) {
-  Flag DataCenterRecord::*const flags[] = {
-      &DataCenterRecord::Utility,        &DataCenterRecord::BatLow,
-      &DataCenterRecord::Bypass,         &DataCenterRecord::UPSFailed,
-      &DataCenterRecord::UPStype,        &DataCenterRecord::TestProgress,
-      &DataCenterRecord::ShutdownActive, &DataCenterRecord::Beeper};
+  Flag StatusFlags::*const flags[] = {&StatusFlags::Utility,        &StatusFlags::BatLow,
+                                      &StatusFlags::Bypass,         &StatusFlags::UPSFailed,
+                                      &StatusFlags::UPStype,        &StatusFlags::TestProgress,
+                                      &StatusFlags::ShutdownActive, &StatusFlags::Beeper};
   for (size_t set = 0; set < 8; ++set) {
     std::string line = "(208.4 140.0 208.4 034 59.9 2.05 35.0 00000000\r";
     line[38 + set] = '1';
     EXPECT_EQ(ParseStatus(line), set == 3);
-    for (size_t i = 0; i < 8; ++i) EXPECT_EQ(DataCenter.*flags[i], i == set ? kSet : kClear);
+    for (size_t i = 0; i < 8; ++i) EXPECT_EQ(DataCenter.flags.*flags[i], i == set ? kSet : kClear);
   }
 }
 
 TEST_F(ProtocolTest, GarbledFieldsReadZeroAndGarbledFlagsClear) {
   ParseSerialReply("(2x8.4 140.0 -99.9 3.5 ab.c 2.05 9.9. 9 A.0@01\r");
-  EXPECT_FLOAT_EQ(DataCenter.InputVoltage, 2);
-  EXPECT_FLOAT_EQ(DataCenter.OutputVoltage, 0);
-  EXPECT_EQ(DataCenter.LoadPercent, 4);  // a half goes to the even neighbour
-  EXPECT_FLOAT_EQ(DataCenter.Frequency, 0);
-  EXPECT_FLOAT_EQ(DataCenter.Temperature, 9.9F);
-  EXPECT_TRUE(GetUtility() && GetBeeper());
-  EXPECT_FALSE(GetBatLow() || GetBypass() || GetUPSFailed() || GetUPStype());
+  EXPECT_FLOAT_EQ(DataCenter.readings.InputVoltage, 2);
+  EXPECT_FLOAT_EQ(DataCenter.readings.OutputVoltage, 0);
+  EXPECT_EQ(DataCenter.readings.LoadPercent, 4);  // a half goes to the even neighbour
+  EXPECT_FLOAT_EQ(DataCenter.readings.Frequency, 0);
+  EXPECT_FLOAT_EQ(DataCenter.readings.Temperature, 9.9F);
+  EXPECT_TRUE(DataCenter.flags.Utility && DataCenter.flags.Beeper);
+  EXPECT_FALSE(DataCenter.flags.BatLow || DataCenter.flags.Bypass || DataCenter.flags.UPSFailed ||
+               DataCenter.flags.UPStype);
 }
 
 TEST_F(ProtocolTest, RatingIsToldFromIdentityByItsLength) {
   ASSERT_EQ(kRating.size(), kSerialRatingLength);
   ParseSerialReply(kRating);
-  EXPECT_FLOAT_EQ(DataCenter.RatingVoltage, 220);
-  EXPECT_EQ(DataCenter.RatingCurrent, 47);
-  EXPECT_FLOAT_EQ(DataCenter.RatingBatteryVoltage, 24);
-  EXPECT_FLOAT_EQ(DataCenter.RatingFrequency, 50);
-  EXPECT_EQ(DataCenter.UPSCompany, "");
+  EXPECT_FLOAT_EQ(DataCenter.ratings.RatingVoltage, 220);
+  EXPECT_EQ(DataCenter.ratings.RatingCurrent, 47);
+  EXPECT_FLOAT_EQ(DataCenter.ratings.RatingBatteryVoltage, 24);
+  EXPECT_FLOAT_EQ(DataCenter.ratings.RatingFrequency, 50);
+  EXPECT_EQ(DataCenter.identity.UPSCompany, "");
 }
 
 TEST_F(ProtocolTest, IdentityInItsTwoForms) {
@@ -93,11 +94,12 @@ TEST_F(ProtocolTest, IdentityInItsTwoForms) {
       {"#ACME M10 \r", "ACME", "M10", ""},
   };
   for (const Case& c : cases) {
-    DataCenter.UPSCompany = DataCenter.UPSModel = DataCenter.UPSVersion = "before";
+    DataCenter.identity.UPSCompany = DataCenter.identity.UPSModel = DataCenter.identity.UPSVersion =
+        "before";
     ParseSerialReply(c.line);
-    EXPECT_EQ(DataCenter.UPSCompany, c.company) << c.line;
-    EXPECT_EQ(DataCenter.UPSModel, c.model) << c.line;
-    EXPECT_EQ(DataCenter.UPSVersion, c.version) << c.line;
+    EXPECT_EQ(DataCenter.identity.UPSCompany, c.company) << c.line;
+    EXPECT_EQ(DataCenter.identity.UPSModel, c.model) << c.line;
+    EXPECT_EQ(DataCenter.identity.UPSVersion, c.version) << c.line;
   }
 }
 
@@ -118,10 +120,10 @@ TEST_F(ProtocolTest, CapabilitiesFollowVersionTypeAndLink) {
   };
   for (const Case& c : cases) {
     DataCenter.IsConnect = c.connected;
-    DataCenter.UPStype = c.offLine;
+    DataCenter.flags.UPStype = c.offLine;
     ParseSerialReply(c.line);
-    EXPECT_EQ(GetHasTemperature(), c.temperature) << c.line;
-    EXPECT_EQ(GetHasLoad(), c.load) << c.line;
+    EXPECT_EQ(DataCenter.HasTemperature != 0, c.temperature) << c.line;
+    EXPECT_EQ(DataCenter.HasLoad != 0, c.load) << c.line;
   }
 }
 
@@ -133,8 +135,8 @@ TEST_F(ProtocolTest, LinesOfNoShapeChangeNothing) {
         "[" + kStatus.substr(1)}) {
     ParseSerialReply(line);
   }
-  EXPECT_FLOAT_EQ(DataCenter.InputVoltage, 208.4F);
-  EXPECT_EQ(DataCenter.UPSVersion, "");
+  EXPECT_FLOAT_EQ(DataCenter.readings.InputVoltage, 208.4F);
+  EXPECT_EQ(DataCenter.identity.UPSVersion, "");
 }
 
 TEST_F(ProtocolTest, NoBytesCanHarmTheParsers) {

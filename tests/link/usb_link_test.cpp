@@ -106,7 +106,7 @@ TEST_F(UsbLinkTest, AUnitThatMayNotBeOpenedIsToldOfOnce) {
   EXPECT_EQ(told(), 1);
   unit.forbidden = false;
   Seconds(5);
-  EXPECT_TRUE(GetIsConnect());
+  EXPECT_TRUE(DataCenter.IsConnect);
   unit.plugged = false;
   Seconds(10);
   unit.plugged = unit.forbidden = true;
@@ -150,11 +150,11 @@ TEST_F(UsbLinkTest, TheThirdFailedSearchClosesWhateverIsOpen) {
 TEST_F(UsbLinkTest, ThePollCycleReadsTheUnitAndSendsOrders) {
   unit.mood = HidUnit::Mood::Slow;
   Seconds(8);
-  EXPECT_TRUE(GetIsConnect());
-  EXPECT_FLOAT_EQ(GetInputVoltage(), 220.5F);
-  EXPECT_FLOAT_EQ(GetRatingVoltage(), 220);
-  EXPECT_EQ(GetUPSModel(), "SIM-1000");
-  EXPECT_TRUE(GetHasTemperature() && GetHasLoad());
+  EXPECT_TRUE(DataCenter.IsConnect);
+  EXPECT_FLOAT_EQ(DataCenter.readings.InputVoltage, 220.5F);
+  EXPECT_FLOAT_EQ(DataCenter.ratings.RatingVoltage, 220);
+  EXPECT_EQ(DataCenter.identity.UPSModel, "SIM-1000");
+  EXPECT_TRUE(DataCenter.HasTemperature && DataCenter.HasLoad);
   for (const char* order : {"T05", "T1", "S05", "S1666", "S12R3456", "S05R9999", "C"}) {
     Link.PendingCommand = order;
     Seconds(2);
@@ -167,7 +167,7 @@ TEST_F(UsbLinkTest, ThePollCycleReadsTheUnitAndSendsOrders) {
   unit.mood = HidUnit::Mood::Short;
   unit.model.SetMains(false);
   Seconds(2);
-  EXPECT_TRUE(GetUtility());
+  EXPECT_TRUE(DataCenter.flags.Utility);
 }
 
 TEST_F(UsbLinkTest, AUnitWithoutACompanyIsAskedAgain) {
@@ -180,13 +180,13 @@ TEST_F(UsbLinkTest, APulledUnitIsLostOnceAndComesBackByItself) {
   Seconds(4);
   unit.plugged = false;
   Seconds(20);
-  EXPECT_FALSE(GetIsConnect());
+  EXPECT_FALSE(DataCenter.IsConnect);
   EXPECT_EQ(EventRows(), (std::vector<int>{3, 4}));
   Link.PendingCommand = "S01";  // waits for the link
   Seconds(4);
   unit.plugged = true;
   Seconds(6);
-  EXPECT_TRUE(GetIsConnect());
+  EXPECT_TRUE(DataCenter.IsConnect);
   const auto orders = Orders();
   EXPECT_EQ(std::ranges::count(orders, "S01"), 1);
   EXPECT_EQ(EventRows(), (std::vector<int>{3, 4, 3}));
@@ -201,7 +201,7 @@ TEST_F(UsbLinkTest, ALossThatCannotBeRecordedDoesNotBlindTheMonitor) {
   Seconds(4);
   unit.model.SetMains(false);
   Seconds(4);
-  EXPECT_TRUE(GetIsConnect() && GetUtility());
+  EXPECT_TRUE(DataCenter.IsConnect && DataCenter.flags.Utility);
 }
 
 }  // namespace

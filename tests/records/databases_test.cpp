@@ -38,7 +38,7 @@ class DatabasesTest : public test::MonitorTest {
   void Run(int seconds, int step = 1) {
     for (int second = 0; second < seconds; second += step) {
       clock.Advance(step * 1000);
-      if (GetDatabaseReady()) AddSample();
+      if (DataCenter.DatabaseReady) AddSample();
       KeepRecording();
     }
   }
@@ -56,12 +56,12 @@ class DatabasesTest : public test::MonitorTest {
 
 TEST_F(DatabasesTest, ASampleHasItsSevenColumns) {
   ASSERT_TRUE(OpenDatabases());
-  DataCenter.InputVoltage = 220.5F;
-  DataCenter.OutputVoltage = 27.1F;
-  DataCenter.LoadPercent = 101;
-  DataCenter.Frequency = 49.9F;
-  DataCenter.BatteryVoltage = 2.21F;
-  DataCenter.Temperature = 30.25F;  // stays Celsius whatever is shown
+  DataCenter.readings.InputVoltage = 220.5F;
+  DataCenter.readings.OutputVoltage = 27.1F;
+  DataCenter.readings.LoadPercent = 101;
+  DataCenter.readings.Frequency = 49.9F;
+  DataCenter.readings.BatteryVoltage = 2.21F;
+  DataCenter.readings.Temperature = 30.25F;  // stays Celsius whatever is shown
   AddSample();
   platform::Database database(File("data.mdb"));
   const auto rows = database.OpenRecordset("20260310");
@@ -181,13 +181,13 @@ TEST_F(DatabasesTest, ADeletedFileIsNoticedAndItsSuccessorTaken) {
   test::Journal journal;
   std::filesystem::remove(File("data.mdb"));
   Run(61);
-  EXPECT_FALSE(GetDatabaseReady());
+  EXPECT_FALSE(DataCenter.DatabaseReady);
   EXPECT_EQ(DataCenter.DebugLines[0], "2026/03/10 12:01:00  Samples are not recorded: " +
                                           File("data.mdb") + ": no such database");
   Run(300);
   std::filesystem::copy(spare, File("data.mdb"));
   Run(61);
-  EXPECT_TRUE(GetDatabaseReady());
+  EXPECT_TRUE(DataCenter.DatabaseReady);
   EXPECT_GE(Samples("20260310"), 1U);
   EXPECT_EQ(DataCenter.DebugLines[0], "2026/03/10 12:07:00  Samples are recorded again");
   EXPECT_EQ(journal.Take(), "recording of samples: could not open data.mdb: " + File("data.mdb") +
@@ -200,7 +200,7 @@ TEST_F(DatabasesTest, AStartWithoutItsFilesTriesAgain) {
   Run(100);
   test::InstallDatabases(Folder());
   Run(61);
-  EXPECT_TRUE(GetDatabaseReady() && Records.allevent);
+  EXPECT_TRUE(DataCenter.DatabaseReady && Records.allevent);
 }
 
 TEST_F(DatabasesTest, AMissingWebLogKeepsNoOldEvents) {
@@ -212,9 +212,9 @@ TEST_F(DatabasesTest, AMissingWebLogKeepsNoOldEvents) {
 
 TEST_F(DatabasesTest, AFailedSampleCostsThatSampleOnly) {
   ASSERT_TRUE(OpenDatabases());
-  DataCenter.LoadPercent = 300;  // does not fit the column
+  DataCenter.readings.LoadPercent = 300;  // does not fit the column
   AddSample();
-  DataCenter.LoadPercent = 20;
+  DataCenter.readings.LoadPercent = 20;
   AddSample();
   EXPECT_EQ(Column("data.mdb", "20260310", 3), std::vector<std::string>{"20"});
 }
@@ -224,7 +224,7 @@ TEST_F(DatabasesTest, AMissingTableLeavesStorageOff) {
     test::InstallDatabases(Folder());
     platform::Database(File("Event.mdb")).DeleteTable(table);
     EXPECT_FALSE(OpenDatabases()) << table;
-    EXPECT_FALSE(GetDatabaseReady() || TableExists("20260310"));
+    EXPECT_FALSE(DataCenter.DatabaseReady || TableExists("20260310"));
   }
 }
 

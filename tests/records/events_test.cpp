@@ -30,17 +30,17 @@ TEST_F(EventsTest, EachFlagRaisesItsEventOnceUntilItFalls) {
     Rows afterTwoRounds;
   };
   const Case cases[] = {
-      {&DataCenter.Utility, 6, {6, 8, 6, 8}},   {&DataCenter.BatLow, 7, {7, 7}},
-      {&DataCenter.TestProgress, 12, {12, 12}}, {&DataCenter.UPSFailed, 11, {11, 11}},
-      {&DataCenter.LoadPercent, 10, {10, 10}},
+      {&DataCenter.flags.Utility, 6, {6, 8, 6, 8}},     {&DataCenter.flags.BatLow, 7, {7, 7}},
+      {&DataCenter.flags.TestProgress, 12, {12, 12}},   {&DataCenter.flags.UPSFailed, 11, {11, 11}},
+      {&DataCenter.readings.LoadPercent, 10, {10, 10}},
   };
   Rows expected;
   for (const Case& c : cases) {
     for (int round = 0; round < 2; ++round) {
-      *c.flag = c.flag == &DataCenter.LoadPercent ? 101 : kSet;
+      *c.flag = c.flag == &DataCenter.readings.LoadPercent ? 101 : kSet;
       CheckUPSEvents();
       CheckUPSEvents();
-      *c.flag = c.flag == &DataCenter.LoadPercent ? 100 : kClear;
+      *c.flag = c.flag == &DataCenter.readings.LoadPercent ? 100 : kClear;
       CheckUPSEvents();
       CheckUPSEvents();
     }
@@ -53,13 +53,14 @@ TEST_F(EventsTest, OneTickWritesItsEventsInOrderAndShowsThoseThatHaveAPopup) {
   for (const Flag popup : {kClear, kSet}) {
     CheckUPSEvents();
     started.clear();
-    DataCenter.EventPopup = popup;
-    DataCenter.Utility = DataCenter.BatLow = DataCenter.TestProgress = DataCenter.UPSFailed = kSet;
-    DataCenter.LoadPercent = 120;
+    DataCenter.settings.EventPopup = popup;
+    DataCenter.flags.Utility = DataCenter.flags.BatLow = DataCenter.flags.TestProgress =
+        DataCenter.flags.UPSFailed = kSet;
+    DataCenter.readings.LoadPercent = 120;
     CheckUPSEvents();
-    DataCenter.Utility = DataCenter.BatLow = DataCenter.TestProgress = DataCenter.UPSFailed =
-        kClear;
-    DataCenter.LoadPercent = 0;
+    DataCenter.flags.Utility = DataCenter.flags.BatLow = DataCenter.flags.TestProgress =
+        DataCenter.flags.UPSFailed = kClear;
+    DataCenter.readings.LoadPercent = 0;
     std::string shown;
     for (const test::StartedProgram& program : started) shown += program.name + program.rest + "\n";
     EXPECT_EQ(shown, popup ? "alert.exeUPSMains power failed\nalert.exeUPSUPS battery low\n"
@@ -70,8 +71,8 @@ TEST_F(EventsTest, OneTickWritesItsEventsInOrderAndShowsThoseThatHaveAPopup) {
 }
 
 TEST_F(EventsTest, AMissingMailProgramDoesNotKeepTheTextMessage) {
-  DataCenter.MailEventEnable.fill(kSet);
-  DataCenter.SmsEventEnable.fill(kSet);
+  DataCenter.settings.MailEventEnable.fill(kSet);
+  DataCenter.settings.SmsEventEnable.fill(kSet);
   missingProgram = "mailto.exe";
   EventLinkUp();
   EXPECT_EQ(Started("SMSTO.exe").size(), 1U);
@@ -84,19 +85,19 @@ TEST_F(EventsTest, DebugLinesHoldTheTenNewest) {
 }
 
 TEST_F(EventsTest, BatteryThatRecoversWithoutMainsCancelsNothing) {
-  DataCenter.BatLowSystemEnable = kSet;
-  DataCenter.BatLowSystemDelay = 5;
-  DataCenter.Utility = DataCenter.BatLow = kSet;
+  DataCenter.settings.BatLowSystemEnable = kSet;
+  DataCenter.settings.BatLowSystemDelay = 5;
+  DataCenter.flags.Utility = DataCenter.flags.BatLow = kSet;
   CheckUPSEvents();
   EXPECT_TRUE(SystemCountdown().IsLoaded());
-  DataCenter.BatLow = kClear;
+  DataCenter.flags.BatLow = kClear;
   CheckUPSEvents();
   EXPECT_TRUE(SystemCountdown().IsLoaded());
-  DataCenter.BatLow = kSet;
+  DataCenter.flags.BatLow = kSet;
   CheckUPSEvents();
   EXPECT_EQ(EventRows(), (Rows{6, 7, 7}));
   Link.PendingCommand.clear();
-  DataCenter.Utility = kClear;  // mains return while the battery is still low
+  DataCenter.flags.Utility = kClear;  // mains return while the battery is still low
   CheckUPSEvents();
   EXPECT_FALSE(SystemCountdown().IsLoaded());
   EXPECT_EQ(Link.PendingCommand, "C");
@@ -104,21 +105,21 @@ TEST_F(EventsTest, BatteryThatRecoversWithoutMainsCancelsNothing) {
 }
 
 TEST_F(EventsTest, BatteryLowThatEndsOnMainsCancels) {
-  DataCenter.BatLowSystemEnable = DataCenter.BatLow = kSet;
-  DataCenter.BatLowSystemDelay = 5;
+  DataCenter.settings.BatLowSystemEnable = DataCenter.flags.BatLow = kSet;
+  DataCenter.settings.BatLowSystemDelay = 5;
   CheckUPSEvents();
   EXPECT_TRUE(SystemCountdown().IsLoaded());
-  DataCenter.BatLow = kClear;
+  DataCenter.flags.BatLow = kClear;
   CheckUPSEvents();
   EXPECT_FALSE(SystemCountdown().IsLoaded());
   EXPECT_EQ(Link.PendingCommand, "C");
 }
 
 TEST_F(EventsTest, AFailedRowStopsNothingButEventsFourAndSix) {
-  DataCenter.MailEventEnable.fill(kSet);
-  DataCenter.EventPopup = DataCenter.PowerFailSystemEnable = kSet;
-  DataCenter.PowerFailSystemDelay = 3;
-  DataCenter.RatingVoltage = 220;
+  DataCenter.settings.MailEventEnable.fill(kSet);
+  DataCenter.settings.EventPopup = DataCenter.settings.PowerFailSystemEnable = kSet;
+  DataCenter.settings.PowerFailSystemDelay = 3;
+  DataCenter.ratings.RatingVoltage = 220;
   CloseDatabases();
 
   EventProgramStart();
@@ -128,9 +129,9 @@ TEST_F(EventsTest, AFailedRowStopsNothingButEventsFourAndSix) {
   EXPECT_THROW(EventLinkLost(), std::exception);
   EXPECT_EQ(Started("mailto.exe").size(), 1U);
 
-  DataCenter.Utility = kSet;
+  DataCenter.flags.Utility = kSet;
   EXPECT_THROW(CheckUPSEvents(), std::exception);
-  EXPECT_EQ(DataCenter.PowerFailLatched, kSet);
+  EXPECT_EQ(DataCenter.latches.PowerFailLatched, kSet);
   EXPECT_TRUE(SystemCountdown().IsLoaded());
   clock.Advance(10'000);
   CheckUPSEvents();  // the latch holds: no second start, and no second failure
@@ -139,11 +140,11 @@ TEST_F(EventsTest, AFailedRowStopsNothingButEventsFourAndSix) {
 }
 
 TEST_F(EventsTest, AMissingPopupProgramLosesTheRowOfSixButNotTheCountdown) {
-  DataCenter.EventPopup = DataCenter.PowerFailSystemEnable = kSet;
-  DataCenter.Utility = DataCenter.UPSFailed = kSet;
+  DataCenter.settings.EventPopup = DataCenter.settings.PowerFailSystemEnable = kSet;
+  DataCenter.flags.Utility = DataCenter.flags.UPSFailed = kSet;
   programsMissing = true;
   EXPECT_THROW(CheckUPSEvents(), std::exception);
-  EXPECT_EQ(DataCenter.PowerFailLatched, kSet);
+  EXPECT_EQ(DataCenter.latches.PowerFailLatched, kSet);
   EXPECT_TRUE(SystemCountdown().IsLoaded());
   CheckUPSEvents();
   EXPECT_EQ(EventRows(), Rows{11});  // a fault is written although its pop-up failed

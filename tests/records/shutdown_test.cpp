@@ -32,7 +32,7 @@ class ShutdownTest : public test::MonitorTest {
     test::InstallPictures(Folder());
     Loadlanguage(0);
     OpenDatabases();
-    DataCenter.OutputVoltage = 220;
+    DataCenter.readings.OutputVoltage = 220;
     setenv("VAREK_SHUTDOWN_COMMAND", ("echo down >> " + Folder() + "/down").c_str(), 1);
   }
   ~ShutdownTest() override { setenv("VAREK_SHUTDOWN_COMMAND", "true", 1); }
@@ -103,7 +103,7 @@ TEST_F(ShutdownTest, ASecondRequestCanOnlyShortenTheSystemCountdown) {
 }
 
 TEST_F(ShutdownTest, AutosaveGetsTheLastTwoMinutes) {
-  DataCenter.AutoSaveOnShutdown = kSet;
+  DataCenter.settings.AutoSaveOnShutdown = kSet;
   StartSystemShutdown(3);
   clock.Advance(60'000);
   EXPECT_TRUE(started.empty());
@@ -114,7 +114,7 @@ TEST_F(ShutdownTest, AutosaveGetsTheLastTwoMinutes) {
 }
 
 TEST_F(ShutdownTest, AFailingSaveProgramDoesNotKeepTheCountdownFromItsEnd) {
-  DataCenter.AutoSaveOnShutdown = kSet;
+  DataCenter.settings.AutoSaveOnShutdown = kSet;
   programsMissing = true;
   CloseDatabases();
   StartSystemShutdown(1);
@@ -171,7 +171,7 @@ TEST_F(ShutdownTest, TheCommandWaitsForAFreeSlot) {
 }
 
 TEST_F(ShutdownTest, WithoutOutputNothingIsShutDown) {
-  DataCenter.OutputVoltage = 0;
+  DataCenter.readings.OutputVoltage = 0;
   StartUPSShutdown(1, kNoRestart);
   EXPECT_FALSE(UPSCountdown().IsLoaded());
   CancelShutdowns();
@@ -217,13 +217,13 @@ TEST_F(ShutdownTest, ANewerRequestInsideTheWaitsWins) {
 }
 
 TEST_F(ShutdownTest, MainsFailureAndBatteryLowRunBothCountsToTheirEnds) {
-  DataCenter.PowerFailSystemEnable = DataCenter.PowerFailUPSEnable = kSet;
-  DataCenter.PowerFailSystemDelay = 1;
-  DataCenter.PowerFailUPSDelay = 3;
-  DataCenter.BatLowSystemEnable = DataCenter.BatLowUPSEnable = kSet;
-  DataCenter.BatLowSystemDelay = 2;
-  DataCenter.BatLowUPSDelay = 4;
-  DataCenter.Utility = kSet;
+  DataCenter.settings.PowerFailSystemEnable = DataCenter.settings.PowerFailUPSEnable = kSet;
+  DataCenter.settings.PowerFailSystemDelay = 1;
+  DataCenter.settings.PowerFailUPSDelay = 3;
+  DataCenter.settings.BatLowSystemEnable = DataCenter.settings.BatLowUPSEnable = kSet;
+  DataCenter.settings.BatLowSystemDelay = 2;
+  DataCenter.settings.BatLowUPSDelay = 4;
+  DataCenter.flags.Utility = kSet;
   CheckUPSEvents();
   EXPECT_EQ(EventRows(), Rows{6});
   clock.Advance(60'000);
@@ -234,7 +234,7 @@ TEST_F(ShutdownTest, MainsFailureAndBatteryLowRunBothCountsToTheirEnds) {
 
   CancelShutdowns();
   sent.clear();
-  DataCenter.BatLow = kSet;
+  DataCenter.flags.BatLow = kSet;
   CheckUPSEvents();
   clock.Advance(117'000);
   EXPECT_EQ(Shutdowns(1), 1);
@@ -254,7 +254,7 @@ TEST_F(ShutdownTest, NothingEndsBeforeTheUPSIsTold) {
   for (const Case& c : {Case{"the poll cycle takes both", true, 2000, 2100},
                         {"it takes nothing", true, 0, 5000 - 2000},
                         {"there is no link", false, 0, 100}}) {
-    SetIsConnect(c.linked);
+    DataCenter.IsConnect = ToFlag(c.linked);
     poll.SetInterval(0);
     poll.SetInterval(c.pollInterval);
     int64_t ended = 0;
@@ -277,7 +277,7 @@ TEST_F(ShutdownTest, NothingEndsBeforeTheUPSIsTold) {
 }
 
 TEST_F(ShutdownTest, ACountOfNoMinutesSendsItsCommandAllTheSame) {
-  SetIsConnect(true);
+  DataCenter.IsConnect = kSet;
   poll.SetInterval(0);
   StartUPSShutdown(0, kNoRestart);
   clock.Advance(1000);  // "C" is still in the slot

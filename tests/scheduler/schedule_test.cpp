@@ -32,8 +32,8 @@ class ScheduleTest : public test::MonitorTest {
   ScheduleTest() {
     test::InstallPictures(Folder());
     Loadlanguage(0);
-    DataCenter.UPSShutdownBuffer = 1;
-    DataCenter.SystemShutdownBuffer = 5;
+    DataCenter.settings.UPSShutdownBuffer = 1;
+    DataCenter.settings.SystemShutdownBuffer = 5;
   }
 
   static void Add(const std::string& event, const std::string& rept = "Day",
@@ -100,7 +100,7 @@ TEST_F(ScheduleTest, EachActionStartsItsCountdownsInItsOrder) {
     SCOPED_TRACE(c.event);
     test::InstallDatabases(Folder());
     sent.clear();
-    DataCenter.OutputVoltage = c.output;
+    DataCenter.readings.OutputVoltage = c.output;
     LoadedRunDate = {};
     Add(c.event);
     clock.SetNow({2026, 3, 10, 12, 0, 0});
@@ -121,7 +121,7 @@ TEST_F(ScheduleTest, TheRunnerFollowsTheDateAndTheMinuteAlone) {
   Add("C", "Null", "2026/3/12", "09:00");
   Add("S", "Null", "2026/3/13", "09:00");
   Add("T", "Null", "2026/3/13", "09:00");
-  DataCenter.OutputVoltage = 220;
+  DataCenter.readings.OutputVoltage = 220;
   struct Case {
     platform::DateTime now;
     const char* command;
@@ -263,14 +263,14 @@ TEST_F(ScheduleTest, AnEntryIsOpenedAsItWasSavedAndSavedUnchangedStaysAsItIs) {
                         {"R0119", "", 1, "01:00"},  // the delay alone
                         {"R0059", "", 1, "00:00"},
                         {"R1439", "", 1, "23:00"}}) {
-    DataCenter.UPSShutdownBuffer = 1;
+    DataCenter.settings.UPSShutdownBuffer = 1;
     test::InstallDatabases(Folder());
     addschdeule("2026/3/10", "23:00", c.event, "W2", c.note);
     const Texts table = Table();
     ScheduleForm form{.restartDays = 3, .restartTime = "04:44"};
     EXPECT_TRUE(OpenEntry(1, form));
     EXPECT_EQ(std::to_string(form.restartDays) + form.restartTime, std::to_string(c.days) + c.time);
-    if (*c.note != '\0') DataCenter.UPSShutdownBuffer = 7;
+    if (*c.note != '\0') DataCenter.settings.UPSShutdownBuffer = 7;
     EXPECT_EQ(SaveEditedEntry(1, form, {2026, 3, 10}), "");
     EXPECT_EQ(Table(), table);
   }

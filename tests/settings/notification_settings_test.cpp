@@ -28,11 +28,11 @@ class NotificationSettingsTest : public test::WindowTest {
  protected:
   NotificationSettingsTest() {
     DataCenter.HasLoad = kSet;
-    DataCenter.MailServer = "mail.example";
-    DataCenter.MailEventText[3] = "four";
-    DataCenter.MailEventText[4] = "five";
-    DataCenter.MailEventEnable[4] = kSet;
-    DataCenter.MailEventText[9] = "overload";
+    DataCenter.settings.MailServer = "mail.example";
+    DataCenter.settings.MailEventText[3] = "four";
+    DataCenter.settings.MailEventText[4] = "five";
+    DataCenter.settings.MailEventEnable[4] = kSet;
+    DataCenter.settings.MailEventText[9] = "overload";
   }
 
   static Form5& OpenMail() {
@@ -113,7 +113,7 @@ TEST_F(NotificationSettingsTest, TheEditBoxWritesToTheCellOnWhichItWasOpened) {
 }
 
 TEST_F(NotificationSettingsTest, PastedLineBreaksMoveNoSettings) {
-  DataCenter.PowerFailSystemEnable = DataCenter.EventPopup = kSet;
+  DataCenter.settings.PowerFailSystemEnable = DataCenter.settings.EventPopup = kSet;
   QApplication::clipboard()->setText(QStringLiteral("one\r\ntwo\nthree") + QChar(0));
   for (const auto open :
        {+[]() -> QWidget& { return OpenMail(); }, +[]() -> QWidget& { return OpenSms(); }}) {
@@ -128,18 +128,16 @@ TEST_F(NotificationSettingsTest, PastedLineBreaksMoveNoSettings) {
   }
   const auto written = DataCenter;
   ReadConfig();
-  EXPECT_EQ(DataCenter.PowerFailSystemEnable && DataCenter.EventPopup, true);
+  EXPECT_EQ(DataCenter.settings.PowerFailSystemEnable && DataCenter.settings.EventPopup, true);
   for (const auto setting :
-       {&DataCenterRecord::MailServer, &DataCenterRecord::MailSenderName,
-        &DataCenterRecord::MailSenderAddress, &DataCenterRecord::MailRecipientName,
-        &DataCenterRecord::MailRecipientAddress, &DataCenterRecord::MailSubject,
-        &DataCenterRecord::SmsAccount, &DataCenterRecord::SmsPassword, &DataCenterRecord::SmsNumber,
-        &DataCenterRecord::SmsApiId}) {
-    EXPECT_EQ(written.*setting, "one  two three ");
-    EXPECT_EQ(DataCenter.*setting, written.*setting);
+       {&Settings::MailServer, &Settings::MailSenderName, &Settings::MailSenderAddress,
+        &Settings::MailRecipientName, &Settings::MailRecipientAddress, &Settings::MailSubject,
+        &Settings::SmsAccount, &Settings::SmsPassword, &Settings::SmsNumber, &Settings::SmsApiId}) {
+    EXPECT_EQ(written.settings.*setting, "one  two three ");
+    EXPECT_EQ(DataCenter.settings.*setting, written.settings.*setting);
   }
-  EXPECT_EQ(DataCenter.MailEventText[3], "one  two three ");
-  EXPECT_EQ(DataCenter.SmsEventText[3], "one  two three ");
+  EXPECT_EQ(DataCenter.settings.MailEventText[3], "one  two three ");
+  EXPECT_EQ(DataCenter.settings.SmsEventText[3], "one  two three ");
 }
 
 TEST_F(NotificationSettingsTest, TheEditBoxFollowsAScroll) {
@@ -160,7 +158,7 @@ TEST_F(NotificationSettingsTest, ForAUnitWithoutALoadTheOverloadIsHiddenAndKept)
   EXPECT_EQ(GridOf(form).rowHeight(9), 0);
   EXPECT_FALSE(GridOf(form).isRowHidden(8));
   ClickOk(form);
-  EXPECT_EQ(DataCenter.MailEventText[9], "overload");
+  EXPECT_EQ(DataCenter.settings.MailEventText[9], "overload");
 }
 
 TEST_F(NotificationSettingsTest, OnlyOkSaves) {
@@ -178,9 +176,9 @@ TEST_F(NotificationSettingsTest, OnlyOkSaves) {
     }
     EXPECT_FALSE(MailSettings().IsLoaded());
     EXPECT_FALSE(DataCenter.FormOpen[Form5::kNumber]);
-    EXPECT_EQ(DataCenter.MailServer, ok ? " new ] server " : "mail.example");
-    EXPECT_EQ(DataCenter.MailEventEnable[0], ToFlag(ok));
-    EXPECT_EQ(DataCenter.MailEventText[3], ok ? "" : "four");
+    EXPECT_EQ(DataCenter.settings.MailServer, ok ? " new ] server " : "mail.example");
+    EXPECT_EQ(DataCenter.settings.MailEventEnable[0], ToFlag(ok));
+    EXPECT_EQ(DataCenter.settings.MailEventText[3], ok ? "" : "four");
   }
   EXPECT_NE(Config().find("\n new ] server \n"), std::string::npos);
 }
@@ -196,7 +194,7 @@ TEST_F(NotificationSettingsTest, TheTestMailHasTheUnsavedValues) {
   EXPECT_EQ(mails[0].rest,
             "[Mail server][Sender name][Sender address][Recipient name][Recipient address][Subject]"
             "[TEST OK][T][0]");
-  EXPECT_EQ(DataCenter.MailServer, "mail.example");
+  EXPECT_EQ(DataCenter.settings.MailServer, "mail.example");
 }
 
 TEST_F(NotificationSettingsTest, OneTestAtATimeAndItShows) {
@@ -272,8 +270,8 @@ TEST_F(NotificationSettingsTest, ATextMessageIsCutToItsLimit) {
 }
 
 TEST_F(NotificationSettingsTest, TheGatewayDecidesAboutTheApiId) {
-  DataCenter.SmsGateway = 1;
-  DataCenter.SmsApiId = "id";
+  DataCenter.settings.SmsGateway = 1;
+  DataCenter.settings.SmsApiId = "id";
   Form9& form = OpenSms();
   EXPECT_FALSE(Box(form, "api_id").isHidden());
   Box(form, "Account").setText(QStringLiteral("me"));
@@ -285,10 +283,10 @@ TEST_F(NotificationSettingsTest, TheGatewayDecidesAboutTheApiId) {
   ASSERT_EQ(sent.size(), 2U);
   EXPECT_EQ(sent[0].rest, "[1][me][][][Send Test OK][id][T][0]");
   EXPECT_EQ(sent[1].rest, "[0][me][][][Send Test OK][][T][0]");
-  EXPECT_EQ(DataCenter.SmsGateway, 1);
+  EXPECT_EQ(DataCenter.settings.SmsGateway, 1);
   ClickOk(form);
-  EXPECT_EQ(DataCenter.SmsGateway, 0);
-  EXPECT_EQ(DataCenter.SmsApiId, "id");
+  EXPECT_EQ(DataCenter.settings.SmsGateway, 0);
+  EXPECT_EQ(DataCenter.settings.SmsApiId, "id");
 }
 
 }  // namespace

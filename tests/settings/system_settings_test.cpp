@@ -149,8 +149,8 @@ TEST_F(SystemSettingsTest, ChecksInOrder) {
     EXPECT_EQ(Told(), Message(step.message));
     EXPECT_EQ(SystemSettings().Get().focusWidget(), &Box(step.box)) << step.message;
     EXPECT_EQ(Box(step.box).selectedText(), Box(step.box).text()) << step.message;
-    EXPECT_EQ(DataCenter.WebLoginPassword, step.login) << step.message;
-    EXPECT_EQ(DataCenter.WebControlPassword, step.control) << step.message;
+    EXPECT_EQ(DataCenter.settings.WebLoginPassword, step.login) << step.message;
+    EXPECT_EQ(DataCenter.settings.WebControlPassword, step.control) << step.message;
     EXPECT_EQ(Link.PortNumber, 5);
   }
   Set(8, "10");
@@ -162,9 +162,9 @@ TEST_F(SystemSettingsTest, ChecksInOrder) {
     EXPECT_EQ(SystemSettings().Get().focusWidget(), &WebPort());
   }
   EXPECT_EQ(Link.PortNumber, 7);
-  EXPECT_FALSE(DataCenter.WebEnabled);
-  EXPECT_EQ(DataCenter.WebPort, 1888);
-  EXPECT_EQ(DataCenter.SystemShutdownBuffer, 11);
+  EXPECT_FALSE(DataCenter.settings.WebEnabled);
+  EXPECT_EQ(DataCenter.settings.WebPort, 1888);
+  EXPECT_EQ(DataCenter.settings.SystemShutdownBuffer, 11);
   EXPECT_EQ(platform::ReadWholeFile(ConfigPath()), written);
 }
 
@@ -203,12 +203,12 @@ TEST_F(SystemSettingsTest, PastedLineBreaksMoveNoSettings) {
 TEST_F(SystemSettingsTest, AHighWebPortOfTheFileStaysWhatItIs) {
   SystemSettings().Get().close();
   test::Settle();
-  DataCenter.WebPort = 12345;
+  DataCenter.settings.WebPort = 12345;
   Open();
   EXPECT_EQ(TextOf(WebPort()), "12345");
   Click("OK");
   EXPECT_EQ(Told(), Message(7));
-  EXPECT_EQ(DataCenter.WebPort, 12345);
+  EXPECT_EQ(DataCenter.settings.WebPort, 12345);
 }
 
 TEST_F(SystemSettingsTest, OnlyWebChangesAskForARestartAndEscapeTakesNothing) {
@@ -228,7 +228,7 @@ TEST_F(SystemSettingsTest, OnlyWebChangesAskForARestartAndEscapeTakesNothing) {
   Set(4, "8");
   test::Key(Box(4), Qt::Key_Escape);
   EXPECT_FALSE(SystemSettings().IsLoaded());
-  EXPECT_EQ(DataCenter.SystemShutdownBuffer, 9);
+  EXPECT_EQ(DataCenter.settings.SystemShutdownBuffer, 9);
 }
 
 TEST_F(SystemSettingsTest, SettingsThatCannotBeSavedAreToldOf) {
@@ -253,7 +253,7 @@ TEST_F(SystemSettingsTest, TheThirdDelayGoesByItsNeighbour) {
     fields.boxes[8] = ups;
     fields.boxes[9] = computer;
     EXPECT_EQ(ApplySettings(fields), std::nullopt);
-    return std::pair(DataCenter.BatLowUPSDelay, DataCenter.BatLowSystemDelay);
+    return std::pair(DataCenter.settings.BatLowUPSDelay, DataCenter.settings.BatLowSystemDelay);
   };
   EXPECT_EQ(kept("130", "99"), std::pair(int16_t{130}, int16_t{99}));
   EXPECT_EQ(kept("200", "100"), std::pair(int16_t{130}, int16_t{99}));

@@ -105,10 +105,10 @@ TEST_F(TrayTest, TheIconIsTriedEachSecondUntilThereIsATray) {
 TEST_F(TrayTest, EachChangeOfStageChangesPictureAndTipOnce) {
   Start();
   DataCenter.IsConnect = kSet;
-  DataCenter.BatteryVoltage = 1000;
+  DataCenter.readings.BatteryVoltage = 1000;
   clock.Advance(1000);  // a link that is up with the icon is seen at once
   EXPECT_EQ(desktop.calls, (Calls{kFirst, "modify 0 Varek(Normal)"}));
-  DataCenter.BatteryVoltage = 0;
+  DataCenter.readings.BatteryVoltage = 0;
   struct Case {
     Flag& flag;
     Flag value;
@@ -116,11 +116,11 @@ TEST_F(TrayTest, EachChangeOfStageChangesPictureAndTipOnce) {
   };
   const Case cases[] = {
       {DataCenter.IsConnect, kSet, "modify 2 Varek(Battery charging)"},
-      {DataCenter.TestProgress, kSet, "modify 3 Varek(Battery test running)"},
-      {DataCenter.UPSFailed, kSet, "modify 5 Varek(UPS fault)"},
-      {DataCenter.Utility, kSet, "modify 7 Varek(On battery)"},
-      {DataCenter.BatLow, kSet, "modify 8 Varek(On battery, battery low)"},
-      {DataCenter.LoadPercent, 101, "modify 6 Varek(Overload)"},
+      {DataCenter.flags.TestProgress, kSet, "modify 3 Varek(Battery test running)"},
+      {DataCenter.flags.UPSFailed, kSet, "modify 5 Varek(UPS fault)"},
+      {DataCenter.flags.Utility, kSet, "modify 7 Varek(On battery)"},
+      {DataCenter.flags.BatLow, kSet, "modify 8 Varek(On battery, battery low)"},
+      {DataCenter.readings.LoadPercent, 101, "modify 6 Varek(Overload)"},
       {DataCenter.IsConnect, kClear, "modify 1 Varek(No link to the UPS)"},
   };
   for (const Case& c : cases) {
@@ -136,7 +136,7 @@ TEST_F(TrayTest, AMissingPictureLeavesTheOldOneAndIsListed) {
   Start();
   clock.Advance(1000);
   std::filesystem::remove(Path(7));
-  DataCenter.IsConnect = DataCenter.Utility = kSet;
+  DataCenter.IsConnect = DataCenter.flags.Utility = kSet;
   clock.Advance(2000);
   EXPECT_EQ(Form13::List1().back().substr(8), "form12 AddDataTimer53錯誤");
   EXPECT_EQ(desktop.calls, Calls{kFirst});

@@ -44,7 +44,7 @@ class BoxesTest : private OnDisplay, public test::WindowTest {
     ConnectWindows();
     std::ofstream(Folder() + "/taken.csv") << "taken";
     Loadlanguage(1);
-    DataCenter.OutputVoltage = 220;
+    DataCenter.readings.OutputVoltage = 220;
     platform::ReplaceMessageBox(nullptr);
     DressMessageBoxes([] { return LangText[122]; });
     ShowSystemSettings();

@@ -20,7 +20,7 @@ class CountdownTest : public test::WindowTest {
  protected:
   /// Both run, and a minute has gone.
   CountdownTest() {
-    DataCenter.OutputVoltage = 220;
+    DataCenter.readings.OutputVoltage = 220;
     StartSystemShutdown(5);
     StartUPSShutdown(9, kNoRestart);
     clock.Advance(60'000);

@@ -27,9 +27,9 @@ class DashboardRules : public test::MonitorTest {
     test::InstallPictures(Folder());
     Loadlanguage(0);
     DataCenter.IsConnect = kSet;
-    DataCenter.BatteryVoltage = 2.6F;
-    DataCenter.UPSVersion = "V1.0";
-    DataCenter.UseCelsius = kSet;
+    DataCenter.readings.BatteryVoltage = 2.6F;
+    DataCenter.identity.UPSVersion = "V1.0";
+    DataCenter.settings.UseCelsius = kSet;
   }
 };
 
@@ -69,23 +69,28 @@ TEST_F(DashboardRules, LampsFollowTheState) {
   auto& state = DataCenter;
   const Case cases[] = {
       {[] {}, "good.jpg powerok.jpg nobatterylow.jpg notest.jpg online.jpg ", "Normal"},
-      {[&] { state.Bypass = kSet; }, "good.jpg powerok.jpg nobatterylow.jpg notest.jpg bypass.jpg ",
-       "Normal"},
-      {[&] { state.UPStype = kSet; },  // The string's voltage is not known: 0 percent, charging.
+      {[&] { state.flags.Bypass = kSet; },
+       "good.jpg powerok.jpg nobatterylow.jpg notest.jpg bypass.jpg ", "Normal"},
+      {[&] {
+         state.flags.UPStype = kSet;
+       },  // The string's voltage is not known: 0 percent, charging.
        "charge.jpg powerok.jpg nobatterylow.jpg notest.jpg avr.jpg ", "Battery charging"},
-      {[&] { state.Bypass = kClear; },
+      {[&] { state.flags.Bypass = kClear; },
        "charge.jpg powerok.jpg nobatterylow.jpg notest.jpg offline.jpg ", "Battery charging"},
-      {[&] { state.UPStype = kClear, state.TestProgress = kSet; },
+      {[&] { state.flags.UPStype = kClear, state.flags.TestProgress = kSet; },
        "good.jpg powerok.jpg nobatterylow.jpg testing.jpg online.jpg ", "Battery test running"},
-      {[&] { state.UPSFailed = kSet; },
+      {[&] { state.flags.UPSFailed = kSet; },
        "good.jpg powerok.jpg nobatterylow.jpg batteryf.jpg online.jpg ", "UPS fault"},
-      {[&] { state.Temperature = 60.1F, state.UPSFailed = kClear; },
+      {[&] { state.readings.Temperature = 60.1F, state.flags.UPSFailed = kClear; },
        "hot.jpg powerok.jpg nobatterylow.jpg testing.jpg online.jpg ", "Over-temperature"},
-      {[&] { state.UseCelsius = state.TestProgress = kClear, state.Temperature = 60; },
+      {[&] {
+         state.settings.UseCelsius = state.flags.TestProgress = kClear,
+         state.readings.Temperature = 60;
+       },
        "good.jpg powerok.jpg nobatterylow.jpg notest.jpg online.jpg ", "Normal"},
-      {[&] { state.LoadPercent = 100, state.Utility = kSet; },
+      {[&] { state.readings.LoadPercent = 100, state.flags.Utility = kSet; },
        "good.jpg powerf.jpg nobatterylow.jpg notest.jpg - ", "On battery"},
-      {[&] { state.LoadPercent = 101, state.BatLow = kSet; },
+      {[&] { state.readings.LoadPercent = 101, state.flags.BatLow = kSet; },
        "overload.jpg powerf.jpg batterylow.jpg notest.jpg - ", "Overload"},
       {[&] { state.IsConnect = kClear; }, "disconnect.jpg - - - - ", "No link to the UPS"}};
   for (const Case& c : cases) {
@@ -134,13 +139,13 @@ TEST_F(DashboardRules, TheUnitAndTheSizeChooseThePanel) {
   };
   InstrumentPanel panel;
   for (const Case& c : cases) {
-    DataCenter.UPSVersion = c.version;
-    DataCenter.UPStype = c.upsType;
+    DataCenter.identity.UPSVersion = c.version;
+    DataCenter.flags.UPStype = c.upsType;
     DataCenter.IsConnect = c.isConnect;
     panel.Resize(c.width, c.width * 664 / 764, 500);
     EXPECT_EQ(panel.PictureName(), c.picture);
-    EXPECT_EQ(GetHasLoad(), c.hasLoad) << c.picture;
-    EXPECT_EQ(GetHasTemperature(), c.hasTemperature) << c.picture;
+    EXPECT_EQ(DataCenter.HasLoad != 0, c.hasLoad) << c.picture;
+    EXPECT_EQ(DataCenter.HasTemperature != 0, c.hasTemperature) << c.picture;
     bool changed = true;
     panel.ReNewBuffer(changed);
     EXPECT_FALSE(changed);
@@ -179,8 +184,9 @@ TEST_F(DashboardRules, NeedlesPointAtTheTicksOfTheirReadings) {
       const Dial& dial = DialOf(scale.dial);
       for (int value = std::max(30, scale.majorStep); value < FullScale(scale);
            value += scale.majorStep) {
-        DataCenter.InputVoltage = DataCenter.OutputVoltage = DataCenter.Frequency =
-            DataCenter.Temperature = static_cast<float>(value);
+        DataCenter.readings.InputVoltage = DataCenter.readings.OutputVoltage =
+            DataCenter.readings.Frequency = DataCenter.readings.Temperature =
+                static_cast<float>(value);
         for (int frame = 0; frame < 150; ++frame) panel.Frame();
         const double angle = TargetAngle(value, dial.fullScale, dial.startAngle, dial.endAngle);
         const Point centre = DialCentre(scale, factor);
@@ -200,21 +206,21 @@ TEST_F(DashboardRules, NeedlesPointAtTheTicksOfTheirReadings) {
 
 TEST_F(DashboardRules, ButtonsCommandTheUnit) {
   const std::pair<int, const char*> commands[] = {{3, "T"}, {4, "TL"}, {5, "CT"}, {8, "C"}};
-  DataCenter.OutputVoltage = 220;
+  DataCenter.readings.OutputVoltage = 220;
   for (const auto& [button, command] : commands) {
     PressControl(button);
     EXPECT_EQ(Link.PendingCommand, command);
   }
-  DataCenter.OutputVoltage = 0;
+  DataCenter.readings.OutputVoltage = 0;
   Link.PendingCommand.clear();
   PressControl(8);
   PressControl(6);
   EXPECT_EQ(Link.PendingCommand, "");
   EXPECT_FALSE(DataCenter.FormOpen[11]);
 
-  DataCenter.SystemShutdownBuffer = 7;
-  DataCenter.UPSShutdownBuffer = 9;
-  DataCenter.OutputVoltage = 220;
+  DataCenter.settings.SystemShutdownBuffer = 7;
+  DataCenter.settings.UPSShutdownBuffer = 9;
+  DataCenter.readings.OutputVoltage = 220;
   PressControl(7);
   EXPECT_EQ(SystemCountdown().Get().Seconds(), 7 * 60);
   EXPECT_FALSE(DataCenter.FormOpen[11]);

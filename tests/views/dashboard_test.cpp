@@ -27,8 +27,8 @@ class DashboardTest : public test::WindowTest {
   DashboardTest() {
     ConnectWindows();
     DataCenter.IsConnect = kSet;
-    DataCenter.UPSVersion = std::string("V1.0\r\0", 6);  // as it comes over USB
-    DataCenter.UseCelsius = kSet;
+    DataCenter.identity.UPSVersion = std::string("V1.0\r\0", 6);  // as it comes over USB
+    DataCenter.settings.UseCelsius = kSet;
   }
 
   static Form1& Open() {
@@ -40,12 +40,12 @@ class DashboardTest : public test::WindowTest {
 
 TEST_F(DashboardTest, MovesItsNeedlesWhileItIsOpen) {
   Form1& form = Open();
-  DataCenter.InputVoltage = 150;
+  DataCenter.readings.InputVoltage = 150;
   clock.Advance(150);
   EXPECT_NEAR(form.Panel().NeedlePosition(kInputDial), 150, 1e-9);
   EXPECT_NO_THROW(Saying<QLabel>(form, "V1.0"));
   EXPECT_FALSE(form.Lamp(4)->isHidden());
-  DataCenter.Utility = kSet;
+  DataCenter.flags.Utility = kSet;
   clock.Advance(1000);
   EXPECT_TRUE(form.Lamp(4)->isHidden());
   EXPECT_FALSE(form.Lamp(3)->isHidden());

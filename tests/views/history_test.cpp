@@ -66,8 +66,8 @@ constexpr int kRows = 300;
 class HistoryTest : public test::WindowTest {
  protected:
   HistoryTest() {
-    SetHasLoad(true);
-    SetHasTemperature(true);
+    DataCenter.HasLoad = kSet;
+    DataCenter.HasTemperature = kSet;
     OpenDatabases();
     Records.data->BeginTransaction();
     for (int i = 0; i < kRows; ++i) {
@@ -172,8 +172,8 @@ TEST_F(HistoryTest, ADayWithoutDataIsToldAndLeavesTheOldOne) {
 }
 
 TEST_F(HistoryTest, WhatTheUnitLacksIsHiddenAndNotExported) {
-  SetHasTemperature(false);
-  SetHasLoad(false);
+  DataCenter.HasTemperature = kClear;
+  DataCenter.HasLoad = kClear;
   Query();
   for (int column = 0; column < 7; ++column)
     EXPECT_EQ(Form().Grid().isColumnHidden(column), column == 3 || column == 6) << column;

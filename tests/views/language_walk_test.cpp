@@ -233,9 +233,10 @@ class LanguageWalk : public test::WindowTest {
   LanguageWalk() {
     ConnectWindows();
     OpenDatabases();
-    DataCenter.OutputVoltage = 220;
-    DataCenter.HasLoad = DataCenter.HasTemperature = DataCenter.UseCelsius = kSet;
-    DataCenter.UPSCompany = DataCenter.UPSModel = DataCenter.UPSVersion = "1";
+    DataCenter.readings.OutputVoltage = 220;
+    DataCenter.HasLoad = DataCenter.HasTemperature = DataCenter.settings.UseCelsius = kSet;
+    DataCenter.identity.UPSCompany = DataCenter.identity.UPSModel = DataCenter.identity.UPSVersion =
+        "1";
     clock.Advance(60'000);
     AddSample();
     EventProgramStart();
@@ -332,7 +333,7 @@ TEST_F(LanguageWalk, AChoiceIsKeptAndReachesOpenWindowsAndTheNextRequest) {
     std::filesystem::create_directory(Folder() + "/" + folder);
     std::ofstream(Folder() + "/" + folder + "/login.htm") << "page of " << folder;
   }
-  DataCenter.WebPort = 0;
+  DataCenter.settings.WebPort = 0;
   StartWebConsole();
   for (const size_t text : {248, 204, 40, 30, 226}) Menu(text)();
   ShowDashboard();
@@ -344,9 +345,9 @@ TEST_F(LanguageWalk, AChoiceIsKeptAndReachesOpenWindowsAndTheNextRequest) {
     EXPECT_EQ(OpenWindows().size(), 7);
     for (const QWidget* window : OpenWindows()) ExpectGoodTexts(window, language, "open");
     EXPECT_TRUE(AskConsole().ends_with(std::string("page of ") + folders[language] + "\r\n"));
-    DataCenter.LanguageIndex = -1;
+    DataCenter.settings.LanguageIndex = -1;
     ReadConfig();
-    EXPECT_EQ(DataCenter.LanguageIndex, static_cast<int>(language));
+    EXPECT_EQ(DataCenter.settings.LanguageIndex, static_cast<int>(language));
   }
 }
 

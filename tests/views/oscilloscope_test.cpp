@@ -182,7 +182,7 @@ TEST(ScopeChartTest, TheGridFollowsTheSpan) {
 class OscilloscopeTest : public test::WindowTest {
  protected:
   OscilloscopeTest() {
-    DataCenter.UseCelsius = DataCenter.HasLoad = DataCenter.HasTemperature = kSet;
+    DataCenter.settings.UseCelsius = DataCenter.HasLoad = DataCenter.HasTemperature = kSet;
     OpenDatabases();
     Records.data->BeginTransaction();
     for (int second = -2; second <= 3600; ++second) {
@@ -237,7 +237,7 @@ TEST_F(OscilloscopeTest, LoadsWhatLiesBetweenTheHours) {
   EXPECT_EQ(scope.EventList()[0].type, 6);
   EXPECT_EQ(scope.EventList()[1].time, 3600);
 
-  DataCenter.UseCelsius = kClear;
+  DataCenter.settings.UseCelsius = kClear;
   EXPECT_EQ(scope.SampleAt(5, 1), 27);
   Load(scope, Lines({12}));
   EXPECT_FLOAT_EQ(scope.SampleAt(5, 1), 80.6F);

@@ -57,7 +57,7 @@ class ScheduleCalendarTest : public test::WindowTest {
  protected:
   ScheduleCalendarTest() {
     clock.SetNow({2010, 3, 10, 12, 0, 0});  // A Wednesday.
-    DataCenter.UPSShutdownBuffer = 1;
+    DataCenter.settings.UPSShutdownBuffer = 1;
   }
 
   static void Add(const std::string& event, const std::string& rept,

@@ -36,7 +36,7 @@ class ChartsTest : public test::MonitorTest {
     std::filesystem::create_directory(Folder() + "/httpEnglish");
     SetLanguageIndex(0);
     Loadlanguage(0);
-    DataCenter.UseCelsius = kSet;
+    DataCenter.settings.UseCelsius = kSet;
   }
 
   /// Opens the databases at `now` and fills the table of that day.
@@ -117,7 +117,7 @@ TEST_F(ChartsTest, TheTemperatureFollowsUnitAndSensor) {
   DataCenter.HasTemperature = kSet;
   makepic(2);
   EXPECT_EQ(Plot("temperature.bmp", 30, 48), (Color{255, 12, 12}));  // 30 of 50
-  DataCenter.UseCelsius = kClear;
+  DataCenter.settings.UseCelsius = kClear;
   makepic(2);
   EXPECT_EQ(Plot("temperature.bmp", 30, 22), (Color{255, 12, 12}));  // 86 of 106
   DataCenter.HasTemperature = kClear;
@@ -150,8 +150,8 @@ TEST_F(ChartsTest, AChosenHourShowsTheChosenMeasures) {
   const int values[] = {30, 40, 150, 50, 60, 70};
   // Each alone and with all the others, which make the scale drawn or not. 601 seconds lie at 60.
   for (const bool sensors : {true, false}) {
-    SetHasLoad(sensors);
-    SetHasTemperature(sensors);
+    DataCenter.HasLoad = ToFlag(sensors);
+    DataCenter.HasTemperature = ToFlag(sensors);
     for (int bit = 0; bit < 6; ++bit) {
       for (const int mask : {1 << bit, 63}) {
         ChartRequest(kHour + std::string("19+") + std::to_string(mask) + "&B1=x");

@@ -49,7 +49,7 @@ TEST(HashTest, CharactersAreCodeUnitsOfWhichAWordKeepsItsLowHalf) {
 
 TEST(SessionTest, FourCharactersOfAKeyCarryNoWeight) {
   DataCenter = DataCenterRecord();
-  DataCenter.WebLoginPassword = "secret";
+  DataCenter.settings.WebLoginPassword = "secret";
   LoginKey = NewKey();
   ASSERT_EQ(LoginKey.size(), 31U);
   const std::string token = LoginToken();

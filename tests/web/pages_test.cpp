@@ -71,18 +71,18 @@ class PagesTest : public test::MonitorTest {
 
 TEST_F(PagesTest, AnHourOfSamplesIsATable) {
   clock.SetNow({2026, 3, 10, 12, 0, 1});
-  SetHasLoad(true);
-  SetHasTemperature(true);
-  DataCenter.InputVoltage = 220.5F;
-  DataCenter.LoadPercent = 34;
-  DataCenter.Temperature = 30.25F;
+  DataCenter.HasLoad = kSet;
+  DataCenter.HasTemperature = kSet;
+  DataCenter.readings.InputVoltage = 220.5F;
+  DataCenter.readings.LoadPercent = 34;
+  DataCenter.readings.Temperature = 30.25F;
   for (int tick = 0; tick < 2; ++tick, clock.Advance(1000)) AddSample();
   DataRequest("2026%2F3%2F10+12&B1=x");
   EXPECT_EQ(Page("Mundata.htm"),
             "[<tr><td>12:00:02</td><td>220.5</td><td>0</td><td>34</td><td>0</td><td>0</td>"
             "<td>30.25</td></tr>\r\n]\r\n");
-  SetHasLoad(false);
-  SetHasTemperature(false);
+  DataCenter.HasLoad = kClear;
+  DataCenter.HasTemperature = kClear;
   DataRequest("2026%2F03%2F10+12");
   EXPECT_EQ(Page("Mundata.htm"),
             "[<tr><td>12:00:02</td><td>220.5</td><td>0</td><td>0</td><td>0</td></tr>\r\n]\r\n");
@@ -173,7 +173,7 @@ TEST_F(PagesTest, ADayListsItsEntriesWithButtons) {
 }
 
 TEST_F(PagesTest, AnEditOfEachKindBecomesARow) {
-  DataCenter.UPSShutdownBuffer = 5;  // does not count here
+  DataCenter.settings.UPSShutdownBuffer = 5;  // does not count here
   const std::pair<const char*, const char*> edits[] = {{"T+N+0+0+0", "T|Null|"},
                                                        {"L+D+0+0+0", "L|Day|"},
                                                        {"C+W+0+0+0", "C|W2|"},

@@ -18,15 +18,15 @@ namespace {
 class RemoteControlTest : public test::MonitorTest {
  protected:
   RemoteControlTest() {
-    DataCenter.WebControlPassword = "control";
-    DataCenter.UPSShutdownBuffer = 5;
-    DataCenter.SystemShutdownBuffer = 2;
+    DataCenter.settings.WebControlPassword = "control";
+    DataCenter.settings.UPSShutdownBuffer = 5;
+    DataCenter.settings.SystemShutdownBuffer = 2;
     ControlKey = NewKey();
   }
 
   /// What a command leads to: the text for the unit, "+shutdown" when the computer goes down.
   std::string Outcome(const std::string& command, float output) {
-    DataCenter.OutputVoltage = output;
+    DataCenter.readings.OutputVoltage = output;
     Link.PendingCommand = "";
     AnyControl(command);
     if (UPSCountdown().IsLoaded()) {

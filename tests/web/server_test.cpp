@@ -126,9 +126,9 @@ class ServerTest : public test::MonitorTest {
     std::filesystem::create_directory(Folder() + "/httpEnglish");
     Write("login.htm", "login");
     Write("index.htm", "<%GETUPSModel%>!");
-    DataCenter.UPSModel = "Model";
-    DataCenter.WebLoginPassword = "secret";
-    DataCenter.WebPort = 0;
+    DataCenter.identity.UPSModel = "Model";
+    DataCenter.settings.WebLoginPassword = "secret";
+    DataCenter.settings.WebPort = 0;
     LoggedInIP.clear();
     StartWebConsole();
   }
@@ -244,7 +244,7 @@ TEST_F(ServerTest, NothingOutsideTheLanguageFolderIsServed) {
   std::string deep;
   for (int i = 0; i < 25000; ++i) deep += "/a";
   EXPECT_EQ(Get(deep), kBad);
-  DataCenter.WebLanguageFolder.clear();
+  DataCenter.settings.WebLanguageFolder.clear();
   EXPECT_EQ(Get("/config.qmz"), kBad);
   EXPECT_THROW(WritePage("page.htm", "text"), std::exception);
 }
@@ -349,7 +349,7 @@ TEST_F(ServerTest, BadClientsDoNoHarm) {
   half.EndSending();
   EXPECT_EQ(half.ReadAll(), kLoginPage) << "it still wants its answer";
   EXPECT_EQ(Ask(std::string("GET /\0 ", 7)), kBad);
-  DataCenter.WebLoginPassword = std::string(64, 'x');
+  DataCenter.settings.WebLoginPassword = std::string(64, 'x');
   const WebClient unlucky(Port());
   unlucky.Send("GET / ");
   EXPECT_TRUE(PumpUntil([] { return Form13::List1().back().ends_with("9錯誤"); }));
@@ -454,13 +454,13 @@ TEST_F(ServerTest, TheStartLeavesALineAndATakenPortIsTriedAgain) {
   EXPECT_TRUE(DataCenter.DebugLines[0].starts_with("2026/03/10 12:00:00  HTTP URL :  http://"));
   EXPECT_TRUE(DataCenter.DebugLines[0].ends_with(":0/index.htm"));
   EXPECT_EQ(LoadedConsole()->Caption(), LangText[211]);
-  DataCenter.WebEnabled = kSet;
-  DataCenter.WebPort = -1;
+  DataCenter.settings.WebEnabled = kSet;
+  DataCenter.settings.WebPort = -1;
   StartWebConsole();
   clock.Advance(60000);
   EXPECT_FALSE(WebConsoleListens());
   EXPECT_EQ(DataCenter.DebugLines[0], "2026/03/10 12:00:00  HTTP Fail ,  Port-1Error");
-  DataCenter.WebPort = 0;  // As if the other program had let go of it.
+  DataCenter.settings.WebPort = 0;  // As if the other program had let go of it.
   clock.Advance(60000);
   EXPECT_TRUE(WebConsoleListens());
   EXPECT_TRUE(DataCenter.DebugLines[0].starts_with("2026/03/10 12:02:00  HTTP URL :  http://"));

@@ -23,20 +23,20 @@ class TemplateTest : public test::MonitorTest {
     SetLanguageIndex(0);
     std::filesystem::create_directory(Folder() + "/httpEnglish");
     Loadlanguage(0);
-    DataCenter.InputVoltage = 229.9F;
-    DataCenter.OutputVoltage = 230;
-    DataCenter.LoadPercent = 61;
-    DataCenter.Frequency = 49.9F;
-    DataCenter.BatteryVoltage = 2.1F;
-    DataCenter.Temperature = 27.1F;
-    DataCenter.RatingVoltage = 230;
-    DataCenter.RatingCurrent = 5;
-    DataCenter.RatingFrequency = 50;
-    DataCenter.UPSShutdownBuffer = 3;
-    DataCenter.UPSCompany = "Maker";
-    DataCenter.UPSVersion = std::string("V1\r\0\0", 5);  // as it comes over USB
-    DataCenter.UseCelsius = DataCenter.HasLoad = DataCenter.HasTemperature = kSet;
-    DataCenter.Utility = DataCenter.Beeper = kSet;
+    DataCenter.readings.InputVoltage = 229.9F;
+    DataCenter.readings.OutputVoltage = 230;
+    DataCenter.readings.LoadPercent = 61;
+    DataCenter.readings.Frequency = 49.9F;
+    DataCenter.readings.BatteryVoltage = 2.1F;
+    DataCenter.readings.Temperature = 27.1F;
+    DataCenter.ratings.RatingVoltage = 230;
+    DataCenter.ratings.RatingCurrent = 5;
+    DataCenter.ratings.RatingFrequency = 50;
+    DataCenter.settings.UPSShutdownBuffer = 3;
+    DataCenter.identity.UPSCompany = "Maker";
+    DataCenter.identity.UPSVersion = std::string("V1\r\0\0", 5);  // as it comes over USB
+    DataCenter.settings.UseCelsius = DataCenter.HasLoad = DataCenter.HasTemperature = kSet;
+    DataCenter.flags.Utility = DataCenter.flags.Beeper = kSet;
     DataCenter.UPSStage = 7;
   }
 
@@ -83,19 +83,19 @@ TEST_F(TemplateTest, EveryKeyHasItsText) {
 }
 
 TEST_F(TemplateTest, OtherUnitsReadOtherwise) {
-  DataCenter.UPStype = DataCenter.Bypass = kSet;
-  DataCenter.HasLoad = DataCenter.HasTemperature = DataCenter.Utility = kClear;
+  DataCenter.flags.UPStype = DataCenter.flags.Bypass = kSet;
+  DataCenter.HasLoad = DataCenter.HasTemperature = DataCenter.flags.Utility = kClear;
   EXPECT_EQ(Expand("<%GetLoadOutL%>x<%GETVarLoad%>y<%GetLoadOutR%>"), "<!--x<!--y-->");
   EXPECT_EQ(Expand("<%TEMPP%>"), "") << "no key before it";
   EXPECT_EQ(Expand("<%GETUPSMODE%><%GetTypeName%>"), "OFF-Line Buck mode\"OffPass.gif\"");
   EXPECT_EQ(Expand("<%GETINPOWERON%>"), LangText[11]);
   DataCenter.HasTemperature = kSet;
-  DataCenter.UseCelsius = kClear;
+  DataCenter.settings.UseCelsius = kClear;
   EXPECT_EQ(Expand("<%GETTEMPLATER%> <%TEMPP%>"), "80.7 F 53");
   const std::pair<float, const char*> ratings[] = {
       {150, "150"}, {150.1F, "250"}, {250, "250"}, {250.1F, "420"}};
   for (const auto& [rating, scale] : ratings) {
-    DataCenter.RatingVoltage = rating;
+    DataCenter.ratings.RatingVoltage = rating;
     EXPECT_EQ(Expand("<%GETMAXVOL%>"), scale);
   }
 }
@@ -111,7 +111,7 @@ TEST_F(TemplateTest, SideEffectsGiveNoText) {
 }
 
 TEST_F(TemplateTest, AnErrorLeavesThePageAsFarAsItGot) {
-  DataCenter.UPSModel = "ab<%GETKEY%>";  // Found from its third character on.
+  DataCenter.identity.UPSModel = "ab<%GETKEY%>";  // Found from its third character on.
   LoginKey = "key";
   EXPECT_EQ(Expand("<%GETUPSModel%>"), "abkey");
   for (const char* rest : {"<%INVOLP%><%GETKEY%>", "<%GETKEY"}) {

@@ -39,7 +39,7 @@ void ShowLanguagePicker() { LanguagePicker().Get().ShowAndRaise(); }
 /// Loading the texts unloads the picker.
 void ChooseLanguage(int16_t index) {
   SetLanguageIndex(index);
-  Loadlanguage(DataCenter.LanguageIndex);
+  Loadlanguage(DataCenter.settings.LanguageIndex);
   RetitleOpenWindows();
   SaveSettings("form7 Picture1_Click", nullptr);
 }
@@ -55,7 +55,7 @@ Form7::Form7() : ViewWindow(kNumber, kClientSize, kClientSize) {
   Form7::Form_Resize();
   ApplyLanguage();
   DataCenter.FormOpen[kNumber] = kSet;
-  Picture1[static_cast<size_t>(DataCenter.LanguageIndex) % Picture1.size()]->setFocus();
+  Picture1[static_cast<size_t>(DataCenter.settings.LanguageIndex) % Picture1.size()]->setFocus();
 }
 
 Form7::~Form7() { DataCenter.FormOpen[kNumber] = kClear; }

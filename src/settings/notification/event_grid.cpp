@@ -96,7 +96,7 @@ void EventGrid::ShowMessages(const EventFlags& enable, const EventMessages& text
     item(row, kEnableColumn)->setText(enable[event] ? Enabled() : QString());
     item(row, kTextColumn)->setText(QString::fromStdString(text[event]));
   }
-  setRowHidden(kOverloadRow, !GetHasLoad());
+  setRowHidden(kOverloadRow, !DataCenter.HasLoad);
 }
 
 void EventGrid::TakeMessages(EventFlags& enable, EventMessages& text) {

@@ -30,8 +30,8 @@ FormSlot<Form9>& SmsSettings() {
 void ShowSmsSettings() { SmsSettings().Get().ShowAndRaise(); }
 
 Form9::Form9()
-    : NotificationWindow({kNumber, texts::kSmsCaption, texts::kSmsEvents, DataCenter.SmsEventEnable,
-                          DataCenter.SmsEventText}) {
+    : NotificationWindow({kNumber, texts::kSmsCaption, texts::kSmsEvents,
+                          DataCenter.settings.SmsEventEnable, DataCenter.settings.SmsEventText}) {
   MakeGateway();
   MakeFields();
   AddFootnote(texts::kSmsLimitHint);
@@ -55,13 +55,13 @@ void Form9::MakeGateway() {
 }
 
 void Form9::MakeFields() {
-  Text3 = AddField("Text3", AddCaption(texts::kSmsAccount), DataCenter.SmsAccount, 1, 0);
-  Text5 = AddField("Text5", AddCaption(texts::kSmsPassword), DataCenter.SmsPassword, 2, 0);
+  Text3 = AddField("Text3", AddCaption(texts::kSmsAccount), DataCenter.settings.SmsAccount, 1, 0);
+  Text5 = AddField("Text5", AddCaption(texts::kSmsPassword), DataCenter.settings.SmsPassword, 2, 0);
   Fields().addWidget(AddHint(texts::kSmsPasswordHint), 2, 2);
-  Text6 = AddField("Text6", AddCaption(texts::kSmsNumber), DataCenter.SmsNumber, 3, 0);
+  Text6 = AddField("Text6", AddCaption(texts::kSmsNumber), DataCenter.settings.SmsNumber, 3, 0);
   Fields().addWidget(AddHint(texts::kSmsNumberHint), 3, 2);
   auto* caption = new QLabel(QStringLiteral("api_id"), Client());
-  Text1 = AddField("Text1", caption, DataCenter.SmsApiId, 4, 0);
+  Text1 = AddField("Text1", caption, DataCenter.settings.SmsApiId, 4, 0);
   QLabel* hint = AddHint(texts::kSmsApiIdHint);
   Fields().addWidget(hint, 4, 2);
   apiIdRow_ = {caption, Text1, hint};
@@ -72,13 +72,13 @@ void Form9::MakeFields() {
 /// A gateway that the list does not have shows as the first.
 void Form9::ShowSettings() {
   NotificationWindow::ShowSettings();
-  Combo1->setCurrentIndex(DataCenter.SmsGateway == kClickatell ? kClickatell : 0);
+  Combo1->setCurrentIndex(DataCenter.settings.SmsGateway == kClickatell ? kClickatell : 0);
   Combo1_Click();
 }
 
 void Form9::TakeSettings() {
   NotificationWindow::TakeSettings();
-  DataCenter.SmsGateway = gateway_;
+  DataCenter.settings.SmsGateway = gateway_;
 }
 
 /// A hidden api_id keeps its value.

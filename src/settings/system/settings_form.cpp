@@ -23,17 +23,16 @@ struct Password {
   size_t box;  ///< its repeat is the next one
   size_t differs;
   size_t tooShort;
-  std::string DataCenterRecord::*setting;
+  std::string Settings::*setting;
 };
-constexpr Password kPasswords[] = {{0, 0, 8, &DataCenterRecord::WebLoginPassword},
-                                   {2, 1, 9, &DataCenterRecord::WebControlPassword}};
+constexpr Password kPasswords[] = {{0, 0, 8, &Settings::WebLoginPassword},
+                                   {2, 1, 9, &Settings::WebControlPassword}};
 
 /// The delays in the order of their boxes.
 constexpr size_t kFirstDelayBox = 4;
-constexpr int16_t DataCenterRecord::*kDelays[] = {
-    &DataCenterRecord::SystemShutdownBuffer, &DataCenterRecord::UPSShutdownBuffer,
-    &DataCenterRecord::PowerFailSystemDelay, &DataCenterRecord::PowerFailUPSDelay,
-    &DataCenterRecord::BatLowUPSDelay,       &DataCenterRecord::BatLowSystemDelay};
+constexpr int16_t Settings::*kDelays[] = {
+    &Settings::SystemShutdownBuffer, &Settings::UPSShutdownBuffer, &Settings::PowerFailSystemDelay,
+    &Settings::PowerFailUPSDelay,    &Settings::BatLowUPSDelay,    &Settings::BatLowSystemDelay};
 constexpr size_t kFirstDelayMessage = 10;
 
 /// The computer must be down before the UPS cuts its output.
@@ -52,9 +51,9 @@ struct LimitedDelay {
 };
 constexpr LimitedDelay kLimitedDelays[] = {{6, 6}, {7, 7}, {9, 9}, {8, 9}};
 
-constexpr Flag DataCenterRecord::*kDelaySettings[] = {
-    &DataCenterRecord::PowerFailSystemEnable, &DataCenterRecord::PowerFailUPSEnable,
-    &DataCenterRecord::BatLowSystemEnable, &DataCenterRecord::BatLowUPSEnable};
+constexpr Flag Settings::*kDelaySettings[] = {
+    &Settings::PowerFailSystemEnable, &Settings::PowerFailUPSEnable, &Settings::BatLowSystemEnable,
+    &Settings::BatLowUPSEnable};
 
 int16_t PortOfChoice(const std::string& name) {
   if (name.ends_with('B')) return kUsbPort;
@@ -84,7 +83,7 @@ Fault TakePasswords(const SettingsFields& fields) {
     if (text == kPasswordMask) continue;
     if (Characters(text) < kLeastPassword)
       return SettingsFault{password.tooShort, password.box + 1};
-    DataCenter.*password.setting = text;
+    DataCenter.settings.*password.setting = text;
   }
   return std::nullopt;
 }
@@ -108,15 +107,15 @@ Fault CheckDelayPairs(const SettingsFields& fields) {
 /// The link and the console's switch are taken before the port is judged.
 Fault TakePortAndWeb(const SettingsFields& fields) {
   SetPort(PortOfChoice(fields.port));
-  DataCenter.WebEnabled = ToFlag(fields.webEnabled);
+  DataCenter.settings.WebEnabled = ToFlag(fields.webEnabled);
   const double port = platform::LenientNumber(fields.webPort);
   if (port <= 0 || port >= kWebPortEnd) return SettingsFault{7, kWebPortBox};
-  DataCenter.WebPort = platform::RoundToInt16(port);
+  DataCenter.settings.WebPort = platform::RoundToInt16(port);
   return std::nullopt;
 }
 
 void TakeDelay(const SettingsFields& fields, size_t box) {
-  DataCenter.*kDelays[box - kFirstDelayBox] = platform::RoundToInt16(Minutes(fields, box));
+  DataCenter.settings.*kDelays[box - kFirstDelayBox] = platform::RoundToInt16(Minutes(fields, box));
 }
 
 void TakeDelays(const SettingsFields& fields) {
@@ -128,11 +127,11 @@ void TakeDelays(const SettingsFields& fields) {
 }
 
 void TakeSwitches(const SettingsFields& fields) {
-  DataCenter.UseCelsius = ToFlag(fields.celsius);
-  DataCenter.AutoSaveOnShutdown = ToFlag(fields.autoSave);
+  DataCenter.settings.UseCelsius = ToFlag(fields.celsius);
+  DataCenter.settings.AutoSaveOnShutdown = ToFlag(fields.autoSave);
   for (size_t i = 0; i < kDelaySwitches; ++i)
-    DataCenter.*kDelaySettings[i] = ToFlag(fields.delaysOn[i]);
-  DataCenter.EventPopup = ToFlag(fields.eventPopup);
+    DataCenter.settings.*kDelaySettings[i] = ToFlag(fields.delaysOn[i]);
+  DataCenter.settings.EventPopup = ToFlag(fields.eventPopup);
 }
 
 }  // namespace
@@ -144,15 +143,16 @@ int ChoiceOfPort(int16_t port) { return port == kUsbPort ? 0 : port; }
 SettingsFields PresentSettings() {
   SettingsFields fields;
   fields.port = PortChoice(ChoiceOfPort(Link.PortNumber));
-  fields.webEnabled = DataCenter.WebEnabled;
-  fields.webPort = std::to_string(DataCenter.WebPort);
+  fields.webEnabled = DataCenter.settings.WebEnabled;
+  fields.webPort = std::to_string(DataCenter.settings.WebPort);
   std::fill_n(fields.boxes.begin(), kFirstDelayBox, kPasswordMask);
   for (size_t i = 0; i < std::size(kDelays); ++i)
-    fields.boxes[kFirstDelayBox + i] = std::to_string(DataCenter.*kDelays[i]);
-  fields.autoSave = DataCenter.AutoSaveOnShutdown;
-  for (size_t i = 0; i < kDelaySwitches; ++i) fields.delaysOn[i] = DataCenter.*kDelaySettings[i];
-  fields.eventPopup = DataCenter.EventPopup;
-  fields.celsius = DataCenter.UseCelsius;
+    fields.boxes[kFirstDelayBox + i] = std::to_string(DataCenter.settings.*kDelays[i]);
+  fields.autoSave = DataCenter.settings.AutoSaveOnShutdown;
+  for (size_t i = 0; i < kDelaySwitches; ++i)
+    fields.delaysOn[i] = DataCenter.settings.*kDelaySettings[i];
+  fields.eventPopup = DataCenter.settings.EventPopup;
+  fields.celsius = DataCenter.settings.UseCelsius;
   return fields;
 }
 

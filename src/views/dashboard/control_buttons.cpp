@@ -18,10 +18,10 @@ void PressControl(int number) {
       Link.PendingCommand = "CT";
       break;
     case 6:
-      StartUPSShutdown(DataCenter.UPSShutdownBuffer, kUntimedRestart);
+      StartUPSShutdown(DataCenter.settings.UPSShutdownBuffer, kUntimedRestart);
       break;
     case 7:
-      StartSystemShutdown(DataCenter.SystemShutdownBuffer);
+      StartSystemShutdown(DataCenter.settings.SystemShutdownBuffer);
       break;
     case 8:
       CancelShutdowns();

@@ -313,13 +313,13 @@ void Form1::UpdateStatusLamps() {
 }
 
 void Form1::ShowRatings() {
-  Label4[0]->setText(Shown(platform::SingleText(GetRatingVoltage()) + "V"));
-  Label4[1]->setText(Shown(std::to_string(GetRatingCurrent()) + "A"));
-  Label4[2]->setText(Shown(platform::SingleText(GetRatingFrequency()) + "Hz"));
-  Label4[3]->setText(Shown(platform::SingleText(GetRatingBatteryVoltage()) + "V"));
-  Label4[4]->setText(Shown(platform::ShownText(GetUPSCompany())));
-  Label4[5]->setText(Shown(platform::ShownText(GetUPSModel())));
-  Label4[6]->setText(Shown(platform::ShownText(GetUPSVersion())));
+  Label4[0]->setText(Shown(platform::SingleText(DataCenter.ratings.RatingVoltage) + "V"));
+  Label4[1]->setText(Shown(std::to_string(DataCenter.ratings.RatingCurrent) + "A"));
+  Label4[2]->setText(Shown(platform::SingleText(DataCenter.ratings.RatingFrequency) + "Hz"));
+  Label4[3]->setText(Shown(platform::SingleText(DataCenter.ratings.RatingBatteryVoltage) + "V"));
+  Label4[4]->setText(Shown(platform::ShownText(DataCenter.identity.UPSCompany)));
+  Label4[5]->setText(Shown(platform::ShownText(DataCenter.identity.UPSModel)));
+  Label4[6]->setText(Shown(platform::ShownText(DataCenter.identity.UPSVersion)));
 }
 
 /// The text stays true while the pointer rests: each tick of the lamps renews it.

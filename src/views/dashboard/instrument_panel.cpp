@@ -33,11 +33,13 @@ platform::Surface Forced(const platform::Surface& picture, const BarSize& size) 
 }
 
 const char* PanelKind() {
-  if (GetHasTemperature() && GetHasLoad()) return "instrument";
-  return GetHasLoad() ? "OFFinstrument" : "NoLoadinstrument";
+  if (DataCenter.HasTemperature && DataCenter.HasLoad) return "instrument";
+  return DataCenter.HasLoad ? "OFFinstrument" : "NoLoadinstrument";
 }
 
-float BatteryReading() { return static_cast<float>(BatteryPercent(GetBatteryVoltage())); }
+float BatteryReading() {
+  return static_cast<float>(BatteryPercent(DataCenter.readings.BatteryVoltage));
+}
 
 float FrequencyReading() { return static_cast<float>(platform::LenientNumber(GetFrequency())); }
 
@@ -85,7 +87,8 @@ void InstrumentPanel::Paint() {
 }
 
 void InstrumentPanel::ReNewBuffer(bool& changed) {
-  const Choice present{DataCenter.UPStype, DataCenter.UPSVersion, sizeClass_, DataCenter.IsConnect};
+  const Choice present{DataCenter.flags.UPStype, DataCenter.identity.UPSVersion, sizeClass_,
+                       DataCenter.IsConnect};
   changed = !(present == choice_);
   if (!changed) return;
   // Remembered first: a picture that has gone is reported once, not at every frame.
@@ -113,16 +116,16 @@ void InstrumentPanel::PaintMain(int16_t lineWidth, float sizeFactor, float fitSc
   Picture11.SetTextSize(
       std::max(kLeastTextSize, static_cast<int>(std::lround(kTextSize * factor_))));
   DrawReadings();
-  if (GetHasTemperature()) DrawTemperature();
-  GetHasLoad() ? DrawTwoBars(barIndex) : DrawBatteryAlone(barIndex);
+  if (DataCenter.HasTemperature) DrawTemperature();
+  DataCenter.HasLoad ? DrawTwoBars(barIndex) : DrawBatteryAlone(barIndex);
 }
 
 void InstrumentPanel::DrawReadings() {
-  DrawDial(DialOf(kInputDial), GetInputVoltage());
-  DrawDial(DialOf(kOutputDial), GetOutputVoltage());
+  DrawDial(DialOf(kInputDial), DataCenter.readings.InputVoltage);
+  DrawDial(DialOf(kOutputDial), DataCenter.readings.OutputVoltage);
   DrawDial(DialOf(kFrequencyDial), FrequencyReading());
-  PrintValue(248, 327, GetInputVoltage(), "V");
-  PrintValue(85, 387, GetOutputVoltage(), "V");
+  PrintValue(248, 327, DataCenter.readings.InputVoltage, "V");
+  PrintValue(85, 387, DataCenter.readings.OutputVoltage, "V");
   PrintValue(400, 389, FrequencyReading(), "Hz");
   PrintCentred(LangText[texts::kOutputVoltage], 100, 405);
   PrintCentred(LangText[texts::kInputVoltage], 265, 346);
@@ -131,7 +134,7 @@ void InstrumentPanel::DrawReadings() {
 
 void InstrumentPanel::DrawTemperature() {
   PrintCentred(LangText[texts::kTemperature], 472, 75);
-  PrintValue(465, 60, GetTemperature(), DataCenter.UseCelsius ? "C" : "F");
+  PrintValue(465, 60, GetTemperature(), DataCenter.settings.UseCelsius ? "C" : "F");
   DrawDial(DialOf(kTemperatureDial), GetTemperature());
 }
 

@@ -13,25 +13,26 @@ struct LampState {
 };
 
 LampState Mains() {
-  if (GetUtility()) return {"powerf.jpg", texts::kMainsFailed};
+  if (DataCenter.flags.Utility) return {"powerf.jpg", texts::kMainsFailed};
   return {"powerok.jpg", texts::kMainsPresent};
 }
 
 LampState BatteryLevel() {
-  if (GetBatLow()) return {"batterylow.jpg", texts::kBatteryLow};
+  if (DataCenter.flags.BatLow) return {"batterylow.jpg", texts::kBatteryLow};
   return {"nobatterylow.jpg", texts::kBatteryNotLow};
 }
 
 LampState BatteryCondition() {
-  if (GetUPSFailed()) return {"batteryf.jpg", texts::kUpsFault};
-  if (GetTestProgress()) return {"testing.jpg", texts::kTestRunning};
+  if (DataCenter.flags.UPSFailed) return {"batteryf.jpg", texts::kUpsFault};
+  if (DataCenter.flags.TestProgress) return {"testing.jpg", texts::kTestRunning};
   return {"notest.jpg", texts::kNoTestRunning};
 }
 
 LampState WayOfWorking() {
-  if (GetUPStype() && GetBypass()) return {"avr.jpg", texts::kOfflineRegulating};
-  if (GetUPStype()) return {"offline.jpg", texts::kOfflineNormal};
-  if (GetBypass()) return {"bypass.jpg", texts::kBypass};
+  if (DataCenter.flags.UPStype && DataCenter.flags.Bypass)
+    return {"avr.jpg", texts::kOfflineRegulating};
+  if (DataCenter.flags.UPStype) return {"offline.jpg", texts::kOfflineNormal};
+  if (DataCenter.flags.Bypass) return {"bypass.jpg", texts::kBypass};
   return {"online.jpg", texts::kOnline};
 }
 
@@ -79,8 +80,8 @@ const std::array<const char*, 18> kLampPictures{
 
 bool IsLampShown(int lamp) {
   if (lamp == 0) return true;
-  if (!GetIsConnect()) return false;
-  return lamp != 4 || !GetUtility();
+  if (!DataCenter.IsConnect) return false;
+  return lamp != 4 || !DataCenter.flags.Utility;
 }
 
 std::optional<std::string> LampPicture(int lamp) {

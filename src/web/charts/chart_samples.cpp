@@ -37,7 +37,7 @@ size_t IndexOf(const std::string& time, const TimeOfDay& start) {
 
 float SampleValue(int column, const Value& value) {
   const double number = ValueNumber(value);
-  const bool fahrenheit = column == kTemperatureColumn && !DataCenter.UseCelsius;
+  const bool fahrenheit = column == kTemperatureColumn && !DataCenter.settings.UseCelsius;
   return static_cast<float>(fahrenheit ? number * 1.8 + 32 : number);
 }
 

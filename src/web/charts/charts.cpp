@@ -62,8 +62,8 @@ void DrawSmallChart(const ChartSeries& series, platform::Color color, const Time
 }
 
 bool IsDrawn(int column, const SeriesShown& shown) {
-  if (column == kLoadColumn && !GetHasLoad()) return false;
-  if (column == kTemperatureColumn && !GetHasTemperature()) return false;
+  if (column == kLoadColumn && !DataCenter.HasLoad) return false;
+  if (column == kTemperatureColumn && !DataCenter.HasTemperature) return false;
   return shown[column - 1U];
 }
 
@@ -99,7 +99,7 @@ void makepic(int kind) {
   const TimeOfDay start = SplitTime(window.start);
   if (kind == kBatteryKind) {
     DrawSmallChart(samples.Of(kBatteryColumn), {255, 0, 64}, start, kBatteryFile);
-  } else if (GetHasTemperature()) {
+  } else if (DataCenter.HasTemperature) {
     DrawSmallChart(samples.Of(kTemperatureColumn), {255, 12, 12}, start, kTemperatureFile);
   } else {
     NoDataPicture(kSmallChart).SaveBmp(WebPath(kTemperatureFile));

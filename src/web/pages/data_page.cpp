@@ -21,8 +21,8 @@ constexpr char kNoData[] = "<td>NO DATA</td>\r\n";
 
 /// What the unit does not measure has no column.
 bool IsShown(int column) {
-  if (column == kLoadColumn) return GetHasLoad();
-  if (column == kTemperatureColumn) return GetHasTemperature();
+  if (column == kLoadColumn) return DataCenter.HasLoad;
+  if (column == kTemperatureColumn) return DataCenter.HasTemperature;
   return true;
 }
 

@@ -73,12 +73,13 @@ std::string ReplaceFirst(std::string& text, const std::string& marker,
 
 std::string WebPath(const std::string& name) {
   // An empty folder would make the program folder, with the passwords in it, the web's.
-  if (DataCenter.WebLanguageFolder.empty()) Refuse("no language folder");
+  if (DataCenter.settings.WebLanguageFolder.empty()) Refuse("no language folder");
   if (name.size() > kLongestName || name.find('\0') != std::string::npos) Refuse("no file name");
   // A name that ends in a folder would find the file before it, under a name that is no page's.
   if (name.ends_with('\\') || name.ends_with("\\.")) Refuse("a folder's name");
-  const std::string folder = platform::ProgramPath("\\" + DataCenter.WebLanguageFolder);
-  const std::string path = platform::ProgramPath("\\" + DataCenter.WebLanguageFolder + name);
+  const std::string folder = platform::ProgramPath("\\" + DataCenter.settings.WebLanguageFolder);
+  const std::string path =
+      platform::ProgramPath("\\" + DataCenter.settings.WebLanguageFolder + name);
   if (!LiesIn(path, folder)) Refuse("the name leaves the language folder");
   return path;
 }

@@ -63,8 +63,8 @@ std::string NewKey() {
   return key;
 }
 
-std::string LoginToken() { return Token(DataCenter.WebLoginPassword, LoginKey); }
-std::string SessionToken() { return Token(DataCenter.WebLoginPassword, SessionKey); }
-std::string ControlToken() { return Token(DataCenter.WebControlPassword, ControlKey); }
+std::string LoginToken() { return Token(DataCenter.settings.WebLoginPassword, LoginKey); }
+std::string SessionToken() { return Token(DataCenter.settings.WebLoginPassword, SessionKey); }
+std::string ControlToken() { return Token(DataCenter.settings.WebControlPassword, ControlKey); }
 
 }  // namespace varek

@@ -45,7 +45,7 @@ struct Expansion {
 /// place. Pages keep such keys inside a comment.
 using KeyText = std::optional<std::string>;
 
-int BatteryLevel() { return std::max(BatteryPercent(GetBatteryVoltage()), 0); }
+int BatteryLevel() { return std::max(BatteryPercent(DataCenter.readings.BatteryVoltage), 0); }
 
 /// A bar's length in percent of its scale.
 std::string Percent(double value, int scale) {
@@ -59,45 +59,46 @@ std::string Bit(bool value) { return value ? "1" : "0"; }
 std::string Quoted(const std::string& name) { return '"' + name + '"'; }
 
 KeyText Temperature() {
-  if (!GetHasTemperature()) return {};
-  return platform::SingleText(GetTemperature()) + (DataCenter.UseCelsius ? " C" : " F");
+  if (!DataCenter.HasTemperature) return {};
+  return platform::SingleText(GetTemperature()) + (DataCenter.settings.UseCelsius ? " C" : " F");
 }
 
 KeyText UpsMode() {
-  if (GetUPStype()) return GetBypass() ? "OFF-Line Buck mode" : "OFF-Line Boost mode";
-  return GetBypass() ? "BYPASS" : "On Line ";
+  if (DataCenter.flags.UPStype)
+    return DataCenter.flags.Bypass ? "OFF-Line Buck mode" : "OFF-Line Boost mode";
+  return DataCenter.flags.Bypass ? "BYPASS" : "On Line ";
 }
 
 KeyText InputPower() {
-  if (!GetUtility()) return LangText[texts::kMainsPresent];
+  if (!DataCenter.flags.Utility) return LangText[texts::kMainsPresent];
   return "<font color='#FF0000'>" + LangText[texts::kMainsFailed] + "</font> ";
 }
 
 KeyText BatteryPicture() {
-  if (GetUPSFailed()) return Quoted("BatteryFail.gif");
-  const bool resting = !GetUtility() && !GetTestProgress();
+  if (DataCenter.flags.UPSFailed) return Quoted("BatteryFail.gif");
+  const bool resting = !DataCenter.flags.Utility && !DataCenter.flags.TestProgress;
   return Quoted(resting ? "BatteryOK.gif" : "batteryOKTest.gif");
 }
 
 KeyText TypePicture() {
-  const std::string type = GetUPStype() ? "Off" : "On";
-  if (GetUtility() || GetTestProgress()) return Quoted(type + "Fail.gif");
-  return Quoted(type + (GetBypass() ? "Pass.gif" : "Normal.gif"));
+  const std::string type = DataCenter.flags.UPStype ? "Off" : "On";
+  if (DataCenter.flags.Utility || DataCenter.flags.TestProgress) return Quoted(type + "Fail.gif");
+  return Quoted(type + (DataCenter.flags.Bypass ? "Pass.gif" : "Normal.gif"));
 }
 
 KeyText ChooseMaxVoltage(Expansion& page) {
-  const float rating = GetRatingVoltage();
+  const float rating = DataCenter.ratings.RatingVoltage;
   page.MaxVoltage = rating <= 150 ? 150 : rating <= 250 ? 250 : 420;
   return std::to_string(page.MaxVoltage);
 }
 
 KeyText LoadPercentBar() {
-  if (!GetHasLoad()) return {};
-  return Percent(DataCenter.LoadPercent, kLoadScale);
+  if (!DataCenter.HasLoad) return {};
+  return Percent(DataCenter.readings.LoadPercent, kLoadScale);
 }
 
 KeyText TemperatureBar() {
-  if (!GetHasTemperature()) return {};
+  if (!DataCenter.HasTemperature) return {};
   return Percent(GetTemperature(), kTemperatureScale);
 }
 
@@ -115,8 +116,8 @@ KeyText FetchFiveEvents() {
 KeyText DrawControlKey() { return ControlKey = NewKey(); }
 
 KeyText LoadText() {
-  if (!GetHasLoad()) return {};
-  return std::to_string(DataCenter.LoadPercent);
+  if (!DataCenter.HasLoad) return {};
+  return std::to_string(DataCenter.readings.LoadPercent);
 }
 
 /// Hides what stands between two comment keys, on a unit that lacks the sensor.
@@ -133,40 +134,51 @@ constexpr Key kKeys[] = {
     {"GETUPSSTAGE",
      [](Expansion&) -> KeyText { return StageText.at(static_cast<size_t>(DataCenter.UPSStage)); }},
     {"GETINPUTVOLTAGE",
-     [](Expansion&) -> KeyText { return platform::SingleText(GetInputVoltage()); }},
+     [](Expansion&) -> KeyText { return platform::SingleText(DataCenter.readings.InputVoltage); }},
     {"GETOUTPUTVOLTAGE",
-     [](Expansion&) -> KeyText { return platform::SingleText(GetOutputVoltage()); }},
+     [](Expansion&) -> KeyText { return platform::SingleText(DataCenter.readings.OutputVoltage); }},
     {"GETSTRTIME", [](Expansion&) -> KeyText { return ChartStartTime; }},
     {"GETENDTIME", [](Expansion&) -> KeyText { return ChartEndTime; }},
-    {"VARUPStype", [](Expansion&) -> KeyText { return Bit(GetUPStype()); }},
-    {"VARUtility", [](Expansion&) -> KeyText { return Bit(GetUtility()); }},
-    {"VARBypass", [](Expansion&) -> KeyText { return Bit(GetBypass()); }},
-    {"VARIsConnect", [](Expansion&) -> KeyText { return Bit(GetIsConnect()); }},
-    {"VARBatLow", [](Expansion&) -> KeyText { return Bit(GetBatLow()); }},
-    {"VARUPSFailed", [](Expansion&) -> KeyText { return Bit(GetUPSFailed()); }},
-    {"VARTestProgress", [](Expansion&) -> KeyText { return Bit(GetTestProgress()); }},
-    {"VARShutdownActive", [](Expansion&) -> KeyText { return Bit(GetShutdownActive()); }},
-    {"VARBeeper", [](Expansion&) -> KeyText { return Bit(GetBeeper()); }},
+    {"VARUPStype", [](Expansion&) -> KeyText { return Bit(DataCenter.flags.UPStype); }},
+    {"VARUtility", [](Expansion&) -> KeyText { return Bit(DataCenter.flags.Utility); }},
+    {"VARBypass", [](Expansion&) -> KeyText { return Bit(DataCenter.flags.Bypass); }},
+    {"VARIsConnect", [](Expansion&) -> KeyText { return Bit(DataCenter.IsConnect); }},
+    {"VARBatLow", [](Expansion&) -> KeyText { return Bit(DataCenter.flags.BatLow); }},
+    {"VARUPSFailed", [](Expansion&) -> KeyText { return Bit(DataCenter.flags.UPSFailed); }},
+    {"VARTestProgress", [](Expansion&) -> KeyText { return Bit(DataCenter.flags.TestProgress); }},
+    {"VARShutdownActive",
+     [](Expansion&) -> KeyText { return Bit(DataCenter.flags.ShutdownActive); }},
+    {"VARBeeper", [](Expansion&) -> KeyText { return Bit(DataCenter.flags.Beeper); }},
     {"GETTEMPLATER", [](Expansion&) { return Temperature(); }},
     {"GETBATVOLTAHE", [](Expansion&) -> KeyText { return std::to_string(BatteryLevel()); }},
     {"GETFrequency", [](Expansion&) -> KeyText { return GetFrequency(); }},
     {"GETVarLoad", [](Expansion&) { return LoadText(); }},
     {"GETUPSMODE", [](Expansion&) { return UpsMode(); }},
     {"GETINPOWERON", [](Expansion&) { return InputPower(); }},
-    {"GETCompanyName", [](Expansion&) -> KeyText { return platform::ShownText(GetUPSCompany()); }},
-    {"GETUPSModel", [](Expansion&) -> KeyText { return platform::ShownText(GetUPSModel()); }},
-    {"GETUPSVersion", [](Expansion&) -> KeyText { return platform::ShownText(GetUPSVersion()); }},
+    {"GETCompanyName",
+     [](Expansion&) -> KeyText { return platform::ShownText(DataCenter.identity.UPSCompany); }},
+    {"GETUPSModel",
+     [](Expansion&) -> KeyText { return platform::ShownText(DataCenter.identity.UPSModel); }},
+    {"GETUPSVersion",
+     [](Expansion&) -> KeyText { return platform::ShownText(DataCenter.identity.UPSVersion); }},
     {"GETBatteryOKFileName", [](Expansion&) { return BatteryPicture(); }},
     {"GETRatingVoltage",
-     [](Expansion&) -> KeyText { return platform::SingleText(GetRatingVoltage()); }},
-    {"GETRatingCurrent", [](Expansion&) -> KeyText { return std::to_string(GetRatingCurrent()); }},
+     [](Expansion&) -> KeyText { return platform::SingleText(DataCenter.ratings.RatingVoltage); }},
+    {"GETRatingCurrent",
+     [](Expansion&) -> KeyText { return std::to_string(DataCenter.ratings.RatingCurrent); }},
     {"GETMAXVOL", ChooseMaxVoltage},
     {"GETRatingFrequebcy",
-     [](Expansion&) -> KeyText { return platform::SingleText(GetRatingFrequency()); }},
+     [](Expansion&) -> KeyText {
+       return platform::SingleText(DataCenter.ratings.RatingFrequency);
+     }},
     {"INVOLP",
-     [](Expansion& page) -> KeyText { return Percent(GetInputVoltage(), page.MaxVoltage); }},
+     [](Expansion& page) -> KeyText {
+       return Percent(DataCenter.readings.InputVoltage, page.MaxVoltage);
+     }},
     {"OUTVOLP",
-     [](Expansion& page) -> KeyText { return Percent(GetOutputVoltage(), page.MaxVoltage); }},
+     [](Expansion& page) -> KeyText {
+       return Percent(DataCenter.readings.OutputVoltage, page.MaxVoltage);
+     }},
     {"BATP", [](Expansion&) -> KeyText { return Percent(BatteryLevel(), kBatteryScale); }},
     {"HZP",
      [](Expansion&) -> KeyText {
@@ -189,12 +201,13 @@ constexpr Key kKeys[] = {
     {"EventTime5", [](Expansion&) -> KeyText { return FiveEventTime[4]; }},
     {"GETKEY", [](Expansion&) -> KeyText { return LoginKey; }},
     {"GETCONTROLKEY", [](Expansion&) { return DrawControlKey(); }},
-    {"GetLoadOutL", [](Expansion&) -> KeyText { return Unless(GetHasLoad(), "<!--"); }},
-    {"GetLoadOutR", [](Expansion&) -> KeyText { return Unless(GetHasLoad(), "-->"); }},
-    {"GetTempOutL", [](Expansion&) -> KeyText { return Unless(GetHasTemperature(), "<!--"); }},
-    {"GetTempOutR", [](Expansion&) -> KeyText { return Unless(GetHasTemperature(), "-->"); }},
+    {"GetLoadOutL", [](Expansion&) -> KeyText { return Unless(DataCenter.HasLoad, "<!--"); }},
+    {"GetLoadOutR", [](Expansion&) -> KeyText { return Unless(DataCenter.HasLoad, "-->"); }},
+    {"GetTempOutL",
+     [](Expansion&) -> KeyText { return Unless(DataCenter.HasTemperature, "<!--"); }},
+    {"GetTempOutR", [](Expansion&) -> KeyText { return Unless(DataCenter.HasTemperature, "-->"); }},
     {"DelayShuntDownTime",
-     [](Expansion&) -> KeyText { return std::to_string(DataCenter.UPSShutdownBuffer); }},
+     [](Expansion&) -> KeyText { return std::to_string(DataCenter.settings.UPSShutdownBuffer); }},
 };
 
 /// An unknown key gives an empty text, so that it disappears from the page.

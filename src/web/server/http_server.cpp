@@ -73,17 +73,17 @@ void Form8::Start() {
   const bool listens = platform::Guarded("form8 start", [this] { Listen(); });
   portTimer_.SetInterval(listens ? 0 : kPortInterval);
   if (listens) return AnnounceAddress();
-  AddEventLine("HTTP Fail ,  Port" + std::to_string(DataCenter.WebPort) + "Error");
+  AddEventLine("HTTP Fail ,  Port" + std::to_string(DataCenter.settings.WebPort) + "Error");
 }
 
 void Form8::AnnounceAddress() const {
   AddEventLine("HTTP URL :  http://" + Winsock1(0).LocalIP() + ":" +
-               std::to_string(DataCenter.WebPort) + "/index.htm");
+               std::to_string(DataCenter.settings.WebPort) + "/index.htm");
 }
 
 /// The port may be free by now. Only success is reported.
 void Form8::TryPortAgain() {
-  if (!DataCenter.WebEnabled) return;
+  if (!DataCenter.settings.WebEnabled) return;
   platform::IgnoreErrors([this] { Listen(); });
   if (Winsock1(0).State() != platform::SocketState::Listening) return;
   portTimer_.SetInterval(0);
@@ -93,7 +93,7 @@ void Form8::TryPortAgain() {
 void Form8::Listen() {
   platform::Socket& listener = Winsock1(0);
   listener.Close();
-  listener.SetLocalPort(DataCenter.WebPort);
+  listener.SetLocalPort(DataCenter.settings.WebPort);
   listener.Listen();
 }
 
@@ -271,7 +271,7 @@ bool Form8::RunHandler(const Request& request) {
 void Form8::Serve(const Request& request) {
   const std::string name = FileNameOf(PathAt(request.index), kDefaultPage);
   if (!LetOthersRun(request)) return;
-  PathAt(request.index) = DataCenter.WebLanguageFolder + name;
+  PathAt(request.index) = DataCenter.settings.WebLanguageFolder + name;
   if (!FileExists(name)) return Winsock1(request.index).SendData(BadRequest());
   SendFile(request, name);
 }

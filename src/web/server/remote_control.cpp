@@ -24,8 +24,8 @@ constexpr size_t kLongestMinutes = 64;
 constexpr size_t kDaysPlace = 1;
 constexpr size_t kHourPlace = 3;
 
-void ShutDownComputer() { StartSystemShutdown(DataCenter.SystemShutdownBuffer); }
-void ShutDownUnit(int restart) { StartUPSShutdown(DataCenter.UPSShutdownBuffer, restart); }
+void ShutDownComputer() { StartSystemShutdown(DataCenter.settings.SystemShutdownBuffer); }
+void ShutDownUnit(int restart) { StartUPSShutdown(DataCenter.settings.UPSShutdownBuffer, restart); }
 
 /// The minutes go to the unit as they come, up to the end of a line: what stood behind it would be
 /// a command of its own, and could cut power without the password.
@@ -100,7 +100,7 @@ constexpr Order kOrders[] = {
 
 bool IsAllowed(const Order& order, const std::string& command) {
   if (order.needsToken && command.find(ControlToken()) == std::string::npos) return false;
-  return !order.needsOutput || GetOutputVoltage() > 0;
+  return !order.needsOutput || DataCenter.readings.OutputVoltage > 0;
 }
 
 }  // namespace

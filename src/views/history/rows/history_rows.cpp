@@ -7,8 +7,8 @@
 namespace varek {
 
 bool HasColumn(int column) {
-  if (column == kLoadColumn) return GetHasLoad();
-  if (column == kTemperatureColumn) return GetHasTemperature();
+  if (column == kLoadColumn) return DataCenter.HasLoad;
+  if (column == kTemperatureColumn) return DataCenter.HasTemperature;
   return true;
 }
 

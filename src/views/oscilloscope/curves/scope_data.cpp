@@ -46,7 +46,7 @@ std::string FirstField(platform::Database& database, const std::string& table) {
 }
 
 float InShownUnit(float celsius) {
-  return DataCenter.UseCelsius ? celsius : static_cast<float>(celsius * 1.8 + 32);
+  return DataCenter.settings.UseCelsius ? celsius : static_cast<float>(celsius * 1.8 + 32);
 }
 
 }  // namespace
@@ -75,8 +75,8 @@ std::string EventQuery(const std::string& dayTable, const ScopeHours& hours) {
 }
 
 bool IsCurveMeasured(int curve) {
-  if (curve == kLoadCurve) return GetHasLoad();
-  return curve != kTemperatureCurve || GetHasTemperature();
+  if (curve == kLoadCurve) return DataCenter.HasLoad;
+  return curve != kTemperatureCurve || DataCenter.HasTemperature;
 }
 
 LoadResult ScopeData::LoadDayData(platform::Database& data, platform::Database& event,
