@@ -11,7 +11,7 @@ set(CMAKE_EXPORT_COMPILE_COMMANDS ON)
 add_library(varek_common INTERFACE)
 target_compile_features(varek_common INTERFACE cxx_std_20)
 # GCC 12 takes a short text assigned to a string for an overlapping copy, hence the one exception.
-target_compile_options(varek_common INTERFACE -Wall -Wextra -Wpedantic -Wno-restrict)
+target_compile_options(varek_common INTERFACE -Wall -Wextra -Wpedantic -Wshadow -Wconversion -Wno-restrict)
 target_compile_definitions(
   varek_common
   INTERFACE QT_NO_CAST_FROM_ASCII

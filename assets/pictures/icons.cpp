@@ -78,7 +78,7 @@ void WriteIcon(QDataStream& file, const std::vector<QByteArray>& pictures) {
     file << kPlanes << kBitsPerPixel << length << offset;
     offset += length;
   }
-  for (const QByteArray& picture : pictures) file.writeRawData(picture.data(), picture.size());
+  for (const QByteArray& picture : pictures) file.device()->write(picture);
 }
 
 void MakeIcon(const std::filesystem::path& path, const Icon& icon) {

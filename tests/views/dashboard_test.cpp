@@ -86,7 +86,7 @@ TEST_F(DashboardTest, NeverCutsThePanel) {
       test::Settle();
       const auto& picture = form.Panel().Picture();
       const SizeClass& sizeClass = ChooseSizeClass(form.Client()->width());
-      const float fit = FitScale(picture.Width(), picture.Height(), sizeClass);
+      const double fit = FitScale(picture.Width(), picture.Height(), sizeClass);
       ASSERT_GE(picture.Width() + 1.0, sizeClass.designWidth * fit) << width << " x " << height;
       ASSERT_GE(picture.Height() + 1.0, sizeClass.designHeight * fit) << width << " x " << height;
     }

@@ -139,13 +139,13 @@ std::vector<Shown> TextsOf(const QWidget* control) {
     AddCells(*view, texts);
   } else if (const auto* box = qobject_cast<const QComboBox*>(control)) {
     AddItems(*box, texts);
-  } else if (const auto* box = qobject_cast<const QLineEdit*>(control)) {
+  } else if (const auto* field = qobject_cast<const QLineEdit*>(control)) {
     QStyleOptionFrame option;
-    option.initFrom(box);
+    option.initFrom(field);
     const int room =
-        box->style()->subElementRect(QStyle::SE_LineEditContents, &option, box).height();
+        field->style()->subElementRect(QStyle::SE_LineEditContents, &option, field).height();
     const QString typed = QString::fromStdString(EventText[0]);
-    texts.push_back({typed, Fits(box->font(), typed, {kWide, room})});
+    texts.push_back({typed, Fits(field->font(), typed, {kWide, room})});
   } else if (const auto* tabs = qobject_cast<const QTabBar*>(control)) {
     for (int i = 0; i < tabs->count(); ++i)
       texts.push_back({tabs->tabText(i), tabs->sizeHint().width() <= tabs->width()});
