@@ -1,14 +1,8 @@
 #include "support/windows.h"
 
-#include <QApplication>
-#include <QKeyEvent>
-#include <QLabel>
-#include <QMouseEvent>
-#include <QWheelEvent>
 #include <filesystem>
 
 #include "platform/time/events.h"
-#include "texts/language.h"
 #include "views/countdown/countdown_window.h"
 #include "views/kit/windows/window_frame.h"
 

@@ -1,14 +1,19 @@
 // What tests of windows share: what a person does with the mouse and the keyboard, and how a test
-// finds what the person sees. Events go to the control itself, so no display is needed.
+// finds what the person sees. Events go to the control itself, so no display is needed. The
+// toolkit's controls and the state come with it.
 #pragma once
 
-#include <QEvent>
-#include <QList>
-#include <QWidget>
+#include <QtWidgets>
 #include <stdexcept>
 #include <string>
 
+#include "core/data_center.h"
+#include "core/error_list.h"
+#include "core/forms.h"
+#include "platform/system/paths.h"
+#include "records/databases.h"
 #include "support/monitor_fixture.h"
+#include "texts/language.h"
 
 namespace varek::test {
 

@@ -26,8 +26,8 @@ TEST_F(LanguageTest, EveryLanguageFillsEveryText) {
     for (size_t i = 0; i < kTextCount; ++i) EXPECT_NE(LangText[i], "") << language << " " << i;
     eventSets.insert(EventText[5]);
     // Pieces that other code builds texts from.
-    EXPECT_EQ(std::ranges::count(LangText[120], '0'), 1) << language;
-    EXPECT_EQ(LangText[217][0], ' ') << language;
+    EXPECT_EQ(std::ranges::count(LangText[texts::kRepeatMonthDay], '0'), 1) << language;
+    EXPECT_EQ(LangText[texts::kLoggedIn][0], ' ') << language;
   }
   EXPECT_EQ(eventSets.size(), 3U);
 }

@@ -4,13 +4,11 @@
 #include <gtest/gtest.h>
 
 #include <QtTest>
-#include <QtWidgets>
+
 #include <cstdio>
 #include <fstream>
 
 #include "app/windows.h"
-#include "core/data_center.h"
-#include "core/forms.h"
 #include "platform/desktop/message_box.h"
 #include "records/shutdown.h"
 #include "records/system_countdown.h"
@@ -18,7 +16,6 @@
 #include "settings/system/system_settings.h"
 #include "support/serial_line.h"
 #include "support/windows.h"
-#include "texts/language.h"
 #include "views/history/save_dialog.h"
 #include "views/kit/windows/message_window.h"
 
@@ -46,7 +43,7 @@ class BoxesTest : private OnDisplay, public test::WindowTest {
     Loadlanguage(1);
     DataCenter.readings.OutputVoltage = 220;
     platform::ReplaceMessageBox(nullptr);
-    DressMessageBoxes([] { return LangText[122]; });
+    DressMessageBoxes([] { return LangText[texts::kOk]; });
     ShowSystemSettings();
   }
 
@@ -71,17 +68,17 @@ class BoxesTest : private OnDisplay, public test::WindowTest {
   static void CancelBothCountdowns() {
     StartSystemShutdown(5);
     StartUPSShutdown(9, kNoRestart);
-    QWidget* system = Titled(213);
+    QWidget* system = Titled(texts::kComputerCountdownCaption);
     Click(system, system->findChild<QPushButton*>());
     EXPECT_TRUE(test::PumpUntil([] { return !SystemCountdown().IsLoaded(); }));
-    QWidget* ups = Titled(214);
+    QWidget* ups = Titled(texts::kUpsCountdownCaption);
     ups->activateWindow();
     EXPECT_TRUE(test::PumpUntil([&] { return ups->isActiveWindow(); }));
     QTest::keyClick(ups->windowHandle(), Qt::Key_Escape);
     EXPECT_TRUE(test::PumpUntil([] { return !UPSCountdown().IsLoaded(); }));
   }
 
-  static QWidget* Settings() { return Titled(248); }
+  static QWidget* Settings() { return Titled(texts::kSettingsCaption); }
 };
 
 TEST_F(BoxesTest, EachKindLeavesBothCountdownsInReachAndGoesWithItsWindow) {

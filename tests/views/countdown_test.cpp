@@ -2,11 +2,9 @@
 // or by Escape, and by nothing else.
 #include <gtest/gtest.h>
 
-#include <QPushButton>
 #include <filesystem>
 #include <utility>
 
-#include "core/data_center.h"
 #include "core/link_record.h"
 #include "records/shutdown.h"
 #include "support/windows.h"

@@ -1,19 +1,16 @@
 // The dashboard's window: its life, and what its parts do when they are used.
 #include "views/dashboard/dashboard.h"
-#include "app/windows.h"
 
 #include <gtest/gtest.h>
 
-#include <QLabel>
 #include <filesystem>
 
-#include "core/data_center.h"
+#include "app/windows.h"
 #include "core/link_record.h"
 #include "platform/errors/runtime_error.h"
 #include "records/events.h"
 #include "settings/about/version_window.h"
 #include "support/windows.h"
-#include "texts/language.h"
 #include "views/kit/controls/picture_button.h"
 #include "views/kit/controls/picture_view.h"
 

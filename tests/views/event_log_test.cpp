@@ -3,18 +3,8 @@
 
 #include <gtest/gtest.h>
 
-#include <QCheckBox>
-#include <QComboBox>
-#include <QLabel>
-#include <QPushButton>
-#include <QTableWidget>
-
-#include "core/error_list.h"
 #include "platform/storage/database.h"
-#include "platform/system/paths.h"
-#include "records/databases.h"
 #include "support/windows.h"
-#include "texts/language.h"
 #include "views/event_log/event_month.h"
 #include "views/kit/calendar/month_grid.h"
 #include "views/kit/controls/bubble.h"
@@ -212,7 +202,7 @@ TEST_F(EventLogTest, ListsTheClickedDayByItsBoxes) {
   language(Form6::kNumber);
   EXPECT_EQ(Column(1)[1], EventText[6]);
   ClickDay(7);
-  EXPECT_NO_THROW(Saying(DayList(), LangText[197]));
+  EXPECT_NO_THROW(Saying(DayList(), LangText[texts::kEventLogNoEvents]));
   Nth<QComboBox>(form, 1).setCurrentIndex(1);
   EXPECT_TRUE(DayList().isHidden());  // It showed a day of January.
 }

@@ -1,20 +1,10 @@
 // The data history: the query that limits make, the result in the grid, and the exported file.
 #include <gtest/gtest.h>
 
-#include <QComboBox>
-#include <QFileDialog>
-#include <QLineEdit>
-#include <QPushButton>
-#include <QTableView>
 #include <filesystem>
 
-#include "core/data_center.h"
-#include "core/error_list.h"
-#include "platform/system/paths.h"
 #include "platform/time/events.h"
-#include "records/databases.h"
 #include "support/windows.h"
-#include "texts/language.h"
 #include "views/history/data_history.h"
 #include "views/history/query_panel.h"
 #include "views/history/rows/history_query.h"
@@ -139,7 +129,7 @@ TEST_F(HistoryTest, ShowsWhatTheQueryFindsAndKeepsItWhenALimitIsRefused) {
     messages.clear();
     Limit(0).setText(QString::fromLatin1(refused));
     Query();
-    EXPECT_EQ(messages, std::vector{LangText[58]}) << refused;
+    EXPECT_EQ(messages, std::vector<std::string>{"A limit is not a valid number."}) << refused;
     EXPECT_EQ(Form().Position(), "[20260310] 1/11");
     EXPECT_EQ(Cell(0, 1).toStdString(), "200");
   }
@@ -152,7 +142,7 @@ TEST_F(HistoryTest, ShowsWhatTheQueryFindsAndKeepsItWhenALimitIsRefused) {
 TEST_F(HistoryTest, ADayWithoutDataIsToldAndLeavesTheOldOne) {
   MonthCalendar& calendar = Form().Calendar();
   test::Click(calendar, calendar.CellRect(CellOfDay(2026, 3, 9)).center());
-  EXPECT_EQ(messages, std::vector{LangText[121] + "!"});
+  EXPECT_EQ(messages, std::vector<std::string>{"No data for this day!"});
   Query();
   EXPECT_EQ(Form().Position(), "[20260310] 1/300");
 
@@ -217,7 +207,7 @@ TEST_F(HistoryTest, AFileThatCannotBeWrittenIsTold) {
     messages.clear();
     fileName = name;
     test::Click(Form().ExportButton());
-    EXPECT_EQ(messages, std::vector{LangText[59]}) << name;
+    EXPECT_EQ(messages, std::vector<std::string>{"The file cannot be opened for writing."}) << name;
     EXPECT_FALSE(Form().IsExporting());
   }
 }
@@ -226,7 +216,7 @@ TEST_F(HistoryTest, RowsThatGoMeanwhileStayBlankAndLeaveNoHalfFile) {
   Query();
   duringExport = [] { Records.data->DeleteTable("20260310"); };
   test::Click(Form().ExportButton());
-  EXPECT_EQ(messages, std::vector{LangText[59]});
+  EXPECT_EQ(messages, std::vector<std::string>{"The file cannot be opened for writing."});
   EXPECT_FALSE(std::filesystem::exists(fileName));
   EXPECT_EQ(Cell(7, 1).toStdString() + Cell(8, 1).toStdString(), "");
 }
