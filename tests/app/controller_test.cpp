@@ -76,6 +76,11 @@ TEST_F(ControllerTest, ThePollsAndSamplesHaveTheirBeats) {
   clock.Advance(20'000);
   EXPECT_EQ(unit.sent.size(), 10U);
   EXPECT_EQ(samples() - before, 20);
+  unit.plugged = false;
+  clock.Advance(20'000);
+  const auto atTheEnd = samples();
+  clock.Advance(5'000);
+  EXPECT_EQ(samples(), atTheEnd) << "none without a link";
 }
 
 TEST_F(ControllerTest, TheStopWritesItsEventBeforeStorageCloses) {
