@@ -95,29 +95,14 @@ TEST_F(DataCenterTest, FahrenheitIsCutAndCelsiusIsNot) {
   EXPECT_FLOAT_EQ(GetTemperature(), 30.15F);
 }
 
-TEST_F(DataCenterTest, AnUnknownLanguageKeepsTheFolder) {
-  SetLanguageIndex(1);
-  EXPECT_EQ(DataCenter.settings.WebLanguageFolder, "httpBig5\\");
-  SetLanguageIndex(2);
-  SetLanguageIndex(7);
-  EXPECT_EQ(DataCenter.settings.WebLanguageFolder, "httpGB232\\");
-  EXPECT_EQ(GetLanguageIndex(), "7");
-}
-
 TEST_F(DataCenterTest, ALostLinkClearsReadingsButNoFlags) {
-  DataCenter.readings.InputVoltage = DataCenter.readings.Frequency =
-      DataCenter.ratings.RatingVoltage = 220;
+  DataCenter.readings.LoadPercent = DataCenter.ratings.RatingCurrent = 5;
   DataCenter.readings.Temperature = 28.5F;
   DataCenter.settings.UseCelsius = kSet;
-  DataCenter.readings.LoadPercent = DataCenter.ratings.RatingCurrent = 5;
   DataCenter.identity.UPSVersion = "V1";
   DataCenter.flags.Utility = DataCenter.flags.UPStype = DataCenter.HasLoad = kSet;
   ClearLiveValues();
-  EXPECT_EQ(DataCenter.readings.InputVoltage + DataCenter.ratings.RatingVoltage + GetLoadPercent() +
-                DataCenter.ratings.RatingCurrent,
-            0);
-  EXPECT_EQ(GetFrequency(), "0");
-  EXPECT_EQ(GetTemperature(), 0);
+  EXPECT_EQ(DataCenter.ratings.RatingCurrent + GetLoadPercent() + GetTemperature(), 0);
   EXPECT_EQ(DataCenter.identity.UPSVersion, "");
   EXPECT_TRUE(DataCenter.flags.Utility && DataCenter.flags.UPStype && DataCenter.HasLoad);
 }

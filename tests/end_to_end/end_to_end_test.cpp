@@ -87,41 +87,6 @@ TEST_F(EndToEnd, TheUPSIsToldBeforeTheMachineGoes) {
   }
 }
 
-/// With no delay the system's end comes within the two seconds in which the UPS is prepared, hence
-/// before the row of the cause; event 9 comes with it and once more with the end of the UPS.
-TEST_F(EndToEnd, ProtectsAsFarAsEnabled) {
-  const struct {
-    const char* order;
-    Settings settings;
-    Types events;
-    Texts commands;
-    size_t shutdowns;
-  } cases[] = {
-      {"mains off", {{51, "9"}, {52, "9"}, {53, "TTFFF"}}, {5, 9, 6, 9}, {"C", "S00"}, 1},
-      {"mains off", {{53, "TFTTT"}}, {6, 5}, {}, 1},
-      {"mains off", {{53, "FTTTT"}}, {6, 9}, {"C", "S00"}, 0},
-      {"batlow on", {{49, "9"}, {50, "9"}, {53, "FFTTF"}}, {5, 9, 7, 9}, {"C", "S00"}, 1},
-      {"batlow on", {{53, "TTTFF"}}, {7, 5}, {}, 1},
-  };
-  for (const auto& c : cases) Install(c.settings).Start();
-  for (size_t i = 0; i < std::size(cases); ++i) {
-    monitors[i].AwaitEvents({1, 3});
-    monitors[i].Order(cases[i].order);
-  }
-  for (size_t i = 0; i < std::size(cases); ++i) {
-    SCOPED_TRACE(i);
-    Types events{1, 3};
-    events.insert(events.end(), cases[i].events.begin(), cases[i].events.end());
-    monitors[i].AwaitEvents(events);
-    monitors[i].AwaitOrders(cases[i].commands);
-    monitors[i].Await("shutdown", [&] { return monitors[i].Shutdowns() >= cases[i].shutdowns; });
-    EXPECT_EQ(monitors[i].Stop(), 0);
-    EXPECT_EQ(monitors[i].Shutdowns(), cases[i].shutdowns);
-    events.push_back(2);
-    EXPECT_EQ(monitors[i].Events(), events);
-  }
-}
-
 TEST_F(EndToEnd, ProtectsWithoutItsRecords) {
   using Spoil = void (*)(const std::string& path);
   constexpr Spoil kSpoils[] = {
@@ -186,14 +151,18 @@ std::string EventName(int type, int language) {
 /// What the settings hold in a text line: whatever a shell or a careless hand would change.
 std::string Field(size_t line) { return " " + std::to_string(line) + " \"$HOME\" `id` *\\é管 "; }
 
-Settings MessageSettings(int language, bool web, const std::string& port) {
-  Settings settings{{6, port},
-                    {7, web ? "T" : "F"},
-                    {11, std::to_string(language)},
-                    {12, "TTFTFTFTFFTF"},
-                    {31, "FTTFFTTFFTFF"},
-                    {32, " 1 "},
-                    {53, "FFFFT"}};
+/// A unit in trouble reports in this language, with the address of the console where it is on.
+struct Report {
+  int language;
+  bool web;
+  std::string port = std::to_string(10000 + getpid() % 20000 + language);
+};
+
+Settings MessageSettings(const Report& report) {
+  Settings settings{
+      {6, report.port},     {7, report.web ? "T" : "F"}, {11, std::to_string(report.language)},
+      {12, "TTFTFTFTFFTF"}, {31, "FTTFFTTFFTFF"},        {32, " 1 "},
+      {53, "FFFFT"}};
   for (size_t line = 13; line <= 48; ++line) settings.emplace(line, Field(line));
   settings[19] = "";
   return settings;
@@ -206,16 +175,17 @@ std::string Bracketed(const Texts& fields) {
 }
 
 /// One event of each kind but 5, 9 and 12; in alphabetical order.
-std::vector<Texts> ExpectedCalls(int language, bool web, const std::string& port) {
+std::vector<Texts> ExpectedCalls(const Report& report) {
   const std::string link =
-      "\r\n\r\n http://" + platform::LocalAddress() + ":" + port + "/index.htm";
-  const std::string number = std::to_string(language);
+      "\r\n\r\n http://" + platform::LocalAddress() + ":" + report.port + "/index.htm";
+  const std::string number = std::to_string(report.language);
   std::vector<Texts> calls{{"ShowAutoSave"}};
-  for (int type : {6, 7, 10, 11}) calls.push_back({"alert", "UPS" + EventName(type, language)});
+  for (int type : {6, 7, 10, 11})
+    calls.push_back({"alert", "UPS" + EventName(type, report.language)});
   for (int type : {1, 2, 4, 6, 8, 11}) {
-    const std::string body = (type == 1 ? "" : Field(18 + type)) + (web ? link : "");
+    const std::string body = (type == 1 ? "" : Field(18 + type)) + (report.web ? link : "");
     calls.push_back({"mailto", Bracketed({Field(13), Field(14), Field(15), Field(16), Field(17),
-                                          EventName(type, language), body, "F", number})});
+                                          EventName(type, report.language), body, "F", number})});
   }
   for (int type : {2, 3, 6, 7, 10}) {
     calls.push_back({"SMSTO", Bracketed({"1", Field(33), Field(34), Field(35), Field(36 + type),
@@ -226,31 +196,22 @@ std::vector<Texts> ExpectedCalls(int language, bool web, const std::string& port
 }
 
 TEST_F(EndToEnd, MessagesReachTheSidecarsByteForByte) {
-  const auto language = [](size_t i) { return static_cast<int>(i / 2); };
-  const auto web = [](size_t i) { return i % 2 == 1; };
-  const auto port = [](size_t i) { return std::to_string(10000 + (getpid() * 6 + i) % 20000); };
-  for (size_t i = 0; i < 6; ++i) Install(MessageSettings(language(i), web(i), port(i))).Start();
-  for (Monitor& monitor : monitors) {
+  for (const Report& report : {Report{0, false}, Report{1, true}}) {
+    Monitor& monitor = Install(MessageSettings(report));
+    monitor.Start();
     monitor.AwaitEvents({1, 3});
     for (const char* order : {"load 101", "fault on", "batlow on", "mains off"}) {
       monitor.Order(order);
     }
-  }
-  for (Monitor& monitor : monitors) {
     monitor.AwaitEventCount(6);
     monitor.Order("mains on");
-  }
-  for (Monitor& monitor : monitors) {
     monitor.AwaitEventCount(7);
     monitor.Order("silent on");
-  }
-  for (size_t i = 0; i < monitors.size(); ++i) {
-    monitors[i].AwaitEventCount(8);
-    EXPECT_EQ(monitors[i].Stop(), 0);
-    const auto expected = ExpectedCalls(language(i), web(i), port(i));
-    const auto arrived = [&] { return monitors[i].Calls().size() >= expected.size(); };
-    monitors[i].Await("the messages", arrived);
-    std::vector<Texts> calls = monitors[i].Calls();
+    monitor.AwaitEventCount(8);
+    EXPECT_EQ(monitor.Stop(), 0);
+    const auto expected = ExpectedCalls(report);
+    monitor.Await("the messages", [&] { return monitor.Calls().size() >= expected.size(); });
+    std::vector<Texts> calls = monitor.Calls();
     std::ranges::sort(calls);
     EXPECT_EQ(calls, expected);
   }

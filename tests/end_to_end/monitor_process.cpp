@@ -241,14 +241,11 @@ std::vector<int> Monitor::Events() const {
   return types;
 }
 
-Texts Monitor::SampleTables() const {
-  return Query("data.mdb", "SELECT name FROM sqlite_master WHERE type='table' ORDER BY name");
-}
-
-Texts Monitor::Samples(const std::string& columns) const {
+Texts Monitor::Samples() const {
   Texts samples;
-  for (const std::string& table : SampleTables()) {
-    std::ranges::copy(Query("data.mdb", "SELECT " + columns + " FROM \"" + table + "\""),
+  for (const std::string& table :
+       Query("data.mdb", "SELECT name FROM sqlite_master WHERE type='table' ORDER BY name")) {
+    std::ranges::copy(Query("data.mdb", "SELECT * FROM \"" + table + "\""),
                       std::back_inserter(samples));
   }
   return samples;

@@ -89,9 +89,8 @@ class Monitor final {
   /// How often the system was shut down.
   size_t Shutdowns() const;
   std::vector<int> Events() const;
-  Texts SampleTables() const;
   /// The samples of all days in their order.
-  Texts Samples(const std::string& columns = "*") const;
+  Texts Samples() const;
   /// What a query gives on a connection of its own, fields separated by "|".
   Texts Query(const std::string& database, const std::string& query) const;
 

@@ -6,6 +6,7 @@
 #include "core/link_record.h"
 #include "records/databases.h"
 #include "records/system_countdown.h"
+#include "records/ups_countdown.h"
 #include "support/monitor_fixture.h"
 #include "texts/language.h"
 
@@ -102,6 +103,32 @@ TEST_F(EventsTest, BatteryThatRecoversWithoutMainsCancelsNothing) {
   EXPECT_FALSE(SystemCountdown().IsLoaded());
   EXPECT_EQ(Link.PendingCommand, "C");
   EXPECT_EQ(EventRows(), (Rows{6, 7, 7, 8}));
+}
+
+TEST_F(EventsTest, EachSwitchStartsItsOwnCountdown) {
+  DataCenter.readings.OutputVoltage = 220;
+  Settings& settings = DataCenter.settings;
+  Flag &mainsFailed = DataCenter.flags.Utility, &batteryLow = DataCenter.flags.BatLow;
+  const struct {
+    Flag& enabled;
+    Flag& cause;
+    bool system;
+  } cases[] = {{settings.PowerFailSystemEnable, mainsFailed, true},
+               {settings.PowerFailUPSEnable, mainsFailed, false},
+               {settings.BatLowSystemEnable, batteryLow, true},
+               {settings.BatLowUPSEnable, batteryLow, false}};
+  for (const auto& c : cases) {
+    c.enabled = kSet;
+    for (Flag* cause : {&mainsFailed, &batteryLow}) {
+      *cause = kSet;
+      CheckUPSEvents();
+      EXPECT_EQ(SystemCountdown().IsLoaded(), c.system && cause == &c.cause);
+      EXPECT_EQ(UPSCountdown().IsLoaded(), !c.system && cause == &c.cause);
+      *cause = kClear;
+      CheckUPSEvents();
+    }
+    c.enabled = kClear;
+  }
 }
 
 TEST_F(EventsTest, BatteryLowThatEndsOnMainsCancels) {
