@@ -2,6 +2,7 @@
 
 #include <cmath>
 
+#include "core/temperature.h"
 #include "platform/text/text.h"
 #include "platform/time/clock.h"
 
@@ -50,7 +51,7 @@ std::string GetFrequency() { return platform::SingleText(DataCenter.readings.Fre
 
 float GetTemperature() {
   if (DataCenter.settings.UseCelsius) return DataCenter.readings.Temperature;
-  return static_cast<float>(std::trunc((DataCenter.readings.Temperature * 1.8 + 32) * 10) / 10);
+  return static_cast<float>(std::trunc(Fahrenheit(DataCenter.readings.Temperature) * 10) / 10);
 }
 
 std::string GetTodayText() { return platform::FormatDayName(platform::Now()); }

@@ -11,6 +11,7 @@
 #include "platform/time/clock.h"
 #include "records/clock_jump.h"
 #include "records/recording.h"
+#include "records/sample_columns.h"
 
 namespace varek {
 
@@ -19,7 +20,6 @@ OpenRecords Records;
 namespace {
 
 using platform::Database;
-using platform::FieldType;
 using platform::Recordset;
 using platform::ZeroPadded;
 
@@ -29,17 +29,10 @@ ClockJump clockJump;
 /// The day whose purge is due, "yyyymmdd", or nothing.
 std::string purgeFor;
 
-/// The table of a day. Readers address the columns by these very names and by their order; the
-/// misspelling belongs to the name.
 platform::TableDef DayTable(const std::string& name) {
-  return {name,
-          {{"date", FieldType::Date},
-           {"Input voltage", FieldType::Single},
-           {"Output voltage", FieldType::Single},
-           {"Load", FieldType::Byte},
-           {"Frequency", FieldType::Single},
-           {"Battery capacious", FieldType::Byte},
-           {"Temperature", FieldType::Single}}};
+  platform::TableDef table{name, {}};
+  for (const SampleField& field : kSampleFields) table.fields.push_back({field.name, field.type});
+  return table;
 }
 
 /// The first day that is kept, by year, month and day arithmetic alone.
@@ -147,13 +140,13 @@ void FollowDate() {
 
 void WriteSample(Recordset& samples) {
   samples.AddNew();
-  samples.Set(0, platform::FormatTime(platform::Now()));
-  samples.Set(1, DataCenter.readings.InputVoltage);
-  samples.Set(2, DataCenter.readings.OutputVoltage);
-  samples.Set(3, int64_t{DataCenter.readings.LoadPercent});
-  samples.Set(4, DataCenter.readings.Frequency);
-  samples.Set(5, int64_t{BatteryPercent(DataCenter.readings.BatteryVoltage)});
-  samples.Set(6, DataCenter.readings.Temperature);
+  samples.Set(kTimeColumn, platform::FormatTime(platform::Now()));
+  samples.Set(kInputColumn, DataCenter.readings.InputVoltage);
+  samples.Set(kOutputColumn, DataCenter.readings.OutputVoltage);
+  samples.Set(kLoadColumn, int64_t{DataCenter.readings.LoadPercent});
+  samples.Set(kFrequencyColumn, DataCenter.readings.Frequency);
+  samples.Set(kBatteryColumn, int64_t{BatteryPercent(DataCenter.readings.BatteryVoltage)});
+  samples.Set(kTemperatureColumn, DataCenter.readings.Temperature);
   samples.Update();
 }
 

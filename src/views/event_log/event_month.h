@@ -24,9 +24,6 @@ struct LoggedEvent {
   int16_t type;      ///< as stored; from 1 to 12 in sound data
 };
 
-/// The query for the events of a month, from its first midnight to the next month's.
-std::string EventMonthQuery(int year, int month);
-
 class EventMonth final {
  public:
   /// Rebuilds the store from the event file. Where the load fails, or a day has too many events, it

@@ -2,7 +2,6 @@
 
 #include <algorithm>
 
-#include "core/data_center.h"
 #include "platform/errors/runtime_error.h"
 #include "platform/system/paths.h"
 #include "platform/text/text.h"
@@ -15,7 +14,6 @@ namespace {
 
 using platform::Database;
 using platform::Recordset;
-using platform::Value;
 using platform::ValueNumber;
 using platform::ValueText;
 
@@ -35,16 +33,10 @@ size_t IndexOf(const std::string& time, const TimeOfDay& start) {
   throw platform::RuntimeError(platform::errors::kSubscript, "sample outside the hour: " + time);
 }
 
-float SampleValue(int column, const Value& value) {
-  const double number = ValueNumber(value);
-  const bool fahrenheit = column == kTemperatureColumn && !DataCenter.settings.UseCelsius;
-  return static_cast<float>(fahrenheit ? number * 1.8 + 32 : number);
-}
-
 void StoreRow(Recordset& rows, const TimeOfDay& start, HourSamples& samples) {
   const size_t index = IndexOf(ValueText(rows.Get(kTimeColumn)), start);
   for (int column = kInputColumn; column <= kTemperatureColumn; ++column) {
-    samples.series[column - 1U][index] = SampleValue(column, rows.Get(column));
+    samples.series[column - 1U][index] = ShownValue(column, ValueNumber(rows.Get(column)));
   }
 }
 
@@ -76,8 +68,7 @@ TimeOfDay SplitTime(const std::string& time) {
 std::unique_ptr<Recordset> OpenWindow(const SampleWindow& window) {
   Database database(platform::ProgramPath(kDataFile), platform::Access::ReadOnly);
   database.BeginReading();
-  const std::string column =
-      database.OpenRecordset("Select * From [" + window.table + "] Where 1 = 0")->FieldName(0);
+  const std::string column = TimeColumnName(database, window.table);
   return database.OpenRecordset("Select *  From  [" + window.table + "] Where  " + column + "> #" +
                                 window.start + "# And " + column + "< #" + window.end + "#");
 }

@@ -8,6 +8,7 @@
 #include <string>
 
 #include "platform/storage/database.h"
+#include "records/sample_columns.h"
 
 namespace varek {
 
@@ -35,17 +36,6 @@ struct TimeOfDay {
 /// The parts of "hh:mm:ss".
 TimeOfDay SplitTime(const std::string& time);
 
-/// Columns of a day's table.
-enum SampleColumn {
-  kTimeColumn,
-  kInputColumn,
-  kOutputColumn,
-  kLoadColumn,
-  kFrequencyColumn,
-  kBatteryColumn,
-  kTemperatureColumn
-};
-
 /// The rows of a window. Throws RuntimeError 3078 when the day has no table and 3075 when a time
 /// does not exist.
 std::unique_ptr<platform::Recordset> OpenWindow(const SampleWindow& window);
@@ -58,7 +48,7 @@ using ChartSeries = std::array<float, kLastSecond + 1>;
 
 struct HourSamples {
   int64_t rows = 0;
-  std::array<ChartSeries, kTemperatureColumn> series;
+  std::array<ChartSeries, kMeasureCount> series;
 
   const ChartSeries& Of(SampleColumn column) const { return series[column - 1U]; }
 };

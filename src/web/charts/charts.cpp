@@ -26,8 +26,8 @@ constexpr int kTemperatureKind = 2;
 constexpr int16_t kLeastScale = 20;
 
 /// By column less one.
-using SeriesShown = std::bitset<kTemperatureColumn>;
-constexpr std::array<platform::Color, kTemperatureColumn> kCurveColors{
+using SeriesShown = std::bitset<kMeasureCount>;
+constexpr std::array<platform::Color, kMeasureCount> kCurveColors{
     {{0, 0, 255}, {0, 255, 0}, {255, 0, 0}, {0, 0, 0}, {0, 255, 255}, {255, 0, 255}}};
 
 void ShowTimes(const SampleWindow& window) {
@@ -62,9 +62,7 @@ void DrawSmallChart(const ChartSeries& series, platform::Color color, const Time
 }
 
 bool IsDrawn(int column, const SeriesShown& shown) {
-  if (column == kLoadColumn && !DataCenter.HasLoad) return false;
-  if (column == kTemperatureColumn && !DataCenter.HasTemperature) return false;
-  return shown[column - 1U];
+  return IsMeasured(column) && shown[column - 1U];
 }
 
 /// The measures that are chosen make the scale, drawn or not.

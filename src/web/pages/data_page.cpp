@@ -2,9 +2,9 @@
 
 #include <memory>
 
-#include "core/data_center.h"
 #include "platform/storage/database.h"
 #include "records/databases.h"
+#include "records/sample_columns.h"
 #include "web/charts/chart_samples.h"
 #include "web/pages/month_page.h"
 #include "web/pages/page_files.h"
@@ -19,18 +19,11 @@ using platform::Recordset;
 constexpr char kPage[] = "Mundata.htm";
 constexpr char kNoData[] = "<td>NO DATA</td>\r\n";
 
-/// What the unit does not measure has no column.
-bool IsShown(int column) {
-  if (column == kLoadColumn) return DataCenter.HasLoad;
-  if (column == kTemperatureColumn) return DataCenter.HasTemperature;
-  return true;
-}
-
 /// Values as they are stored, so temperatures are in Celsius whatever the display unit.
 std::string SampleRow(Recordset& rows) {
   std::string row = "<tr>";
   for (int column = 0; column < rows.FieldCount(); ++column) {
-    if (IsShown(column)) row += "<td>" + platform::ValueText(rows.Get(column)) + "</td>";
+    if (IsMeasured(column)) row += "<td>" + platform::ValueText(rows.Get(column)) + "</td>";
   }
   return row + "</tr>\r\n";
 }

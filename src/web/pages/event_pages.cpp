@@ -7,9 +7,8 @@
 #include "core/data_center.h"
 #include "platform/errors/runtime_error.h"
 #include "platform/storage/database.h"
-#include "platform/system/paths.h"
-#include "platform/text/text.h"
 #include "records/databases.h"
+#include "records/event_file.h"
 #include "texts/language.h"
 #include "web/pages/month_page.h"
 #include "web/pages/page_files.h"
@@ -28,10 +27,6 @@ constexpr size_t kPicturesInLine = 4;
 /// The kinds of events of each day of a month.
 using MonthEvents = std::array<std::bitset<kEventCount>, 31>;
 
-platform::Database OpenEvents() {
-  return platform::Database(platform::ProgramPath(kEventFile), platform::Access::ReadOnly);
-}
-
 /// Position of an event's kind in the tables of kinds, from 0.
 size_t KindIndex(const platform::Value& type) {
   const double number = platform::ValueNumber(type);
@@ -39,26 +34,12 @@ size_t KindIndex(const platform::Value& type) {
   throw platform::RuntimeError(platform::errors::kSubscript, "no such event");
 }
 
-std::string MonthQuery(int year, int month) {
-  const std::string first = std::to_string(year) + "/" + std::to_string(month) + "/01#";
-  const std::string next = month == 12
-                               ? std::to_string(year + 1) + "/01/01#"
-                               : std::to_string(year) + "/" + std::to_string(month + 1) + "/01#";
-  return "Select *  From [allevent] Where  [DateANDTime] >= #" + first + " AND  [DateANDTime] < #" +
-         next;
-}
-
-/// Day of a stored moment, "yyyy-mm-dd hh:mm:ss".
-size_t DayOf(const std::string& moment) {
-  return static_cast<size_t>(platform::LenientNumber(platform::Middle(moment, 9, 2)));
-}
-
 MonthEvents reloadmon1(int year, int month) {
   MonthEvents events;
-  const auto rows = OpenEvents().OpenRecordset(MonthQuery(year, month));
+  const auto rows = EventsOfMonth(year, month);
   for (; !rows->Eof(); rows->MoveNext()) {
-    const size_t day = DayOf(ValueText(rows->Get(kEventTime)));
-    events.at(day - 1).set(KindIndex(rows->Get("type")));
+    const size_t day = DayIndex(ValueText(rows->Get(kEventTime)));
+    events.at(day).set(KindIndex(rows->Get(kEventType)));
   }
   return events;
 }
@@ -88,7 +69,7 @@ std::string KindQuery(int mask) {
 }
 
 std::unique_ptr<Recordset> EventsOfDay(const PageDate& date, int mask) {
-  platform::Database database = OpenEvents();
+  platform::Database database = OpenEventsForReading();
   const std::string query = KindQuery(mask);
   const std::string column = database.OpenRecordset(query)->FieldName(0);
   const std::string day =
@@ -97,18 +78,12 @@ std::unique_ptr<Recordset> EventsOfDay(const PageDate& date, int mask) {
                                 column + "]< #" + day + " 23:59:59#");
 }
 
-/// "yyyy/mm/dd hh:mm:ss" of a moment stored as "yyyy-mm-dd hh:mm:ss".
-std::string ShownMoment(std::string stored) {
-  std::ranges::replace(stored, '-', '/');
-  return stored;
-}
-
 std::string EventRows(Recordset& events) {
   if (events.RecordCount() == 0) return std::string("<td>NO DATA</td>") + kLineEnd;
   std::string rows;
   for (; !events.Eof(); events.MoveNext()) {
     rows += "<tr><td>" + ShownMoment(ValueText(events.Get(0))) + "</td><td>" +
-            EventText[KindIndex(events.Get("type"))] + "</td></tr>" + kLineEnd;
+            EventText[KindIndex(events.Get(kEventType))] + "</td></tr>" + kLineEnd;
   }
   return rows;
 }
@@ -147,7 +122,7 @@ void EventDayRequest(const std::string& value) {
 void getFiveEvent() {
   std::ranges::fill(FiveEventText, "");
   std::ranges::fill(FiveEventTime, "");
-  const auto events = OpenEvents().OpenRecordset(kEventTable);
+  const auto events = OpenEventsForReading().OpenRecordset(kEventTable);
   if (events->RecordCount() == 0) return;
   events->MoveLast();
   for (size_t i = 0; i < std::size(FiveEventText) && !events->Bof(); ++i) {
