@@ -64,8 +64,8 @@ class FullDay {
     varek::Loadlanguage(0);
     varek::OpenDatabases();
     FillToday();
-    varek::DataCenter.HasLoad = kSet;
-    varek::DataCenter.HasTemperature = kSet;
+    varek::DataCenter.HasLoad = varek::kSet;
+    varek::DataCenter.HasTemperature = varek::kSet;
     varek::ReplaceSaveDialog(
         [this](const varek::SaveQuestion&) { return (path_ / "day.csv").string(); });
     varek::ShowDataHistory();

@@ -51,7 +51,7 @@ BENCHMARK(AddOneSample)->Unit(benchmark::kMicrosecond);
 
 void CheckEventsOfAQuietSecond(benchmark::State& state) {
   const MemoryFolder folder;
-  varek::DataCenter.IsConnect = kSet;
+  varek::DataCenter.IsConnect = varek::kSet;
   for (auto _ : state) varek::CheckUPSEvents();
 }
 BENCHMARK(CheckEventsOfAQuietSecond);
