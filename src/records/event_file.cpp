@@ -17,8 +17,9 @@ std::string FirstDayOf(int year, int month) {
 std::string MonthQuery(int year, int month) {
   const std::string next =
       month == 12 ? std::to_string(year + 1) + "/01/01#" : FirstDayOf(year, month + 1);
-  return "Select *  From [allevent] Where  [DateANDTime] >= #" + FirstDayOf(year, month) +
-         " AND  [DateANDTime] < #" + next;
+  const std::string time = std::string("[") + kEventTime + "]";
+  return std::string("Select *  From [") + kEventTable + "] Where  " + time + " >= #" +
+         FirstDayOf(year, month) + " AND  " + time + " < #" + next;
 }
 
 }  // namespace
