@@ -17,11 +17,12 @@
 #include "platform/toolkit/application.h"
 #include "records/databases.h"
 #include "texts/language.h"
-#include "web/charts/charts.h"
+#include "web/pages/chart_pages.h"
 #include "web/pages/data_page.h"
 #include "web/pages/event_pages.h"
 #include "web/pages/page_files.h"
 #include "web/pages/schedule_pages.h"
+#include "web/server/template_engine.h"
 
 namespace {
 
@@ -51,8 +52,8 @@ class MemoryFolder {
     platform::SetProgramFolder(path_.string());
     varek::SetLanguageIndex(0);
     varek::Loadlanguage(0);
-    varek::DataCenter.HasTemperature = kSet;
-    varek::DataCenter.HasLoad = kSet;
+    varek::DataCenter.HasTemperature = varek::kSet;
+    varek::DataCenter.HasLoad = varek::kSet;
     varek::OpenDatabases();
     FillDay();
     FillMonths();
@@ -124,13 +125,15 @@ const MemoryFolder& Folder() {
 
 void StatusPageWithBothCharts(benchmark::State& state) {
   const std::string page = Folder().Page("status.htm");
-  for (auto _ : state) varek::ReadPage(page);
+  varek::PageValues values;
+  for (auto _ : state) varek::ReadPage(page, values);
 }
 BENCHMARK(StatusPageWithBothCharts)->Unit(benchmark::kMillisecond);
 
 void ChartOfAnHour(benchmark::State& state) {
   Folder();
-  for (auto _ : state) varek::ChartRequest("2026%2F3%2F10+20+63");
+  varek::PageValues values;
+  for (auto _ : state) varek::ChartRequest("2026%2F3%2F10+20+63", values);
 }
 BENCHMARK(ChartOfAnHour)->Unit(benchmark::kMillisecond);
 

@@ -2,7 +2,7 @@
 #include <iostream>
 #include <string>
 
-#include "web/pages/hash.h"
+#include "web/session/hash.h"
 
 int main() {
   for (std::string line; std::getline(std::cin, line);) std::cout << varek::Hash(line) << '\n';

@@ -1,7 +1,7 @@
 // The charts, pixel by pixel, drawn from real tables and read back from the files that a browser
 // would fetch.
 
-#include "web/charts/charts.h"
+#include "web/pages/chart_pages.h"
 
 #include <filesystem>
 
@@ -13,7 +13,6 @@
 #include "records/databases.h"
 #include "support/monitor_fixture.h"
 #include "texts/language.h"
-#include "web/pages/page_files.h"
 
 namespace varek {
 namespace {
@@ -21,6 +20,7 @@ namespace {
 using platform::Color;
 using platform::Surface;
 
+constexpr LastHourChart kBoth[] = {LastHourChart::Battery, LastHourChart::Temperature};
 constexpr Color kWhite{255, 255, 255}, kGrid{30, 30, 80}, kBattery{255, 0, 64};
 
 struct Row {
@@ -57,13 +57,15 @@ class ChartsTest : public test::MonitorTest {
   Color Plot(const std::string& name, int x, int y) const {
     return Picture(name).Pixel(20 + x, 5 + y);
   }
+
+  PageValues values;
 };
 
 TEST_F(ChartsTest, AnEmptyHourShowsGridFrameAndLabels) {
   Day({2026, 3, 10, 12, 30, 15}, {});
-  makepic(1);
-  EXPECT_EQ(ChartStartTime, "11:30:15");
-  EXPECT_EQ(ChartEndTime, "12:30:15");
+  makepic(LastHourChart::Battery, values);
+  EXPECT_EQ(values.ChartStartTime, "11:30:15");
+  EXPECT_EQ(values.ChartEndTime, "12:30:15");
   Surface labels(220, 145);
   labels.Clear(kWhite);
   labels.SetTextSize(9);
@@ -94,7 +96,7 @@ TEST_F(ChartsTest, TenMissingSecondsAreBridgedElevenAreNot) {
   Day({2026, 3, 10, 12, 0, 0},
       {BatteryRow("11:16:40", 10), BatteryRow("11:16:51", 10), BatteryRow("11:33:20", 10),
        BatteryRow("11:33:32", 10), BatteryRow("11:50:00", 0), BatteryRow("11:50:01", 10)});
-  makepic(1);
+  makepic(LastHourChart::Battery, values);
   for (int y = 78; y <= 81; ++y) {
     EXPECT_EQ(Plot("bettery.bmp", 50, y) == kBattery, y == 79 || y == 80);
     EXPECT_NE(Plot("bettery.bmp", 100, y), kBattery);
@@ -105,9 +107,9 @@ TEST_F(ChartsTest, TenMissingSecondsAreBridgedElevenAreNot) {
 TEST_F(ChartsTest, TheFirstHourOfADayBeginsAtMidnight) {
   Day({2026, 3, 9, 23, 59, 59}, {BatteryRow("23:40:00", 90)});
   Day({2026, 3, 10, 0, 30, 0}, {BatteryRow("00:10:01", 10), BatteryRow("00:10:02", 10)});
-  makepic(1);
-  EXPECT_EQ(ChartStartTime, "00:00:01");
-  EXPECT_EQ(ChartEndTime, "00:30:00");
+  makepic(LastHourChart::Battery, values);
+  EXPECT_EQ(values.ChartStartTime, "00:00:01");
+  EXPECT_EQ(values.ChartEndTime, "00:30:00");
   EXPECT_EQ(Plot("bettery.bmp", 30, 80), kBattery);  // 90 % would have made the scale 110
 }
 
@@ -115,28 +117,28 @@ TEST_F(ChartsTest, TheTemperatureFollowsUnitAndSensor) {
   Day({2026, 3, 10, 12, 0, 0},
       {{"11:10:00", {0, 0, 0, 0, 0, 30}}, {"11:10:01", {0, 0, 0, 0, 0, 30}}});
   DataCenter.HasTemperature = kSet;
-  makepic(2);
+  makepic(LastHourChart::Temperature, values);
   EXPECT_EQ(Plot("temperature.bmp", 30, 48), (Color{255, 12, 12}));  // 30 of 50
   DataCenter.settings.UseCelsius = kClear;
-  makepic(2);
+  makepic(LastHourChart::Temperature, values);
   EXPECT_EQ(Plot("temperature.bmp", 30, 22), (Color{255, 12, 12}));  // 86 of 106
   DataCenter.HasTemperature = kClear;
-  makepic(2);
+  makepic(LastHourChart::Temperature, values);
   const Surface none = Picture("temperature.bmp");
   EXPECT_EQ(none.Width(), 220);
   EXPECT_NE(none.Pixel(100, 20), kWhite);
 }
 
 TEST_F(ChartsTest, EveryPageReadsTheHourAnew) {
-  makepic(1);  // no table yet
-  EXPECT_EQ(ChartStartTime, "11:00:00");
+  makepic(LastHourChart::Battery, values);  // no table yet
+  EXPECT_EQ(values.ChartStartTime, "11:00:00");
   EXPECT_FALSE(platform::IsFile(File("bettery.bmp")));
   Day({2026, 3, 10, 12, 0, 0}, {});
   DataCenter.HasTemperature = kSet;
-  for (int kind : {1, 2}) makepic(kind);
+  for (const auto chart : kBoth) makepic(chart, values);
   Day({2026, 3, 10, 12, 0, 3},
       {{"12:00:01", {0, 0, 0, 0, 0, 40}}, {"12:00:02", {0, 0, 0, 0, 0, 40}}});
-  for (int kind : {1, 2}) makepic(kind);
+  for (const auto chart : kBoth) makepic(chart, values);
   EXPECT_EQ(Plot("temperature.bmp", 179, 40), (Color{255, 12, 12}));
 }
 
@@ -147,49 +149,49 @@ TEST_F(ChartsTest, AChosenHourShowsTheChosenMeasures) {
       {{"19:10:02", {30, 40, 150, 50, 60, 70}}, {"19:10:03", {30, 40, 150, 50, 60, 70}}});
   const Color colors[] = {{0, 0, 255}, {0, 255, 0},   {255, 0, 0},
                           {0, 0, 0},   {0, 255, 255}, {255, 0, 255}};
-  const int values[] = {30, 40, 150, 50, 60, 70};
+  const int measures[] = {30, 40, 150, 50, 60, 70};
   // Each alone and with all the others, which make the scale drawn or not. 601 seconds lie at 60.
   for (const bool sensors : {true, false}) {
     DataCenter.HasLoad = ToFlag(sensors);
     DataCenter.HasTemperature = ToFlag(sensors);
     for (int bit = 0; bit < 6; ++bit) {
       for (const int mask : {1 << bit, 63}) {
-        ChartRequest(kHour + std::string("19+") + std::to_string(mask) + "&B1=x");
-        const double scale = mask == 63 ? 170 : values[bit] + 20;
-        const int y = static_cast<int>(250 - values[bit] * 250 / scale);
+        ChartRequest(kHour + std::string("19+") + std::to_string(mask) + "&B1=x", values);
+        const double scale = mask == 63 ? 170 : measures[bit] + 20;
+        const int y = static_cast<int>(250 - measures[bit] * 250 / scale);
         const bool drawn = sensors || (bit != 2 && bit != 5);
         EXPECT_EQ(Plot("chart.bmp", 60, y) == colors[bit], drawn) << bit << " " << mask;
       }
     }
   }
-  ChartRequest(kHour + std::string("19+0"));
+  ChartRequest(kHour + std::string("19+0"), values);
   for (const auto& [x, y] : {std::pair(0, 10), {29, 10}, {359, 10}, {10, 0}, {10, 24}, {10, 249}}) {
     EXPECT_EQ(Plot("chart.bmp", x, y), kGrid) << x << "," << y;
   }
   for (int x = 30; x < 59; ++x) EXPECT_EQ(Plot("chart.bmp", x, 10), kWhite) << x;
   EXPECT_EQ(Picture("chart.bmp").Pixel(380, 255), kWhite);
-  EXPECT_EQ(ChartEndTime, "20:00:01");
+  EXPECT_EQ(values.ChartEndTime, "20:00:01");
 }
 
 TEST_F(ChartsTest, AnHourWithoutSamplesOrWithWrongOnesLeavesTheFile) {
   Day({2026, 3, 10, 23, 0, 0}, {BatteryRow("10:00:01", 10), BatteryRow("11:00:01", 10)});
   for (const char* value : {"", "2026", "2026%2F3", "2026%2F3%2F10", "2026%2F3%2F10+12"}) {
-    ChartRequest(value);
+    ChartRequest(value, values);
   }
-  ChartRequest(kHour + std::string("10+16"));  // both ends of the hour are left out
+  ChartRequest(kHour + std::string("10+16"), values);  // both ends of the hour are left out
   EXPECT_FALSE(platform::IsFile(File("chart.bmp")));
   Day({2026, 3, 10, 23, 0, 0}, {BatteryRow("2026-03-10 05:00:00", 10)});
-  EXPECT_THROW(ChartRequest(kHour + std::string("19+16")), platform::RuntimeError);
-  EXPECT_THROW(ChartRequest(kHour + std::string("25+16")), platform::RuntimeError);
+  EXPECT_THROW(ChartRequest(kHour + std::string("19+16"), values), platform::RuntimeError);
+  EXPECT_THROW(ChartRequest(kHour + std::string("25+16"), values), platform::RuntimeError);
   EXPECT_FALSE(platform::IsFile(File("chart.bmp")));
   Day({2026, 3, 10, 23, 59, 59}, {BatteryRow("23:59:58", 10), BatteryRow("23:59:59", 90)});
-  ChartRequest(kHour + std::string("23+16"));
-  EXPECT_EQ(ChartEndTime, "23:59:59");
+  ChartRequest(kHour + std::string("23+16"), values);
+  EXPECT_EQ(values.ChartEndTime, "23:59:59");
 }
 
 TEST_F(ChartsTest, ADayWithoutATableSaysSoInAWindowsBitmap) {
   ASSERT_TRUE(OpenDatabases());
-  ChartRequest("2026%2F3%2F9+12+63");
+  ChartRequest("2026%2F3%2F9+12+63", values);
   const std::string bytes = platform::ReadWholeFile(File("chart.bmp"));
   EXPECT_EQ(bytes.substr(0, 2), "BM");
   // Offset of the pixels, size of the newer header, 385 by 270, one plane.

@@ -1,6 +1,6 @@
 // The one-block hash and the keys and tokens made with it.
 
-#include "web/pages/hash.h"
+#include "web/session/hash.h"
 
 #include <gtest/gtest.h>
 
@@ -9,7 +9,7 @@
 
 #include "core/data_center.h"
 #include "platform/errors/runtime_error.h"
-#include "web/pages/session.h"
+#include "web/session/session.h"
 
 namespace varek {
 namespace {

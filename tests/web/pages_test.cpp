@@ -261,19 +261,20 @@ TEST_F(PagesTest, ADayListsTheChosenKinds) {
 
 TEST_F(PagesTest, TheFiveNewestEventsComeNewestFirst) {
   AddRows(kEventTable, {{"2026/3/10 01:00:00", "1"}, {"2026/3/10 02:00:00", "2"}});
-  FiveEventText[4] = "old";
-  getFiveEvent();
-  EXPECT_EQ(FiveEventText[0], EventText[1]);
-  EXPECT_EQ(FiveEventTime[1], "2026-03-10 01:00:00");
-  EXPECT_EQ(FiveEventText[2] + FiveEventText[4], "");
+  PageValues values;
+  values.FiveEventText[4] = "old";
+  getFiveEvent(values);
+  EXPECT_EQ(values.FiveEventText[0], EventText[1]);
+  EXPECT_EQ(values.FiveEventTime[1], "2026-03-10 01:00:00");
+  EXPECT_EQ(values.FiveEventText[2] + values.FiveEventText[4], "");
   for (int hour = 3; hour <= 6; ++hour) {
     AddRows(kEventTable, {{"2026/3/10 " + std::to_string(hour) + ":00:00", std::to_string(hour)}});
   }
-  getFiveEvent();
-  EXPECT_EQ(FiveEventText[0], EventText[5]);
-  EXPECT_EQ(FiveEventText[4], EventText[1]);
+  getFiveEvent(values);
+  EXPECT_EQ(values.FiveEventText[0], EventText[5]);
+  EXPECT_EQ(values.FiveEventText[4], EventText[1]);
   AddRows(kEventTable, {{"2026/3/10 07:00:00", "13"}});
-  EXPECT_THROW(getFiveEvent(), RuntimeError);
+  EXPECT_THROW(getFiveEvent(values), RuntimeError);
   EXPECT_THROW(EventMonthPage(2026, 3), RuntimeError);
 }
 

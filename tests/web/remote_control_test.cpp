@@ -10,7 +10,7 @@
 #include "records/system_countdown.h"
 #include "records/ups_countdown.h"
 #include "support/monitor_fixture.h"
-#include "web/pages/session.h"
+#include "web/session/session.h"
 
 namespace varek {
 namespace {

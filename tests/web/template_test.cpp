@@ -11,7 +11,8 @@
 #include "support/monitor_fixture.h"
 #include "texts/language.h"
 #include "web/pages/page_files.h"
-#include "web/pages/session.h"
+#include "web/server/template_engine.h"
+#include "web/session/session.h"
 
 namespace varek {
 namespace {
@@ -40,17 +41,19 @@ class TemplateTest : public test::MonitorTest {
     DataCenter.UPSStage = 7;
   }
 
-  static std::string Expand(std::string text) {
-    ExpandTemplate(text);
+  std::string Expand(std::string text) {
+    ExpandTemplate(text, values);
     return text;
   }
+
+  PageValues values;
 };
 
 TEST_F(TemplateTest, EveryKeyHasItsText) {
   LoginKey = "key";
-  ChartStartTime = "11:00:00";
-  FiveEventText[4] = "oldest";
-  FiveEventTime[0] = "newest";
+  values.ChartStartTime = "11:00:00";
+  values.FiveEventText[4] = "oldest";
+  values.FiveEventTime[0] = "newest";
   const struct {
     const char* page;
     std::string text;
@@ -102,8 +105,8 @@ TEST_F(TemplateTest, OtherUnitsReadOtherwise) {
 
 TEST_F(TemplateTest, SideEffectsGiveNoText) {
   std::ofstream(Folder() + "/httpEnglish/page.htm") << "<%DRAWBETLINE%><%Do5EVENT%><%Event1%>|";
-  FiveEventText[0] = "stale";
-  EXPECT_EQ(ReadPage(WebPath("page.htm")), "|");
+  values.FiveEventText[0] = "stale";
+  EXPECT_EQ(ReadPage(WebPath("page.htm"), values), "|");
   EXPECT_TRUE(std::filesystem::exists(Folder() + "/httpEnglish/temperature.bmp"));
   const std::string keys = Expand("<%GETCONTROLKEY%><%GETCONTROLKEY%>");
   EXPECT_NE(keys.substr(0, 31), keys.substr(31));
@@ -116,10 +119,10 @@ TEST_F(TemplateTest, AnErrorLeavesThePageAsFarAsItGot) {
   EXPECT_EQ(Expand("<%GETUPSModel%>"), "abkey");
   for (const char* rest : {"<%INVOLP%><%GETKEY%>", "<%GETKEY"}) {
     std::string text = std::string("<%GETKEY%>") + rest;
-    EXPECT_THROW(ExpandTemplate(text), platform::RuntimeError);
+    EXPECT_THROW(ExpandTemplate(text, values), platform::RuntimeError);
     EXPECT_EQ(text, std::string("key") + rest);
     std::ofstream(Folder() + "/httpEnglish/page.htm") << text;
-    EXPECT_EQ(ReadPage(WebPath("page.htm")), text) << "the reader goes on";
+    EXPECT_EQ(ReadPage(WebPath("page.htm"), values), text) << "the reader goes on";
   }
   std::string source = "a<%X%>b<%X%>";
   EXPECT_EQ(ReplaceFirst(source, "<%X%>", "1"), "a1b<%X%>");

@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <limits>
+#include <utility>
 #include <vector>
 
 #include "drawing/palette.h"
@@ -124,14 +125,14 @@ void Chart::Curve(const ChartSeries& series, Color color) {
                     [&] { DrawExtents(CurveExtents(series, shape_, scale_), plot_, color); });
 }
 
-Surface& Chart::Finish(const TimeOfDay& start) {
+Surface Chart::Finish(const TimeOfDay& start) {
   picture_.Copy(plot_, kPlotLeft, kPlotTop);
   if (shape_.framed) DrawFrame();
   picture_.SetTextSize(kLabelSize);
   picture_.SetTextColor(Color{});
   ScaleLabels();
   TimeLabels(start);
-  return picture_;
+  return std::move(picture_);
 }
 
 void Chart::ScaleLabels() {

@@ -55,8 +55,9 @@ class Chart final {
   /// added to the error list and ends the curve where it is.
   void Curve(const ChartSeries& series, platform::Color color);
 
-  /// Puts plot, frame and labels together; the hour shown begins at `start`.
-  platform::Surface& Finish(const TimeOfDay& start);
+  /// Puts plot, frame and labels together and gives the picture away; the hour shown begins at
+  /// `start`.
+  platform::Surface Finish(const TimeOfDay& start);
 
  private:
   void Grid();

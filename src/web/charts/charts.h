@@ -1,18 +1,31 @@
 // The charts of the web console: battery and temperature of the last hour for the status page, and
-// a chosen hour with any of the six measures. They are drawn off-screen and saved as bitmaps in the
-// folder of the present language.
+// a chosen hour with any of the six measures. They are drawn off-screen; into which
+// files they go is for the pages to say.
 #pragma once
 
-#include <string>
+#include <bitset>
+#include <optional>
+
+#include "platform/picture/surface.h"
+#include "records/sample_columns.h"
+#include "web/charts/chart_samples.h"
 
 namespace varek {
 
-/// Draws the last hour: 1 the battery to "bettery.bmp", 2 the temperature to "temperature.bmp".
-/// Without a table for today the files stay as they were. Sets ChartStartTime and ChartEndTime.
-void makepic(int kind);
+/// The two charts of the status page.
+enum class LastHourChart { Battery, Temperature };
 
-/// A chart of a chosen hour, to "chart.bmp". `value` is what stands behind "T1=" in the request; a
-/// value without its separators does nothing.
-void ChartRequest(const std::string& value);
+/// Draws `window`; for a temperature that the unit does not measure, what says so. Throws as
+/// ReadSamples does.
+platform::Surface DrawLastHour(LastHourChart chart, const SampleWindow& window);
+
+/// Which measures a chart shows, by column less one.
+using MeasuresShown = std::bitset<kMeasureCount>;
+
+/// A chart of a chosen hour; nothing for an hour without samples. Throws as ReadSamples does.
+std::optional<platform::Surface> DrawHour(const SampleWindow& window, const MeasuresShown& shown);
+
+/// What stands in the place of a chosen hour on a day without a table.
+platform::Surface NoHourPicture();
 
 }  // namespace varek

@@ -41,10 +41,9 @@ void ExportDataPage(const std::string& table) {
 }  // namespace
 
 void DataRequest(const std::string& value) {
-  const auto asked = ReadDayValue(value);
-  if (!asked || !asked->more) return;
-  const int hour = WholeNumber(asked->more->substr(0, 2));
-  const SampleWindow window = ChosenHour(asked->year, asked->month, asked->day, hour);
+  const auto asked = ReadHourValue(value);
+  if (!asked) return;
+  const SampleWindow window = ChosenHour(asked->year, asked->month, asked->day, asked->hour);
   if (!TableExists(window.table)) return ExportDataPage(kNoData);
   // The rows are closed before the page is written: other handlers run then, and may add samples.
   const std::string table = SampleRows(*OpenWindow(window));

@@ -61,7 +61,8 @@ std::string DayPictures(const std::bitset<kEventCount>& kinds) {
 /// Events of the kinds whose bits are set. No event has the kind 999: it keeps the list from being
 /// empty.
 std::string KindQuery(int mask) {
-  std::string query = "Select *  From [allevent] Where [type] In ( 999,";
+  std::string query =
+      std::string("Select *  From [") + kEventTable + "] Where [" + kEventType + "] In ( 999,";
   for (int bit = 0; bit < kEventCount; ++bit) {
     if ((mask >> bit & 1) != 0) query += std::to_string(bit + 1) + ",";
   }
@@ -119,15 +120,15 @@ void EventDayRequest(const std::string& value) {
   MakepceventPage1(*events, date);
 }
 
-void getFiveEvent() {
-  std::ranges::fill(FiveEventText, "");
-  std::ranges::fill(FiveEventTime, "");
+void getFiveEvent(PageValues& values) {
+  values.FiveEventText.fill("");
+  values.FiveEventTime.fill("");
   const auto events = OpenEventsForReading().OpenRecordset(kEventTable);
   if (events->RecordCount() == 0) return;
   events->MoveLast();
-  for (size_t i = 0; i < std::size(FiveEventText) && !events->Bof(); ++i) {
-    FiveEventText[i] = EventText[KindIndex(events->Get(1))];
-    FiveEventTime[i] = ValueText(events->Get(0));
+  for (size_t i = 0; i < values.FiveEventText.size() && !events->Bof(); ++i) {
+    values.FiveEventText[i] = EventText[KindIndex(events->Get(1))];
+    values.FiveEventTime[i] = ValueText(events->Get(0));
     events->MovePrevious();
   }
 }

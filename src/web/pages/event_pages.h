@@ -4,6 +4,8 @@
 
 #include <string>
 
+#include "web/pages/page_values.h"
+
 namespace varek {
 
 /// Writes "eventselect.htm"; 0 and 0 stand for the present month.
@@ -14,7 +16,7 @@ void EventMonthRequest(const std::string& value);
 /// Writes "eventdata.htm" for the day and the kinds in `value`, what stands behind "T1=".
 void EventDayRequest(const std::string& value);
 
-/// Fills FiveEventText and FiveEventTime, the newest first.
-void getFiveEvent();
+/// Fills FiveEventText and FiveEventTime.
+void getFiveEvent(PageValues& values);
 
 }  // namespace varek

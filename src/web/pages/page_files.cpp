@@ -4,7 +4,6 @@
 #include <fstream>
 
 #include "core/data_center.h"
-#include "platform/errors/guard.h"
 #include "platform/errors/runtime_error.h"
 #include "platform/system/paths.h"
 #include "platform/time/events.h"
@@ -12,12 +11,6 @@
 namespace varek {
 
 namespace fs = std::filesystem;
-
-std::string PageBytes;
-std::string ChartStartTime;
-std::string ChartEndTime;
-std::string FiveEventText[5];
-std::string FiveEventTime[5];
 
 namespace {
 
@@ -39,25 +32,13 @@ bool LiesIn(const std::string& path, const std::string& folder) {
   return !inside.empty() && *inside.begin() != "..";
 }
 
-void ReadBytes(const std::string& fullName) {
-  platform::DoEvents();
-  PageBytes = platform::ReadWholeFile(fullName);
-}
-
 }  // namespace
 
 bool IsPage(const std::string& name) { return name.ends_with("htm") || name.ends_with("html"); }
 
-std::string ReadPage(const std::string& fullName) {
-  ReadBytes(fullName);
-  std::string text = PageBytes;
-  platform::IgnoreErrors([&] { ExpandTemplate(text); });
-  return text;
-}
-
 std::string ReadSource(const std::string& fullName) {
-  ReadBytes(fullName);
-  return PageBytes;
+  platform::DoEvents();
+  return platform::ReadWholeFile(fullName);
 }
 
 std::string ReplaceFirst(std::string& text, const std::string& marker,

@@ -38,6 +38,13 @@ std::optional<DayValue> ReadDayValue(const std::string& value) {
   return DayValue{WholeNumber(*year), WholeNumber(*month), WholeNumber(rest), BehindPlus(rest)};
 }
 
+std::optional<HourValue> ReadHourValue(const std::string& value) {
+  const auto day = ReadDayValue(value);
+  if (!day || !day->more) return {};
+  const int hour = WholeNumber(day->more->substr(0, 2));
+  return HourValue{day->year, day->month, day->day, hour, *day->more};
+}
+
 std::optional<std::string> BehindPlus(const std::string& text) {
   std::string rest = text;
   if (!TakeUpTo("+", rest)) return {};

@@ -31,6 +31,18 @@ struct DayValue {
 /// Reads year "%2F" month "%2F" day, and what a "+" may add; nothing when a "%2F" is missing.
 std::optional<DayValue> ReadDayValue(const std::string& value);
 
+struct HourValue {
+  int year = 0;
+  int month = 0;
+  int day = 0;
+  int hour = 0;
+  std::string more;  ///< from the hour on
+};
+
+/// Reads year "%2F" month "%2F" day "+" hour, of which the hour has two characters at most; nothing
+/// when a separator is missing.
+std::optional<HourValue> ReadHourValue(const std::string& value);
+
 /// What stands behind the first "+" of `text`; nothing when there is none.
 std::optional<std::string> BehindPlus(const std::string& text);
 

@@ -15,10 +15,11 @@
 #include "records/events.h"
 #include "texts/language.h"
 #include "web/pages/page_files.h"
-#include "web/pages/session.h"
 #include "web/server/request.h"
 #include "web/server/responses.h"
 #include "web/server/routes.h"
+#include "web/server/template_engine.h"
+#include "web/session/session.h"
 
 namespace varek {
 
@@ -64,10 +65,7 @@ Form8::Form8()
 
 Form8::~Form8() { DataCenter.FormOpen[kNumber] = kClear; }
 
-void Form8::ApplyLanguage() {
-  caption_ = LangText[texts::kWebServerCaption];
-  loginText_ = LangText[texts::kLoggedIn];
-}
+void Form8::ApplyLanguage() { loginText_ = LangText[texts::kLoggedIn]; }
 
 void Form8::Start() {
   const bool listens = platform::Guarded("form8 start", [this] { Listen(); });
@@ -198,7 +196,7 @@ void Form8::Winsock1_ConnectionRequest(int index, int64_t requestId) {
 }
 
 void Form8::Winsock1_DataArrival(int index) {
-  Request request{index, Winsock1(index).RequestId(), ""};
+  Request request{index, Winsock1(index).RequestId(), "", values_};
   if (!LetOthersRun(request)) return;
   if (!TakeRequest(request)) return;
   DetectLogin(request);
@@ -263,7 +261,7 @@ bool Form8::MayHave(const Request& request) const {
 bool Form8::RunHandler(const Request& request) {
   const std::string path = PathOf(request.text);
   PathAt(request.index) = path;
-  if (IsPost(request.text)) return RunPostRoute(path, request.text);
+  if (IsPost(request.text)) return RunPostRoute(path, request.text, *request.values);
   RunGetRoute(path);
   return true;
 }
@@ -280,7 +278,8 @@ void Form8::Serve(const Request& request) {
 /// otherwise.
 void Form8::SendFile(const Request& request, const std::string& name) {
   const std::string path = WebPath(name);
-  const std::string content = IsPage(name) ? PageResponse(ReadPage(path)) : ReadSource(path);
+  const std::string content =
+      IsPage(name) ? PageResponse(ReadPage(path, *request.values)) : ReadSource(path);
   if (!IsStillThere(request)) return;
   Winsock1(request.index).SendData(FileHeader(name) + content);
 }

@@ -14,10 +14,11 @@
 
 #include "platform/ports/socket.h"
 #include "platform/time/timers.h"
+#include "web/pages/page_values.h"
 
 namespace varek {
 
-/// Never shown.
+/// The server as a form without a window.
 class Form8 final {
  public:
   static constexpr int kNumber = 8;
@@ -37,8 +38,6 @@ class Form8 final {
   platform::Socket& Winsock1(int index) const;
 
   void ApplyLanguage();
-  /// Of the window that nobody sees.
-  const std::string& Caption() const { return caption_; }
 
  private:
   /// One request on its way. `connection` tells its own connection from a later one on `index`.
@@ -46,7 +45,8 @@ class Form8 final {
     int index;
     int64_t connection;
     std::string text;
-    bool isJoined = false;  ///< with a head that came before
+    std::shared_ptr<PageValues> values;  ///< the console's; the request may outlive it
+    bool isJoined = false;               ///< with a head that came before
   };
 
   /// A socket, and what is known of the connection that it has at present.
@@ -92,9 +92,9 @@ class Form8 final {
   void Serve(const Request& request);
   void SendFile(const Request& request, const std::string& name);
 
-  std::string caption_;
   std::string loginText_;
   std::vector<Element> elements_;  ///< the listener first
+  const std::shared_ptr<PageValues> values_ = std::make_shared<PageValues>();
   platform::Timer Timer1;
   platform::Timer portTimer_;
 };

@@ -11,7 +11,7 @@
 #include "platform/text/text.h"
 #include "platform/time/clock.h"
 #include "records/shutdown.h"
-#include "web/pages/session.h"
+#include "web/session/session.h"
 
 namespace varek {
 
@@ -39,7 +39,7 @@ double NumberBetween(const std::string& text, size_t first, size_t end) {
   return platform::LenientNumber(std::string_view(text).substr(first, end - first));
 }
 
-int WholeNumber(double value) {
+int Minutes(double value) {
   using Limits = std::numeric_limits<int>;
   const double rounded = platform::RoundHalfEven(value);
   if (!(rounded >= Limits::min() && rounded <= Limits::max())) {
@@ -59,7 +59,7 @@ std::optional<int> RestartMinutes(const std::string& command) {
   const double hour = NumberBetween(command, kHourPlace, hourEnd);
   const int minute = platform::RoundToInt16(NumberBetween(command, hourEnd + 1, minuteEnd));
   const platform::DateTime now = platform::Now();
-  return WholeNumber(days * kMinutesPerDay + (hour - now.hour) * 60 + minute - now.minute - 1);
+  return Minutes(days * kMinutesPerDay + (hour - now.hour) * 60 + minute - now.minute - 1);
 }
 
 void RestartUnit(const std::string& command) {

@@ -4,7 +4,7 @@
 #include <string_view>
 
 #include "platform/time/clock.h"
-#include "web/charts/charts.h"
+#include "web/pages/chart_pages.h"
 #include "web/pages/data_page.h"
 #include "web/pages/event_pages.h"
 #include "web/pages/schedule_pages.h"
@@ -32,7 +32,13 @@ constexpr GetRoute kGetRoutes[] = {
     {"/eventselect.htm", [](const Day& today) { EventMonthPage(today.year, today.month); }},
 };
 
-using FieldHandler = void (*)(const std::string& value);
+using FieldHandler = void (*)(const std::string& value, PageValues& values);
+
+/// For a handler that leaves nothing for its page to print.
+template <void (*handler)(const std::string& value)>
+void WithoutValues(const std::string& value, PageValues&) {
+  handler(value);
+}
 
 struct PostRoute {
   std::string_view path;
@@ -42,20 +48,21 @@ struct PostRoute {
 };
 
 constexpr PostRoute kPostRoutes[] = {
-    {"/Mundata.htm", DataRequest},
+    {"/Mundata.htm", WithoutValues<DataRequest>},
     {"/showpic.htm", ChartRequest},
     {"/showpic1.htm", ChartRequest},
-    {"/scheduleshow.htm", ScheduleMonthRequest},
-    {"/scheduleevent.htm", MakeeventPage, AddEventPage, true},
-    {"/eventdata.htm", EventDayRequest},
-    {"/controlmain.htm", AnyControl},
-    {"/eventselect.htm", EventMonthRequest},
+    {"/scheduleshow.htm", WithoutValues<ScheduleMonthRequest>},
+    {"/scheduleevent.htm", WithoutValues<MakeeventPage>, WithoutValues<AddEventPage>, true},
+    {"/eventdata.htm", WithoutValues<EventDayRequest>},
+    {"/controlmain.htm", WithoutValues<AnyControl>},
+    {"/eventselect.htm", WithoutValues<EventMonthRequest>},
 };
 
-bool RunOn(FieldHandler handler, const std::string& request, const char* field) {
+bool RunOn(FieldHandler handler, const std::string& request, const char* field,
+           PageValues& values) {
   if (!handler) return false;
   const auto value = FieldOf(request, field);
-  if (value) handler(*value);
+  if (value) handler(*value, values);
   return value.has_value();
 }
 
@@ -66,11 +73,11 @@ void RunGetRoute(const std::string& path) {
   if (route != std::end(kGetRoutes)) route->handler(platform::Now());
 }
 
-bool RunPostRoute(const std::string& path, const std::string& request) {
+bool RunPostRoute(const std::string& path, const std::string& request, PageValues& values) {
   const auto* route = std::ranges::find(kPostRoutes, path, &PostRoute::path);
   if (route == std::end(kPostRoutes)) return true;
-  return RunOn(route->handler, request, kField) ||
-         RunOn(route->otherHandler, request, kOtherField) || route->fieldIsOptional;
+  return RunOn(route->handler, request, kField, values) ||
+         RunOn(route->otherHandler, request, kOtherField, values) || route->fieldIsOptional;
 }
 
 }  // namespace varek

@@ -1,7 +1,7 @@
 // The web console: its start and its stop. Whoever starts it also draws its keys.
 #pragma once
 
-#include "web/pages/session.h"
+#include "web/session/session.h"
 
 namespace varek {
 

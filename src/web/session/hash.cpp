@@ -1,4 +1,4 @@
-#include "web/pages/hash.h"
+#include "web/session/hash.h"
 
 #include <array>
 #include <bit>

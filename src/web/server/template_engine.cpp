@@ -1,5 +1,4 @@
-// The template engine: replaces the markers <%KEY%> of a page with live values, status words,
-// picture names and keys.
+#include "web/server/template_engine.h"
 
 #include <algorithm>
 #include <array>
@@ -8,15 +7,16 @@
 #include <string_view>
 
 #include "core/data_center.h"
+#include "platform/errors/guard.h"
 #include "platform/errors/runtime_error.h"
 #include "platform/text/text.h"
 #include "platform/time/clock.h"
 #include "platform/time/events.h"
 #include "texts/language.h"
-#include "web/charts/charts.h"
+#include "web/pages/chart_pages.h"
 #include "web/pages/event_pages.h"
 #include "web/pages/page_files.h"
-#include "web/pages/session.h"
+#include "web/session/session.h"
 
 namespace varek {
 
@@ -35,9 +35,10 @@ constexpr int kLoadScale = 120;
 constexpr int kFrequencyScale = 100;
 constexpr int kTemperatureScale = 150;
 
-/// What one marker of a page hands on to the next.
+/// What one marker of a page hands on to the next, and what requests have left for all pages.
 struct Expansion {
-  std::string Replacement;
+  PageValues& values;
+  std::string Replacement = {};
   int MaxVoltage = 0;
 };
 
@@ -102,14 +103,14 @@ KeyText TemperatureBar() {
   return Percent(GetTemperature(), kTemperatureScale);
 }
 
-KeyText DrawCharts() {
-  makepic(1);
-  makepic(2);
+KeyText DrawCharts(Expansion& page) {
+  makepic(LastHourChart::Battery, page.values);
+  makepic(LastHourChart::Temperature, page.values);
   return "";
 }
 
-KeyText FetchFiveEvents() {
-  getFiveEvent();
+KeyText FetchFiveEvents(Expansion& page) {
+  getFiveEvent(page.values);
   return "";
 }
 
@@ -137,8 +138,8 @@ constexpr Key kKeys[] = {
      [](Expansion&) -> KeyText { return platform::SingleText(DataCenter.readings.InputVoltage); }},
     {"GETOUTPUTVOLTAGE",
      [](Expansion&) -> KeyText { return platform::SingleText(DataCenter.readings.OutputVoltage); }},
-    {"GETSTRTIME", [](Expansion&) -> KeyText { return ChartStartTime; }},
-    {"GETENDTIME", [](Expansion&) -> KeyText { return ChartEndTime; }},
+    {"GETSTRTIME", [](Expansion& page) -> KeyText { return page.values.ChartStartTime; }},
+    {"GETENDTIME", [](Expansion& page) -> KeyText { return page.values.ChartEndTime; }},
     {"VARUPStype", [](Expansion&) -> KeyText { return Bit(DataCenter.flags.UPStype); }},
     {"VARUtility", [](Expansion&) -> KeyText { return Bit(DataCenter.flags.Utility); }},
     {"VARBypass", [](Expansion&) -> KeyText { return Bit(DataCenter.flags.Bypass); }},
@@ -186,19 +187,19 @@ constexpr Key kKeys[] = {
      }},
     {"LOADP", [](Expansion&) { return LoadPercentBar(); }},
     {"TEMPP", [](Expansion&) { return TemperatureBar(); }},
-    {"DRAWBETLINE", [](Expansion&) { return DrawCharts(); }},
+    {"DRAWBETLINE", DrawCharts},
     {"GetTypeName", [](Expansion&) { return TypePicture(); }},
-    {"Do5EVENT", [](Expansion&) { return FetchFiveEvents(); }},
-    {"Event1", [](Expansion&) -> KeyText { return FiveEventText[0]; }},
-    {"Event2", [](Expansion&) -> KeyText { return FiveEventText[1]; }},
-    {"Event3", [](Expansion&) -> KeyText { return FiveEventText[2]; }},
-    {"Event4", [](Expansion&) -> KeyText { return FiveEventText[3]; }},
-    {"Event5", [](Expansion&) -> KeyText { return FiveEventText[4]; }},
-    {"EventTime1", [](Expansion&) -> KeyText { return FiveEventTime[0]; }},
-    {"EventTime2", [](Expansion&) -> KeyText { return FiveEventTime[1]; }},
-    {"EventTime3", [](Expansion&) -> KeyText { return FiveEventTime[2]; }},
-    {"EventTime4", [](Expansion&) -> KeyText { return FiveEventTime[3]; }},
-    {"EventTime5", [](Expansion&) -> KeyText { return FiveEventTime[4]; }},
+    {"Do5EVENT", FetchFiveEvents},
+    {"Event1", [](Expansion& page) -> KeyText { return page.values.FiveEventText[0]; }},
+    {"Event2", [](Expansion& page) -> KeyText { return page.values.FiveEventText[1]; }},
+    {"Event3", [](Expansion& page) -> KeyText { return page.values.FiveEventText[2]; }},
+    {"Event4", [](Expansion& page) -> KeyText { return page.values.FiveEventText[3]; }},
+    {"Event5", [](Expansion& page) -> KeyText { return page.values.FiveEventText[4]; }},
+    {"EventTime1", [](Expansion& page) -> KeyText { return page.values.FiveEventTime[0]; }},
+    {"EventTime2", [](Expansion& page) -> KeyText { return page.values.FiveEventTime[1]; }},
+    {"EventTime3", [](Expansion& page) -> KeyText { return page.values.FiveEventTime[2]; }},
+    {"EventTime4", [](Expansion& page) -> KeyText { return page.values.FiveEventTime[3]; }},
+    {"EventTime5", [](Expansion& page) -> KeyText { return page.values.FiveEventTime[4]; }},
     {"GETKEY", [](Expansion&) -> KeyText { return LoginKey; }},
     {"GETCONTROLKEY", [](Expansion&) { return DrawControlKey(); }},
     {"GetLoadOutL", [](Expansion&) -> KeyText { return Unless(DataCenter.HasLoad, "<!--"); }},
@@ -218,9 +219,9 @@ KeyText TextOf(std::string_view name, Expansion& page) {
 
 }  // namespace
 
-void ExpandTemplate(std::string& text) {
+void ExpandTemplate(std::string& text, PageValues& values) {
   platform::DoEvents();
-  Expansion page;
+  Expansion page{values};
   int markers = 0;
   for (size_t open = text.find(kOpen); open != std::string::npos;) {
     const size_t keyStart = open + kOpen.size();
@@ -233,6 +234,12 @@ void ExpandTemplate(std::string& text) {
     text.replace(open, keyEnd + kClose.size() - open, page.Replacement);
     open = text.find(kOpen, open + std::min(kResume, page.Replacement.size()));
   }
+}
+
+std::string ReadPage(const std::string& fullName, PageValues& values) {
+  std::string text = ReadSource(fullName);
+  platform::IgnoreErrors([&] { ExpandTemplate(text, values); });
+  return text;
 }
 
 }  // namespace varek

@@ -1,4 +1,4 @@
-#include "web/pages/session.h"
+#include "web/session/session.h"
 
 #include <random>
 #include <string_view>
@@ -6,7 +6,7 @@
 #include "core/data_center.h"
 #include "platform/text/text.h"
 #include "platform/time/clock.h"
-#include "web/pages/hash.h"
+#include "web/session/hash.h"
 
 namespace varek {
 
