@@ -23,6 +23,16 @@ using platform::RuntimeError;
 
 using Rows = std::vector<std::vector<std::string>>;
 
+/// A picture in a day's cell of a month.
+std::string Image(const std::string& file, const std::string& size, const std::string& text) {
+  return "<img border=0 src=" + file + " width=" + size + " height=" + size + " alt=\"" + text +
+         "\" >";
+}
+
+std::string Cell(const std::string& day, const std::string& images) {
+  return "<td onclick = 'postdata(" + day + ");'>" + day + "<br>" + images + "</td>";
+}
+
 class PagesTest : public test::MonitorTest {
  protected:
   PagesTest() {
@@ -106,25 +116,18 @@ TEST_F(PagesTest, AScheduleMonthShowsItsActions) {
                            {"4", "2026/8/30", "12:00", "S", "Day", ""},
                            {"5", "2026/8/31", "12:00", "D4", "Null", ""}});
   ScheduleMonthRequest("2026%2F8&B1=x");
-  const auto image = [](const std::string& file, const std::string& text) {
-    return "<img border=0 src=" + file + " width=32 height=32 alt=\"" + text + "\" >";
-  };
-  const auto cell = [](const std::string& day, const std::string& images) {
-    return "<td onclick = 'postdata(" + day + ");'>" + day + "<br>" + images + "</td>";
-  };
-  std::string empty;
-  for (int i = 0; i < 5; ++i) empty += "<td></td>";
   const std::string page = Page("scheduleshow.htm");
-  const std::string head = "2026/8[\r\n<tr>" + empty + "<td></td>" +
-                           cell("1", image("QTest.jpg", "Short battery test") + "<br><br>" +
-                                         image("SysDown.jpg", "Shut down computer")) +
-                           "</tr>\r\n<tr>" + cell("2", "<br><br>");
-  EXPECT_EQ(page.substr(0, head.size()), head);
-  const std::string tail =
-      "</tr>\r\n<tr>" + cell("30", "<br>" + image("shutdown.jpg", "Shut down UPS") + "<br>") +
-      cell("31", "<br>" + image("shutdownandstart.jpg", "Shut down UPS, restart") + "<br>") +
-      empty + "</tr>\r\n]\r\n";
-  EXPECT_EQ(page.substr(page.size() - tail.size()), tail);
+  const std::string empty = "<td></td><td></td><td></td><td></td><td></td>";
+  EXPECT_TRUE(page.starts_with("2026/8[\r\n<tr>" + empty + "<td></td>" +
+                               Cell("1", Image("QTest.jpg", "32", ActionName[0]) + "<br><br>" +
+                                             Image("SysDown.jpg", "32", ActionName[7])) +
+                               "</tr>\r\n<tr>" + Cell("2", "<br><br>")))
+      << page;
+  EXPECT_TRUE(page.ends_with(
+      "</tr>\r\n<tr>" + Cell("30", "<br>" + Image("shutdown.jpg", "32", ActionName[3]) + "<br>") +
+      Cell("31", "<br>" + Image("shutdownandstart.jpg", "32", ActionName[4]) + "<br>") + empty +
+      "</tr>\r\n]\r\n"))
+      << page;
 
   ScheduleMonthRequest("0%2F0");
   EXPECT_TRUE(Page("scheduleshow.htm").starts_with("2026/3["));
@@ -205,6 +208,9 @@ TEST_F(PagesTest, AnEditOfEachKindBecomesARow) {
   AddEventPage("2026+3+10+8+5+DA1+D+0+0+0&");
   EXPECT_EQ(Schedule(), expected.substr(expected.find('\n') + 1));
   EXPECT_EQ(RunEntries.count, number - 1);
+  AddRows(kScheduleTable, {{"40000", "2026/3/10", "12:00", "T", "Null", ""}});
+  AddEventPage("2026+3+10+8+5+DA40000+N+0+0+0&");
+  EXPECT_EQ(RunEntries.count, number - 1);
 }
 
 TEST_F(PagesTest, ADayTakes2001Entries) {
@@ -221,18 +227,17 @@ TEST_F(PagesTest, ADayTakes2001Entries) {
 
 TEST_F(PagesTest, AnEventMonthShowsTheKindsOfEachDay) {
   Rows rows(2000, {"2026/12/31 23:59:59", "12"});
-  rows.push_back({"2026/12/31 00:00:00", "1"});
+  for (const char* kind : {"1", "5"}) rows.push_back({"2026/12/31 00:00:00", kind});
   rows.push_back({"2027/1/1 00:00:00", "5"});
   rows.push_back({"2026/11/30 23:59:59", "6"});
   AddRows(kEventTable, rows);
   EventMonthRequest("2026%2F12");
   const std::string page = Page("eventselect.htm");
-  for (const char* cell :
-       {"<td onclick = 'postdata(1);'>1<br><br><br></td>",
-        "<td onclick = 'postdata(30);'>30<br><br><br></td>",
-        "<td onclick = 'postdata(31);'>31<br><img border=0 src=ev1.jpg width=24 height=24 "
-        "alt=\"UPS monitor started\" ><br><br><img border=0 src=ev12.jpg width=24 height=24 "
-        "alt=\"UPS battery test running\" ></td>"}) {
+  const auto image = [](size_t kind) {
+    return Image("ev" + std::to_string(kind) + ".jpg", "24", EventText[kind - 1]);
+  };
+  for (const std::string& cell : {Cell("1", "<br><br>"), Cell("30", "<br><br>"),
+                                  Cell("31", image(1) + "<br>" + image(5) + "<br>" + image(12))}) {
     EXPECT_NE(page.find(cell), std::string::npos) << cell;
   }
   EventMonthPage(0, 0);

@@ -68,6 +68,7 @@ TEST_F(RemoteControlTest, EveryLetterAsksForItsRights) {
       {"R1 0+10$", "", ""},
       {"R1$", "", ""},
       {"B1+0+10+$", "S05R0039+shutdown", "+shutdown"},
+      {"B1+0+10+", "", ""},
       {"B1 0$", "", ""},
       {"", "", ""},
       {"t", "", ""},
@@ -84,6 +85,14 @@ TEST_F(RemoteControlTest, EveryLetterAsksForItsRights) {
   }
   EXPECT_THROW(AnyControl("B0 0+99999+" + token), platform::RuntimeError);
   EXPECT_FALSE(SystemCountdown().IsLoaded());
+  const std::string digits(64, '1');
+  EXPECT_EQ(Outcome("D" + digits, 230) + Outcome("D1" + digits, 230), "T" + digits);
+
+  AnyControl("M" + token);
+  DataCenter.OutputVoltage = 0;
+  AnyControl("C");
+  EXPECT_TRUE(SystemCountdown().IsLoaded()) << "without an output there is no cancelling";
+  SystemCountdown().Unload();
   ControlKey = NewKey();
   EXPECT_EQ(Outcome("S" + token, 230), "") << "a page has drawn a newer key";
 }

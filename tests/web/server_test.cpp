@@ -21,6 +21,7 @@
 #include "core/forms.h"
 #include "core/link_record.h"
 #include "platform/time/events.h"
+#include "platform/time/timers.h"
 #include "records/databases.h"
 #include "records/events.h"
 #include "support/monitor_fixture.h"
@@ -224,6 +225,8 @@ TEST_F(ServerTest, OneSessionThatTheLastLoginHas) {
   rows->MoveLast();
   EXPECT_EQ(platform::ValueText(rows->Get("Time")), "2026-03-10 12:00:00");
   EXPECT_EQ(platform::ValueText(rows->Get("loginIP")), "127.0.0.2");
+  std::filesystem::permissions(Folder() + "/database/Event.mdb", std::filesystem::perms(0444));
+  EXPECT_EQ(Ask("GET /index.htm " + LoginToken()), kHtml + "Model!\r\n") << "a row alone is lost";
 }
 
 TEST_F(ServerTest, NothingOutsideTheLanguageFolderIsServed) {
@@ -232,12 +235,16 @@ TEST_F(ServerTest, NothingOutsideTheLanguageFolderIsServed) {
   Write("a.gif", "picture");
   std::filesystem::create_symlink("../config.qmz", Folder() + "/httpEnglish/link.gif");
   std::filesystem::create_symlink("..", Folder() + "/httpEnglish/up");
+  std::filesystem::create_directory(Folder() + "/httpEnglish2");
+  Write("../httpEnglish2/a.gif", "another's");
+  std::filesystem::create_symlink("../httpEnglish2", Folder() + "/httpEnglish/beside");
   LogIn();
   EXPECT_EQ(Get("/../secret.htm"), kHtml + "inside\r\n");
   EXPECT_EQ(Get("/..x..y/a.gif"), kGif + "picture") << "the character behind the dots falls too";
-  for (const char* path : {"/..\\..\\config.qmz", "\\..\\config.qmz", "/.\\../..config.qmz",
-                           "/....//config.qmz", "/.../...\\config.qmz", "//config.qmz", "/link.gif",
-                           "/up/config.qmz", "/up\\config.qmz", "/%2e%2e/config.qmz"})
+  for (const char* path :
+       {"/..\\..\\config.qmz", "\\..\\config.qmz", "/.\\../..config.qmz", "/....//config.qmz",
+        "/.../...\\config.qmz", "//config.qmz", "/link.gif", "/up/config.qmz", "/up\\config.qmz",
+        "/beside/a.gif", "/%2e%2e/config.qmz"})
     EXPECT_EQ(Get(path), kBad) << path;
   EXPECT_EQ(Get(std::string("/secret.htm\0.gif", 16)), kBad);
   EXPECT_EQ(Get("/" + std::string(50000, 'x')), kBad);
@@ -312,13 +319,22 @@ TEST_F(ServerTest, TheHeadOfAPostWaitsForItsOwnConnection) {
   EXPECT_EQ(client->Ask("T1=L"), kHtml + "control\r\n") << "its own body came late";
   EXPECT_EQ(std::exchange(Link.PendingCommand, ""), "TL");
 
-  client = std::make_unique<WebClient>(Port());
-  client->Send("POST /controlmain.htm HTTP/1.1\r\nCookie: ");
-  ExpectAlive();
-  client->Send(SessionToken() + "\r\n\r\n");
-  ExpectAlive();
-  EXPECT_EQ(client->Ask("T1=P"), kHtml + "control\r\n") << "in three pieces";
-  EXPECT_EQ(std::exchange(Link.PendingCommand, ""), "CT");
+  // Two heads, a head before a whole POST, and a head in two pieces.
+  const std::string whole = head + "T1=P";
+  const size_t cut = head.size() - 20;
+  const std::vector<std::vector<std::string>> cases{
+      {Post("/index.htm", ""), head, "T1=P"},
+      {Post("/index.htm", ""), whole},
+      {whole.substr(0, cut), whole.substr(cut, 20), "T1=P"}};
+  for (const auto& pieces : cases) {
+    client = std::make_unique<WebClient>(Port());
+    for (const std::string& piece : pieces) {
+      ExpectAlive();
+      client->Send(piece);
+    }
+    EXPECT_EQ(client->ReadAll(), kHtml + "control\r\n") << pieces[1];
+    EXPECT_EQ(std::exchange(Link.PendingCommand, ""), "CT");
+  }
 
   client = std::make_unique<WebClient>(Port());
   client->Send(head);
@@ -419,28 +435,38 @@ TEST_F(ServerTest, ASlowReaderHoldsUpNobody) {
 
 // What happens to a request's connection while the request lets others run.
 TEST_F(ServerTest, ARequestThatLosesItsConnectionEnds) {
+  int round = 1;  // Of the events that the request lets run, from a login on.
+  int left = 0;
   std::function<void()> meanwhile;
+  platform::Timer step("test", [&] {
+    if (--left > 0) return platform::Post("test", [&] { clock.Wait(1); });
+    if (meanwhile) std::exchange(meanwhile, nullptr)();
+  });
   DataCenter.FormOpen[1] = kSet;  // A login tells the dashboard, in the middle of its request.
   OnDebugLinesChanged([&] {
-    platform::Post("test", [&] {
-      if (meanwhile) std::exchange(meanwhile, nullptr)();
-    });
+    left = round;
+    for (const int interval : {0, 1}) step.SetInterval(interval);
+    clock.Wait(1);
   });
-  auto client = std::make_unique<WebClient>(Port());
-  std::unique_ptr<WebClient> next;
-  meanwhile = [&] {
-    client->Vanish();
-    PumpUntil([] { return LoadedConsole()->Winsock1(1).State() == platform::SocketState::Error; });
-    clock.Advance(500);
-    next = std::make_unique<WebClient>(Port());
-    PumpUntil([] { return LoadedConsole()->Winsock1(1).RequestId() != 0; });
-  };
-  client->Send("GET /index.htm " + LoginToken());
-  EXPECT_TRUE(PumpUntil([&] { return next != nullptr; }));
-  ExpectAlive();
-  EXPECT_TRUE(next->IsSilent()) << "the answer was another's";
-  EXPECT_EQ(next->Ask("GET / "), kLoginPage);
+  for (; round <= 4; ++round) {
+    auto client = std::make_unique<WebClient>(Port());
+    std::unique_ptr<WebClient> next;
+    meanwhile = [&] {
+      client->Vanish();
+      const auto& place = LoadedConsole()->Winsock1(1);
+      PumpUntil([&] { return place.State() == platform::SocketState::Error; });
+      clock.Advance(500);
+      next = std::make_unique<WebClient>(Port());
+      PumpUntil([&] { return place.RequestId() != 0; });
+    };
+    client->Send(std::string("GET /") + (round == 2 ? "none " : "index.htm ") + LoginToken());
+    EXPECT_TRUE(PumpUntil([&] { return next != nullptr; })) << round;
+    ExpectAlive();
+    EXPECT_TRUE(next->IsSilent()) << "the answer was another's, round " << round;
+    EXPECT_EQ(next->Ask("GET / "), kLoginPage);
+  }
 
+  round = 1;
   meanwhile = StopWebConsole;
   EXPECT_EQ(Ask("GET /index.htm " + LoginToken()), "");
   EXPECT_EQ(LoadedConsole()->SocketCount(), 0);
