@@ -17,6 +17,7 @@
 #include "platform/ports/serial_port.h"
 #include "platform/system/paths.h"
 #include "platform/system/process.h"
+#include "platform/system/service.h"
 #include "platform/time/clock.h"
 #include "platform/time/events.h"
 #include "support/monitor_fixture.h"
@@ -89,11 +90,11 @@ TEST_F(MachineTest, FilesAreReplacedWholeAndKeepOwnerAndRights) {
 }
 
 /// The program writes down beside itself how many arguments it has, whether it leads a session of
-/// its own, whether it ignores no signal, and its argument.
+/// its own, whether it ignores and blocks no signal, and its argument.
 constexpr char kProgram[] =
     "#!/bin/sh\n"
     "[ $$ = $(cut -d' ' -f6 /proc/$$/stat) ] && session=own\n"
-    "signals=$(grep -c 'SigIgn:.*0000$' /proc/self/status)\n"
+    "signals=$(grep -c 'Sig[IB][gl][nk]:.*0000$' /proc/self/status)\n"
     "printf '%s' \"$# $session $signals $1\" > \"$0.part\"\n"
     "mv \"$0.part\" \"$0.out\"\n";
 
@@ -103,7 +104,12 @@ TEST_F(MachineTest, ProgramsAreFoundBeginFreshAndGetOneArgumentByteForByte) {
   const auto start = [this](const char* program, const std::string& rest) {
     StartProgram(Path(program), rest, WindowStyle::NormalFocus);
   };
-  std::signal(SIGPIPE, SIG_IGN);  // What the monitor ignores is not for its programs.
+  // What the monitor ignores or blocks is not for its programs.
+  std::signal(SIGPIPE, SIG_IGN);
+  sigset_t term;
+  sigemptyset(&term);
+  sigaddset(&term, SIGTERM);
+  sigprocmask(SIG_BLOCK, &term, nullptr);
   const std::tuple<const char*, const char*, std::string> cases[] = {
       {"alert.exe", "alert", "[1][two words][\"quoted\" 'x' \\ $HOME `id` * ;|&]"},
       {"alert.exe", "alert", " line\r\n\ttab\n"},
@@ -115,13 +121,41 @@ TEST_F(MachineTest, ProgramsAreFoundBeginFreshAndGetOneArgumentByteForByte) {
     start(program, rest);
     const std::string out = Path(name) + ".out";
     PumpUntil([&] { return IsFile(out); });
-    EXPECT_EQ(ReadWholeFile(out), (rest.empty() ? "0 own 1 " : "1 own 1 ") + rest) << program;
+    EXPECT_EQ(ReadWholeFile(out), (rest.empty() ? "0 own 2 " : "1 own 2 ") + rest) << program;
     fs::remove(out);
   }
+  sigprocmask(SIG_UNBLOCK, &term, nullptr);
   EXPECT_EQ(waitpid(-1, nullptr, 0), -1) << "a dead program is left behind";
   EXPECT_EQ(ErrorOf([&] { start("missing.exe", ""); }), errors::kFileNotFound);
   EXPECT_EQ(ErrorOf([&] { start("folder.exe", ""); }), errors::kFileNotFound);
   EXPECT_EQ(ErrorOf([&] { start("plain.exe", ""); }), errors::kPathAccess);
+}
+
+TEST_F(MachineTest, AUnitNamesItsProgramOrIsNotInstalledAtAll) {
+  setenv("VAREK_ROOT", Path("root").c_str(), 1);
+  const std::string usual = getenv("PATH");
+  setenv("PATH", folder.Path().c_str(), 1);  // No manager is to be found.
+  const std::string units = Path("root/etc/systemd/system/"), unit = units + "varekservice.service";
+  const auto install = [this](const std::string& name) {
+    SetProgramFolder(Path(name));
+    return ErrorOf(InstallService);
+  };
+  EXPECT_EQ(install("50% off"), 0);
+  EXPECT_NE(ReadWholeFile(unit).find("ExecStart=\"" + Path("50%% off/Varek\"\n")),
+            std::string::npos);
+  EXPECT_EQ(ErrorOf(UninstallService), 0);
+  EXPECT_EQ(install("it's"), errors::kPathAccess) << "the manager takes no quotes";
+  fs::remove_all(units);
+  Put("root/etc/systemd/system/multi-user.target.wants", "no folder");
+  EXPECT_EQ(install("plain"), errors::kPathAccess);
+  EXPECT_FALSE(fs::exists(unit)) << "nothing is installed by halves";
+  SetProgramFolder(Path("\"50%\" off"));
+  EXPECT_TRUE(SetAutostart(Autostart::Run, "Varek", "\\M"));
+  EXPECT_NE(ReadWholeFile(Path("root/etc/xdg/autostart/Varek.desktop"))
+                .find("\nExec=\"" + Path(R"(\\"50%%\\" off/Varek" "\\\\M")") + "\n"),
+            std::string::npos);
+  setenv("PATH", usual.c_str(), 1);
+  setenv("VAREK_ROOT", "/nonexistent", 1);
 }
 
 class SerialPortTest : public MachineTest {

@@ -7,6 +7,7 @@
 #include <fcntl.h>
 #include <gtest/gtest.h>
 #include <poll.h>
+#include <sys/resource.h>
 #include <sys/socket.h>
 #include <unistd.h>
 
@@ -431,6 +432,35 @@ TEST_F(ServerTest, ASlowReaderHoldsUpNobody) {
   slow.Send("GET /big.gif ");
   ExpectAlive();
   EXPECT_EQ(slow.ReadAll(), kGif + big);
+
+  Write("late.gif", big.substr(0, 900'000));
+  const WebClient late(Port());
+  late.Send("GET /late.gif ");
+  for (int i = 0; i < 3; ++i) {
+    ExpectAlive();
+    late.Send("late bytes");
+  }
+  EXPECT_EQ(late.ReadAll(), kGif + big.substr(0, 900'000)) << "late bytes destroy no answer";
+}
+
+TEST_F(ServerTest, CallersWaitWhileFewDescriptorsAreLeft) {
+  rlimit usual{};
+  getrlimit(RLIMIT_NOFILE, &usual);
+  const WebClient client(Port());
+  const int lowest = dup(0);
+  close(lowest);
+  const rlimit few{static_cast<rlim_t>(lowest) + 2, usual.rlim_max};
+  setrlimit(RLIMIT_NOFILE, &few);
+  client.Send("GET / ");
+  Settle();
+  EXPECT_EQ(LoadedConsole()->SocketCount(), 0);
+  setrlimit(RLIMIT_NOFILE, &usual);
+  EXPECT_EQ(client.ReadAll(), kLoginPage);
+
+  platform::Socket listener("test", {});  // It refuses all callers.
+  listener.Listen();
+  const WebClient refused(listener.LocalPort());
+  EXPECT_TRUE(PumpUntil([&] { return !refused.IsSilent(); })) << "its descriptor is left behind";
 }
 
 // What happens to a request's connection while the request lets others run.
