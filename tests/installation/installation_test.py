@@ -125,11 +125,13 @@ class InstallationTest(unittest.TestCase):
         before = self.records()
         self.assertEqual(before[0][:2], [1, 2])
         (self.folder / "httpEnglish/scheduleshow.htm").write_text("made by the web console")
+        (self.folder / "config.qmz").chmod(0o644)  # as an older version left it
         run("dpkg-deb", "-R", package, self.root / "newer")
         run("sed", "-i", "s/^Version: /Version: 1:/", self.root / "newer/DEBIAN/control")
         run("dpkg-deb", "-Znone", "-b", self.root / "newer", self.root / "newer.deb")
         self.assertNotIn("does not run yet", self.dpkg("-i", self.root / "newer.deb"))
         self.assertEqual(self.records(), before)
+        self.assertEqual((self.folder / "config.qmz").stat().st_mode & 0o7777, 0o600)
 
         self.assertNotIn("http", self.dpkg("-r", "varek"))
         self.assertEqual(self.files(), STATE | {"removed-while-enabled"})

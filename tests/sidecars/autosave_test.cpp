@@ -57,17 +57,25 @@ TEST_F(AutosaveTest, AFolderThatOthersCouldFillIsRefused) {
 
 TEST_F(AutosaveTest, WhatTakesTooLongIsStoppedWithAllThatItStarted) {
   EXPECT_EQ(Log(R"sh(
-job 1-deaf 'trap "" TERM; sh -c "echo \$\$ >deaf; while :; do sleep 1; done"'
+job 1-deaf 'sh -c "trap \"echo saved >>order; exit\" TERM; while :; do sleep 0.1; done" 2>&- &
+trap "" TERM; sh -c "echo \$\$ >deaf; while :; do sleep 1; done"'
 job 2-next 'echo next >>order')sh",
                 "VAREK_AUTOSAVE_JOB=1"),
             "1-deaf: started\n1-deaf: stopped, it took longer than 1 s\n"
             "2-next: started\n2-next: ended with status 0\n");
   EXPECT_EQ(Run("cat order; await '! cat /proc/$(cat deaf)/cmdline | tr -d \"\\0\" | grep -q .'"),
-            "next\n");
+            "saved\nnext\n");
   EXPECT_EQ(Log("", "VAREK_AUTOSAVE_JOB=soon VAREK_AUTOSAVE_TOTAL=1"),
             "VAREK_AUTOSAVE_JOB: not a number from 1 to 3600, 30 is taken\n"
             "1-deaf: started\n1-deaf: stopped, it took longer than 1 s\n"
             "2-next: not run, the time for all is over\n");
+}
+
+TEST_F(AutosaveTest, ASecondSaveLeavesTheFirstAlone) {
+  EXPECT_EQ(Log(R"sh(
+job 1-long 'touch begun; while [ ! -e end ]; do sleep 0.1; done'
+./Autosave & await '[ -e begun ]'; trap 'touch end; wait; cut -c21- autosave.log' EXIT)sh"),
+            "1-long: started\nanother save is still running\n1-long: ended with status 0\n");
 }
 
 TEST_F(AutosaveTest, TheHintIsGivenOnceInASession) {

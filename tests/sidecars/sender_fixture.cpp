@@ -33,7 +33,7 @@ int SenderTest::Run(const std::optional<std::string>& line) {
 
 int SenderTest::RunAndEnd(const std::string& line) {
   setenv("LINE", line.c_str(), 1);
-  return Shell("./" + program_ + " \"$LINE\" & sleep 1; tr '\\0' ' ' </proc/$!/cmdline >list; " +
+  return Shell("./" + program_ + " \"$LINE\" & sleep 1; tr -d '\\0' </proc/$!/cmdline >list; " +
                "kill $!; wait $!");
 }
 
