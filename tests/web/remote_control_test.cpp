@@ -89,7 +89,7 @@ TEST_F(RemoteControlTest, EveryLetterAsksForItsRights) {
   EXPECT_EQ(Outcome("D" + digits, 230) + Outcome("D1" + digits, 230), "T" + digits);
 
   AnyControl("M" + token);
-  DataCenter.OutputVoltage = 0;
+  DataCenter.readings.OutputVoltage = 0;
   AnyControl("C");
   EXPECT_TRUE(SystemCountdown().IsLoaded()) << "without an output there is no cancelling";
   SystemCountdown().Unload();

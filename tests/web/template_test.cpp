@@ -117,7 +117,7 @@ TEST_F(TemplateTest, AnErrorLeavesThePageAsFarAsItGot) {
   DataCenter.identity.UPSModel = "ab<%GETKEY%>";  // Found from its third character on.
   LoginKey = "key";
   EXPECT_EQ(Expand("<%GETUPSModel%>"), "abkey");
-  DataCenter.UPSModel = "ab<%GETUPSModel%>";
+  DataCenter.identity.UPSModel = "ab<%GETUPSModel%>";
   EXPECT_THROW(Expand("<%GETUPSModel%>"), platform::RuntimeError) << "and not for ever";
   for (const char* rest : {"<%INVOLP%><%GETKEY%>", "<%GETKEY"}) {
     std::string text = std::string("<%GETKEY%>") + rest;
