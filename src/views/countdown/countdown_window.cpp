@@ -13,6 +13,7 @@
 #include "platform/time/events.h"
 #include "texts/language.h"
 #include "views/kit/controls/colors.h"
+#include "views/kit/controls/shown.h"
 #include "views/kit/windows/window_frame.h"
 #include "views/kit/windows/window_places.h"
 
@@ -22,7 +23,7 @@ namespace {
 
 constexpr int kMinimumWidth = 300;
 constexpr int kMargin = 18;
-constexpr int kRemainingPixels = 14;
+constexpr int kCaptionPixels = 14;
 constexpr int kTimePixels = 56;
 
 /// The countdown comes before its looks: without its pictures the frame is plain.
@@ -40,33 +41,40 @@ void SetLabelLooks(QLabel& label, int pixels, platform::Color color) {
 
 class Frame final : public WindowFrame {
  public:
-  explicit Frame(std::function<void()> cancelAction)
+  explicit Frame(std::function<void()> cancel)
       : WindowFrame("countdown", PicturesAtHand(), FrameSizing::Fixed, Qt::WindowStaysOnTopHint),
-        cancel(std::move(cancelAction)) {
-    SetLabelLooks(remaining, kRemainingPixels, palette::kMuted);
-    SetLabelLooks(label, kTimePixels, palette::kReading);
+        cancel_(std::move(cancel)) {
+    SetLabelLooks(caption_, kCaptionPixels, palette::kMuted);
+    SetLabelLooks(time_, kTimePixels, palette::kReading);
     auto* layout = new QVBoxLayout(this);
     layout->setContentsMargins(kMargin, kMargin, kMargin, kMargin);
-    for (QWidget* part : std::initializer_list<QWidget*>{&remaining, &label, &button})
+    for (QWidget* part : std::initializer_list<QWidget*>{&caption_, &time_, &cancelButton_})
       layout->addWidget(part);
     setMinimumWidth(kMinimumWidth);
     // Whoever is typing must not press the button by accident.
     setAttribute(Qt::WA_ShowWithoutActivating);
-    connect(&button, &QPushButton::clicked, this, [this] { PressCancel(); });
+    connect(&cancelButton_, &QPushButton::clicked, this, [this] { PressCancel(); });
   }
 
-  void PressCancel() { platform::Post("countdown cancel", cancel); }
-
-  std::function<void()> cancel;
-  QLabel remaining{QStringLiteral("剩餘時間")};
-  QLabel label{QStringLiteral("00:00")};
-  QPushButton button{QStringLiteral("取消")};
+  void ApplyLanguage() {
+    cancelButton_.setText(Shown(texts::kCancel));
+    caption_.setText(Shown(texts::kTimeRemaining));
+  }
+  void SetTime(const std::string& text) { time_.setText(Shown(text)); }
 
  protected:
   void closeEvent(QCloseEvent* event) override { event->ignore(); }
   void keyPressEvent(QKeyEvent* event) override {
     if (event->key() == Qt::Key_Escape) PressCancel();
   }
+
+ private:
+  void PressCancel() { platform::Post("countdown cancel", cancel_); }
+
+  std::function<void()> cancel_;
+  QLabel caption_{QStringLiteral("剩餘時間")};
+  QLabel time_{QStringLiteral("00:00")};
+  QPushButton cancelButton_{QStringLiteral("取消")};
 };
 
 void MoveTo(Frame& frame, CountdownPlace place) {
@@ -92,20 +100,15 @@ class CountdownWindow final : public CountdownView {
     frame_.raise();
   }
 
-  void SetCaption(const std::string& text) override {
-    frame_.setWindowTitle(QString::fromStdString(text));
-  }
+  void SetCaption(const std::string& text) override { frame_.setWindowTitle(Shown(text)); }
 
   void ApplyLanguage(size_t number) override {
     if (LangText[number].empty()) return;
     SetCaption(LangText[number]);
-    frame_.button.setText(QString::fromStdString(LangText[texts::kCancel]));
-    frame_.remaining.setText(QString::fromStdString(LangText[texts::kTimeRemaining]));
+    frame_.ApplyLanguage();
   }
 
-  void SetTime(const std::string& text) override {
-    frame_.label.setText(QString::fromStdString(text));
-  }
+  void SetTime(const std::string& text) override { frame_.SetTime(text); }
 
  private:
   Frame frame_;
