@@ -28,38 +28,16 @@ constexpr Panel kPanels[] = {
     {"NoLoadinstrument", false, false},
 };
 
-/// A place on the panel in design units.
-struct Plate {
-  double left;
-  double top;
-  double width;
-  double height;
-};
-
-constexpr Plate kDialPlates[] = {
-    {219, 346, 92, 18},  // input caption, over the rim; the value stands on the face
-    {74, 385, 64, 20},   // output value
-    {389, 387, 64, 20},  // frequency value
-};
-constexpr Plate kTemperaturePlate{431, 57, 80, 37};
-constexpr Plate kLoadPlates[] = {
-    {540, 350, 48, 19},  // load value
-    {609, 350, 48, 19},  // battery value
-};
-constexpr Plate kBatteryAlonePlate{560, 350, 48, 19};
-constexpr Plate kLoadGroup{514, 14, 148, 378};
-constexpr Plate kBatteryAloneGroup{531, 14, 104, 378};
-
 /// One panel that is being drawn: where its pixels go and how large a design unit is.
 struct Work {
   QPainter& painter;
   const SizeClass& sizeClass;
   double factor;
 
-  QRectF Pixels(const Plate& plate) const {
-    return {qRound(plate.left * factor) + 0.5, qRound(plate.top * factor) + 0.5,
-            static_cast<double>(qRound(plate.width * factor)),
-            static_cast<double>(qRound(plate.height * factor))};
+  QRectF Pixels(const Area& area) const {
+    return {qRound(area.left * factor) + 0.5, qRound(area.top * factor) + 0.5,
+            static_cast<double>(qRound(area.width * factor)),
+            static_cast<double>(qRound(area.height * factor))};
   }
 };
 
@@ -89,13 +67,13 @@ void DrawName(const Work& work) {
                         Ink(palette::kAccent));
 }
 
-void DrawPlate(const Work& work, const Plate& plate) {
+void DrawPlate(const Work& work, const Area& plate) {
   work.painter.setPen(QPen(Ink(palette::kPanelEdge), 1));
   work.painter.setBrush(Ink(palette::kFace));
   work.painter.drawRoundedRect(work.Pixels(plate), 4 * work.factor, 4 * work.factor);
 }
 
-void DrawGroup(const Work& work, const Plate& plate) {
+void DrawGroup(const Work& work, const Area& plate) {
   work.painter.setPen(QPen(Ink(palette::kPanelEdge), 1));
   work.painter.setBrush(Blend(Ink(palette::kWindow), Ink(palette::kPanel), 0.4));
   work.painter.drawRoundedRect(work.Pixels(plate), 7 * work.factor, 7 * work.factor);
@@ -113,12 +91,12 @@ QPainterPath Outline(Needle needle, QPointF centre, double radius, double hubRoo
 }
 
 void DrawFace(const Work& work, const DialScale& scale) {
-  const Needle needle = DialOf(scale.dial).needle;
-  const QPointF centre = ToQt(DialCentre(scale, work.factor));
+  const Dial& dial = DialOf(scale.dial);
+  const QPointF centre = ToQt(DialCentre(dial, work.factor));
   const double rim = scale.rimRadius * work.factor;
   const double face = scale.faceRadius * work.factor;
   const double hubRoom = kHubRoom * work.factor;
-  const QPainterPath bezel = Outline(needle, centre, rim, hubRoom);
+  const QPainterPath bezel = Outline(dial.needle, centre, rim, hubRoom);
   const QColor edge = Ink(palette::kPanelEdge);
   work.painter.setPen(QPen(Ink(palette::kWindow), 1));
   work.painter.setBrush(Downwards(bezel.boundingRect(), edge.lighter(150), edge.darker(150)));
@@ -128,7 +106,7 @@ void DrawFace(const Work& work, const DialScale& scale) {
   shade.setColorAt(0, Ink(palette::kFace).lighter(150));
   shade.setColorAt(1, Ink(palette::kFace));
   work.painter.setBrush(shade);
-  work.painter.drawPath(Outline(needle, centre, face, hubRoom - (rim - face)));
+  work.painter.drawPath(Outline(dial.needle, centre, face, hubRoom - (rim - face)));
 }
 
 void DrawTicks(const Work& work, const DialScale& scale) {
@@ -154,9 +132,8 @@ void DrawNumerals(const Work& work, const DialScale& scale) {
 /// fifth of the scale.
 void DrawUnit(const Work& work, const DialScale& scale) {
   const Dial& dial = DialOf(scale.dial);
-  const double angle = dial.needle == Needle::Main ? 90 : TargetAngle(0.2, 1, 90, 270);
-  const Point place = OnDial(dial.needle, DialCentre(scale, work.factor), angle,
-                             scale.numeralRadius * work.factor / 2);
+  const double angle = dial.needle == Needle::Main ? 90 : TargetAngle(dial, 0.2 * dial.fullScale);
+  const Point place = OnDial(dial, work.factor, angle, scale.numeralRadius * work.factor / 2);
   work.painter.setPen(Ink(palette::kMuted));
   PrintMiddle(work.painter, ToQt(place), QString::fromUtf8(scale.unit));
 }
@@ -165,8 +142,8 @@ void DrawHub(const Work& work, const DialScale& scale) {
   constexpr double kHubRadius = 5;
   work.painter.setPen(Qt::NoPen);
   work.painter.setBrush(Ink(palette::kPanelEdge));
-  work.painter.drawEllipse(ToQt(DialCentre(scale, work.factor)), kHubRadius * work.factor,
-                           kHubRadius * work.factor);
+  work.painter.drawEllipse(ToQt(DialCentre(DialOf(scale.dial), work.factor)),
+                           kHubRadius * work.factor, kHubRadius * work.factor);
 }
 
 void DrawDial(const Work& work, const DialScale& scale) {
@@ -176,6 +153,7 @@ void DrawDial(const Work& work, const DialScale& scale) {
   work.painter.setFont(Letters(std::max(scale.numeralSize * work.factor, kLeastNumeral)));
   DrawNumerals(work, scale);
   DrawUnit(work, scale);
+  DrawPlate(work, DialOf(scale.dial).plate);
 }
 
 void DrawTrough(const Work& work, const BarScale& scale) {
@@ -215,19 +193,15 @@ void DrawBarNumerals(const Work& work, const BarScale& scale) {
 }
 
 void DrawBar(const Work& work, const BarScale& scale) {
+  DrawPlate(work, scale.bar.plate);
   DrawTrough(work, scale);
   DrawBarTicks(work, scale);
   DrawBarNumerals(work, scale);
 }
 
 void DrawBars(const Work& work, bool hasLoad) {
-  DrawGroup(work, hasLoad ? kLoadGroup : kBatteryAloneGroup);
-  if (!hasLoad) {
-    DrawPlate(work, kBatteryAlonePlate);
-    DrawBar(work, kBatteryAloneScale);
-    return;
-  }
-  for (const Plate& plate : kLoadPlates) DrawPlate(work, plate);
+  DrawGroup(work, hasLoad ? kTwoBarsPlate : kBatteryAlonePlate);
+  if (!hasLoad) return DrawBar(work, kBatteryAloneScale);
   DrawBar(work, kLoadScale);
   DrawBar(work, kBatteryWithLoadScale);
 }
@@ -238,8 +212,6 @@ void DrawPanel(const Work& work, const Panel& panel) {
   for (const DialScale& scale : kDialScales) {
     if (scale.dial != kTemperatureDial || panel.hasTemperature) DrawDial(work, scale);
   }
-  for (const Plate& plate : kDialPlates) DrawPlate(work, plate);
-  if (panel.hasTemperature) DrawPlate(work, kTemperaturePlate);
   DrawBars(work, panel.hasLoad);
 }
 

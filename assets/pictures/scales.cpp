@@ -11,8 +11,7 @@ constexpr int kNoAlarm = 101;  ///< beyond the scale
 
 Point Place(const DialScale& scale, int value, double radius, double factor) {
   const Dial& dial = DialOf(scale.dial);
-  const double angle = TargetAngle(value, dial.fullScale, dial.startAngle, dial.endAngle);
-  return OnDial(dial.needle, DialCentre(scale, factor), angle, radius * factor);
+  return OnDial(dial, factor, TargetAngle(dial, value), radius * factor);
 }
 
 }  // namespace
@@ -31,12 +30,6 @@ const BarScale kBatteryAloneScale{kBatteryAlone, 5, 20, 80, kNoAlarm};
 
 int FullScale(const DialScale& scale) { return static_cast<int>(DialOf(scale.dial).fullScale); }
 
-Point DialCentre(const DialScale& scale, double factor) {
-  const Dial& dial = DialOf(scale.dial);
-  return {static_cast<double>(ToPixels(kOffsetX + dial.centreX, factor)),
-          static_cast<double>(ToPixels(kOffsetY + dial.centreY, factor))};
-}
-
 Tick DialTick(const DialScale& scale, int value, double factor) {
   const double start = value % scale.majorStep == 0 ? scale.majorStart : scale.minorStart;
   return {Place(scale, value, start, factor), Place(scale, value, scale.tickEnd, factor)};
@@ -48,15 +41,14 @@ Point NumeralPlace(const DialScale& scale, int value, double factor) {
 
 platform::Rect BarPlace(const Bar& bar, const SizeClass& sizeClass) {
   const BarSize& size = kBarSizes.at(static_cast<size_t>(sizeClass.barIndex));
-  return {static_cast<double>(ToPixels(bar.x, sizeClass.sizeFactor) + kBarInset),
-          static_cast<double>(ToPixels(bar.y, sizeClass.sizeFactor)),
+  return {static_cast<double>(ToPixels(bar.frame.x, sizeClass.sizeFactor) + kBarInset),
+          static_cast<double>(ToPixels(bar.frame.y, sizeClass.sizeFactor)),
           static_cast<double>(size.width), static_cast<double>(size.height)};
 }
 
 int BarTickRow(const Bar& bar, double percent, const SizeClass& sizeClass) {
   const platform::Rect place = BarPlace(bar, sizeClass);
-  const double hidden =
-      std::floor(place.height - TargetAngle(percent, bar.fullScale, 0, place.height));
+  const double hidden = std::floor(place.height - TargetRows(bar, percent, place.height));
   return static_cast<int>(place.top + std::min(hidden + kBarTopGap, place.height));
 }
 

@@ -43,15 +43,13 @@ extern const BarScale kBatteryAloneScale;
 /// Every reading of the dial that carries a tick is a multiple of minorStep up to this one.
 int FullScale(const DialScale& scale);
 
-/// Centre of the dial on the panel, in pixels, for `factor` pixels to the design unit.
-Point DialCentre(const DialScale& scale, double factor);
-
 struct Tick {
   Point start;  ///< towards the centre
   Point end;
 };
 
-/// The tick of `value` in pixels, a major one where `value` is a multiple of majorStep.
+/// The tick of `value` in pixels for `factor` pixels to the design unit, a major one where `value`
+/// is a multiple of majorStep.
 Tick DialTick(const DialScale& scale, int value, double factor);
 
 /// The middle of the numeral of `value`, in pixels.

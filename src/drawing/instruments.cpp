@@ -30,24 +30,11 @@ double Towards(double position, double target, double step) {
   return position;
 }
 
+Point TipOf(const Dial& dial, double position, const PanelScale& scale) {
+  return OnDial(dial, scale.factor, position, ToPixels(dial.length, scale.factor));
+}
+
 }  // namespace
-
-const std::array<SizeClass, 3> kSizeClasses{{
-    {"640", 531, 340, 0.8F, 1, 1},
-    {"800", 664, 425, 1.0F, 0, 3},
-    {"1024", 850, 540, 1.28F, 2, 6},
-}};
-
-const std::array<Dial, 4> kDials{{
-    {kInputDial, Needle::Main, 300, 120, 420, 260, 250, 100},
-    {kOutputDial, Needle::Left, 260, 90, 270, 101, 246, 60},
-    {kFrequencyDial, Needle::Right, 100, 90, 270, 415, 255, 60},
-    {kTemperatureDial, Needle::Main, 150, 120, 420, 374, 62, 30},
-}};
-
-const Bar kBatteryWithLoad{kBatteryBar, 100, 605, 28};
-const Bar kLoad{kLoadBar, 120, 537, 28};
-const Bar kBatteryAlone{kBatteryBar, 100, 558, 28};
 
 const SizeClass& ChooseSizeClass(int clientWidth) {
   if (clientWidth <= kLargestOfSmall) return kSizeClasses[0];
@@ -55,11 +42,17 @@ const SizeClass& ChooseSizeClass(int clientWidth) {
   return kSizeClasses[2];
 }
 
-float FitScale(int clientWidth, int clientHeight, const SizeClass& sizeClass) {
-  const float wide = static_cast<float>(clientWidth) / static_cast<float>(sizeClass.designWidth);
-  const float high = static_cast<float>(clientHeight) / static_cast<float>(sizeClass.designHeight);
+float FitScale(int width, int height, const SizeClass& sizeClass) {
+  const float wide = static_cast<float>(width) / static_cast<float>(sizeClass.designWidth);
+  const float high = static_cast<float>(height) / static_cast<float>(sizeClass.designHeight);
   const float fit = std::min(wide, high);
   return fit > 0.95F && fit < 1.09F ? 1.0F : fit;
+}
+
+PanelScale ChooseScale(int clientWidth, int width, int height) {
+  const SizeClass& sizeClass = ChooseSizeClass(clientWidth);
+  const float fit = FitScale(width, height, sizeClass);
+  return {&sizeClass, fit, sizeClass.sizeFactor * fit};
 }
 
 const Dial& DialOf(Instrument index) {
@@ -69,65 +62,72 @@ const Dial& DialOf(Instrument index) {
 
 int16_t ToPixels(double units, double factor) { return platform::RoundToInt16(units * factor); }
 
-double TargetAngle(double value, double fullScale, double startAngle, double endAngle) {
-  return value / fullScale * (endAngle - startAngle) + startAngle;
+double TargetAngle(const Dial& dial, double value) {
+  return value / dial.fullScale * (dial.endAngle - dial.startAngle) + dial.startAngle;
 }
 
-Point OnDial(Needle needle, Point centre, double angle, double radius) {
+double TargetRows(const Bar& bar, double value, double height) {
+  return value / bar.fullScale * height;
+}
+
+Point DialCentre(const Dial& dial, double factor) {
+  return {static_cast<double>(ToPixels(kDialOffset.x + dial.centre.x, factor)),
+          static_cast<double>(ToPixels(kDialOffset.y + dial.centre.y, factor))};
+}
+
+Point OnDial(const Dial& dial, double factor, double angle, double radius) {
+  const Point centre = DialCentre(dial, factor);
   const double across = std::cos(Radians(angle)) * radius;
   const double down = std::sin(Radians(angle)) * radius;
-  return {needle == Needle::Right ? centre.x - across : centre.x + across, centre.y + down};
+  return {dial.needle == Needle::Right ? centre.x - across : centre.x + across, centre.y + down};
 }
 
-Needles::Needles() : NeedleTarget{0, 90, 120, 0, 120, 120} { NeedlePosition.fill(kStartPosition); }
+Needles::Needles()
+    : places_{{{kStartPosition, 0},
+               {kStartPosition, 90},
+               {kStartPosition, 120},
+               {kStartPosition, 0},
+               {kStartPosition, 120},
+               {kStartPosition, 120}}} {}
 
-NeedleLine Needles::MoveMain(float value, int index, float fullScale, float startAngle,
-                             float endAngle, Point centre, double length) {
-  double& position = NeedlePosition.at(static_cast<size_t>(index));
-  double& target = NeedleTarget.at(static_cast<size_t>(index));
-  target = TargetAngle(value, fullScale, startAngle, endAngle);
+NeedleLine Needles::MoveMain(const Dial& dial, float value, const PanelScale& scale) {
+  auto& [position, target] = places_.at(static_cast<size_t>(dial.index));
+  target = TargetAngle(dial, value);
   position += (target - position) / kFraction;
-  return {OnDial(Needle::Main, centre, position, -kMainTail),
-          OnDial(Needle::Main, centre, position, length)};
+  return {OnDial(dial, scale.factor, position, -kMainTail), TipOf(dial, position, scale)};
 }
 
-NeedleLine Needles::MoveLeft(float value, int index, float fullScale, float startAngle,
-                             float endAngle, Point centre, double length) {
-  double& position = NeedlePosition.at(static_cast<size_t>(index));
-  double& target = NeedleTarget.at(static_cast<size_t>(index));
-  NeedleStep = std::abs(target - position) / kFraction;
-  target = TargetAngle(value, fullScale, startAngle, endAngle);
-  if (std::abs(target - position) < NeedleStep) position = target;
-  position = Towards(position, target, NeedleStep);
-  return {centre, OnDial(Needle::Left, centre, position, length)};
+NeedleLine Needles::MoveLeft(const Dial& dial, float value, const PanelScale& scale) {
+  auto& [position, target] = places_.at(static_cast<size_t>(dial.index));
+  const double step = std::abs(target - position) / kFraction;
+  target = TargetAngle(dial, value);
+  if (std::abs(target - position) < step) position = target;
+  position = Towards(position, target, step);
+  return {DialCentre(dial, scale.factor), TipOf(dial, position, scale)};
 }
 
-NeedleLine Needles::MoveRight(float value, int index, float fullScale, float startAngle,
-                              float endAngle, Point centre, double length) {
-  double& position = NeedlePosition.at(static_cast<size_t>(index));
-  double& target = NeedleTarget.at(static_cast<size_t>(index));
-  NeedleStep = (target - position) / kFraction;
-  target = TargetAngle(value, fullScale, startAngle, endAngle);
-  position += NeedleStep;
+NeedleLine Needles::MoveRight(const Dial& dial, float value, const PanelScale& scale) {
+  auto& [position, target] = places_.at(static_cast<size_t>(dial.index));
+  const double step = (target - position) / kFraction;
+  target = TargetAngle(dial, value);
+  position += step;
   const double tail = value > kRestingReading ? kRightTail : kRightTailAtRest;
-  return {OnDial(Needle::Right, centre, position, tail),
-          OnDial(Needle::Right, centre, position, length)};
+  return {OnDial(dial, scale.factor, position, tail), TipOf(dial, position, scale)};
 }
 
-Needles::BarPart Needles::MoveBar(float value, int index, float fullScale, double bottom,
-                                  double top, int x, int y, double scale, const BarSize& picture) {
-  double& position = NeedlePosition.at(static_cast<size_t>(index));
-  double& target = NeedleTarget.at(static_cast<size_t>(index));
-  NeedleStep = kBarStep;
-  target = TargetAngle(value, fullScale, bottom, top);
+BarPart Needles::MoveBar(const Bar& bar, float value, const PanelScale& scale) {
+  const BarSize& picture = kBarSizes.at(static_cast<size_t>(scale.sizeClass->barIndex));
+  auto& [position, target] = places_.at(static_cast<size_t>(bar.index));
+  target = TargetRows(bar, value, picture.height);
   if (std::abs(target - position) < kBarStep) position = target;
-  position = Towards(position, target, NeedleStep);
+  position = Towards(position, target, kBarStep);
+  const double left = ToPixels(bar.frame.x, scale.factor) + kBarInset;
+  const double top = ToPixels(bar.frame.y, scale.factor);
   const double hidden = std::floor(picture.height - position);
-  const double bottomEdge = std::floor(picture.height * scale + y);
-  const double topEdge = std::floor(hidden * scale + y) + kBarTopGap;
-  return {
-      {0, hidden, picture.width - 1.0, position},
-      {static_cast<double>(x + kBarInset), topEdge, picture.width * scale, bottomEdge - topEdge}};
+  const double bottomEdge = std::floor(picture.height * static_cast<double>(scale.fit) + top);
+  const double topEdge = std::floor(hidden * scale.fit + top) + kBarTopGap;
+  return {{0, hidden, picture.width - 1.0, position},
+          {left, topEdge, picture.width * static_cast<double>(scale.fit), bottomEdge - topEdge}};
 }
 
 }  // namespace varek

@@ -10,7 +10,12 @@
 namespace varek {
 namespace {
 
-constexpr Point kCentre{100, 100};
+/// The size that the panel is designed in.
+const PanelScale kDesign = ChooseScale(800, 664, 425);
+
+const Dial& kInput = DialOf(kInputDial);
+const Dial& kOutput = DialOf(kOutputDial);
+const Dial& kFrequency = DialOf(kFrequencyDial);
 
 TEST(SizeClasses, FitWithoutScalingNearTheirDesign) {
   const SizeClass design{"", 1000, 1000, 1, 0, 1};
@@ -22,42 +27,63 @@ TEST(SizeClasses, FitWithoutScalingNearTheirDesign) {
   }
 }
 
+/// Whether the needle of a dial stands at `angle`.
+testing::AssertionResult StandsAt(const NeedleLine& line, const Dial& dial, double angle) {
+  const Point tip = OnDial(dial, kDesign.factor, angle, dial.length);
+  if (std::hypot(line.tip.x - tip.x, line.tip.y - tip.y) < 1e-4) return testing::AssertionSuccess();
+  return testing::AssertionFailure() << line.tip.x << ", " << line.tip.y << " not at " << angle;
+}
+
 TEST(Needles, MoveByTheirThreeRules) {
   struct Frame {
     float value;
-    double position;
+    double angle;
   };
   Needles needles;
   // Input: 150 V asks for 270 degrees, 320 V for 440, past the end of the scale.
   const Frame main[] = {{150, 150}, {150, 174}, {150, 193.2}, {320, 242.56}};
-  for (const Frame& frame : main) {
-    needles.MoveMain(frame.value, kInputDial, 300, 120, 420, kCentre, 100);
-    EXPECT_NEAR(needles.Position(kInputDial), frame.position, 1e-9);
-  }
-  for (int i = 0; i < 200; ++i) needles.MoveMain(320, kInputDial, 300, 120, 420, kCentre, 100);
-  EXPECT_NEAR(needles.Position(kInputDial), 440, 1e-9);
+  for (const Frame& frame : main)
+    EXPECT_TRUE(StandsAt(needles.MoveMain(kInput, frame.value, kDesign), kInput, frame.angle));
+  for (int i = 0; i < 200; ++i) needles.MoveMain(kInput, 320, kDesign);
+  EXPECT_TRUE(StandsAt(needles.MoveMain(kInput, 320, kDesign), kInput, 440));
 
   // Output: the first step is a fifth of the way to its starting target of 90; 130 V asks for 180.
   // The last frame's reading asks for 150, nearer than a step, and is reached at once.
   const Frame left[] = {{130, 126}, {130, 136.8}, {130, 145.44}, {260.0F / 3, 150}};
-  for (const Frame& frame : left) {
-    needles.MoveLeft(frame.value, kOutputDial, 260, 90, 270, kCentre, 60);
-    EXPECT_NEAR(needles.Position(kOutputDial), frame.position, 1e-5);
-  }
+  for (const Frame& frame : left)
+    EXPECT_TRUE(StandsAt(needles.MoveLeft(kOutput, frame.value, kDesign), kOutput, frame.angle));
 
   // Frequency: the first step goes towards its starting target of 0; 50 Hz asks for 180.
   const Frame right[] = {{50, 96}, {50, 112.8}, {50, 126.24}, {0, 136.992}, {0, 127.5936}};
   for (const Frame& frame : right) {
-    needles.MoveRight(frame.value, kFrequencyDial, 100, 90, 270, kCentre, 60);
-    EXPECT_NEAR(needles.Position(kFrequencyDial), frame.position, 1e-9);
+    const NeedleLine line = needles.MoveRight(kFrequency, frame.value, kDesign);
+    EXPECT_TRUE(StandsAt(line, kFrequency, frame.angle));
   }
+}
+
+TEST(Needles, PointWhereTheirScalesAre) {
+  Needles needles;
+  for (int i = 0; i < 300; ++i) {
+    needles.MoveMain(kInput, 60, kDesign);       // 180 degrees, left
+    needles.MoveLeft(kOutput, 130, kDesign);     // 180 degrees, left
+    needles.MoveRight(kFrequency, 50, kDesign);  // 180 degrees, right
+  }
+  const auto main = needles.MoveMain(kInput, 60, kDesign);
+  EXPECT_NEAR(main.tip.x, 262 - 100, 0.02);
+  EXPECT_NEAR(main.tail.x, 262 + 10, 0.02);
+  const auto left = needles.MoveLeft(kOutput, 130, kDesign);
+  EXPECT_NEAR(left.tip.x, 103 - 60, 0.02);
+  EXPECT_EQ(left.tail.x, 103);
+  const auto right = needles.MoveRight(kFrequency, 50, kDesign);
+  EXPECT_NEAR(right.tip.x, 417 + 60, 0.02);
+  EXPECT_NEAR(right.tail.x, 417 + 5, 0.02);
 }
 
 TEST(Needles, TheFrequencyNeedleIsShortUpTo20) {
   Needles needles;
   const auto tail = [&](float value) {
-    const auto line = needles.MoveRight(value, kFrequencyDial, 100, 90, 270, kCentre, 60);
-    return std::hypot(line.tail.x - kCentre.x, line.tail.y - kCentre.y);
+    const auto line = needles.MoveRight(kFrequency, value, kDesign);
+    return std::hypot(line.tail.x - 417, line.tail.y - 260);
   };
   EXPECT_NEAR(tail(20.0F), 35, 1e-9);
   EXPECT_NEAR(tail(20.1F), 5, 1e-9);
@@ -65,27 +91,25 @@ TEST(Needles, TheFrequencyNeedleIsShortUpTo20) {
 
 TEST(Bars, RiseByThreeRowsFromTheirBottomEdge) {
   struct Case {
-    BarSize size;
-    double scale;
-    int y;
+    PanelScale scale;
     platform::Rect from;
     platform::Rect to;
   };
   const Case cases[] = {
-      {{33, 289}, 1.0, 28, {0, 166, 32, 123}, {606, 197, 33, 120}},
-      {{31, 231}, 1.25, 28, {0, 108, 30, 123}, {606, 166, 38.75, 150}},
-      {{49, 377}, 1.0, 36, {0, 254, 48, 123}, {606, 293, 49, 120}},
+      {{&kSizeClasses[1], 1, 1}, {0, 166, 32, 123}, {606, 197, 33, 120}},
+      {{&kSizeClasses[0], 1.25F, 1}, {0, 108, 30, 123}, {606, 166, 38.75, 150}},
+      {{&kSizeClasses[2], 1, 1.28}, {0, 254, 48, 123}, {775, 293, 49, 120}},
   };
   for (const Case& c : cases) {
     Needles needles;  // A bar starts at row 120.
-    const auto part =
-        needles.MoveBar(100, kBatteryBar, 100, 0, c.size.height, 605, c.y, c.scale, c.size);
-    EXPECT_EQ(part.from, c.from) << c.size.height;
-    EXPECT_EQ(part.to, c.to) << c.size.height;
+    const auto part = needles.MoveBar(kBatteryWithLoad, 100, c.scale);
+    EXPECT_EQ(part.from, c.from) << c.scale.sizeClass->suffix;
+    EXPECT_EQ(part.to, c.to) << c.scale.sizeClass->suffix;
   }
   Needles needles;
-  for (int i = 0; i < 40; ++i) needles.MoveBar(50, kLoadBar, 120, 0, 289, 0, 0, 1, {33, 289});
-  EXPECT_NEAR(needles.Position(kLoadBar), 289 * 50 / 120.0, 1e-9);  // It stops within a step.
+  for (int i = 0; i < 40; ++i) needles.MoveBar(kLoad, 50, kDesign);
+  // It stops within a step.
+  EXPECT_NEAR(needles.MoveBar(kLoad, 50, kDesign).from.height, 289 * 50 / 120.0, 1e-9);
 }
 
 TEST(Instruments, ReportAPositionBeyondSixteenBits) {

@@ -49,7 +49,8 @@ const std::map<std::string, std::string> kLampTexts{{"powerok.jpg", "Mains power
 /// What one state shows: a picture for each lamp, nothing for a dark one.
 std::string Lamps() {
   std::string shown;
-  for (int lamp = 0; lamp < kLampCount; ++lamp) {
+  for (int i = 0; i < kLampCount; ++i) {
+    const auto lamp = static_cast<Lamp>(i);
     const std::string picture = LampPicture(lamp).value();
     shown += (IsLampShown(lamp) ? picture : "-") + " ";
     EXPECT_TRUE(std::ranges::count(kLampPictures, picture)) << lamp;
@@ -96,7 +97,7 @@ TEST_F(DashboardRules, LampsFollowTheState) {
   for (const Case& c : cases) {
     c.change();
     EXPECT_EQ(Lamps(), c.lamps);
-    EXPECT_EQ(LampText(0), c.condition) << c.lamps;
+    EXPECT_EQ(LampText(kHealthLamp), c.condition) << c.lamps;
   }
 }
 
@@ -143,7 +144,7 @@ TEST_F(DashboardRules, TheUnitAndTheSizeChooseThePanel) {
     DataCenter.flags.UPStype = c.upsType;
     DataCenter.IsConnect = c.isConnect;
     panel.Resize(c.width, c.width * 664 / 764, 500);
-    EXPECT_EQ(panel.PictureName(), c.picture);
+    EXPECT_EQ(PanelPicture(ChooseSizeClass(c.width)), c.picture);
     EXPECT_EQ(DataCenter.HasLoad != 0, c.hasLoad) << c.picture;
     EXPECT_EQ(DataCenter.HasTemperature != 0, c.hasTemperature) << c.picture;
     bool changed = true;
@@ -160,12 +161,12 @@ int Light(const platform::Surface& surface, Point p) {
 
 /// How far, in pixels along a circle around a dial, the middle of what `light` sees lies from
 /// `angle`. Nothing when there is no light within 4 pixels.
-std::optional<double> Offset(const Dial& dial, Point centre, double angle, double radius,
+std::optional<double> Offset(const Dial& dial, double factor, double angle, double radius,
                              const std::function<int(Point)>& light) {
   double sum = 0, weighted = 0;
   for (double pixels = -4; pixels <= 4; pixels += 0.1) {
     const double at = angle + pixels / radius * 180 / M_PI;
-    const int seen = std::max(0, light(OnDial(dial.needle, centre, at, radius)) - 60);
+    const int seen = std::max(0, light(OnDial(dial, factor, at, radius)) - 60);
     sum += seen;
     weighted += seen * pixels;
   }
@@ -178,7 +179,8 @@ TEST_F(DashboardRules, NeedlesPointAtTheTicksOfTheirReadings) {
     const SizeClass& sizeClass = ChooseSizeClass(clientWidth);
     InstrumentPanel panel;
     panel.Resize(clientWidth, sizeClass.designWidth, sizeClass.designHeight);
-    const platform::Surface face(platform::ProgramPath("\\image\\" + panel.PictureName()));
+    const std::string picture = PanelPicture(sizeClass);
+    const platform::Surface face(platform::ImagePath(picture));
     const double factor = sizeClass.sizeFactor;
     for (const DialScale& scale : kDialScales) {
       const Dial& dial = DialOf(scale.dial);
@@ -188,24 +190,26 @@ TEST_F(DashboardRules, NeedlesPointAtTheTicksOfTheirReadings) {
             DataCenter.readings.Frequency = DataCenter.readings.Temperature =
                 static_cast<float>(value);
         for (int frame = 0; frame < 150; ++frame) panel.Frame();
-        const double angle = TargetAngle(value, dial.fullScale, dial.startAngle, dial.endAngle);
-        const Point centre = DialCentre(scale, factor);
+        const double angle = TargetAngle(dial, value);
         const auto tick =
-            Offset(dial, centre, angle, (scale.majorStart + scale.tickEnd) / 2 * factor,
+            Offset(dial, factor, angle, (scale.majorStart + scale.tickEnd) / 2 * factor,
                    [&](Point p) { return Light(face, p); });
-        const auto needle = Offset(dial, centre, angle, dial.length * 0.6 * factor, [&](Point p) {
+        const auto needle = Offset(dial, factor, angle, dial.length * 0.6 * factor, [&](Point p) {
           return Light(panel.Picture(), p) - Light(face, p);
         });
-        ASSERT_TRUE(tick && needle) << panel.PictureName() << scale.dial << " " << value;
-        EXPECT_NEAR(*tick, 0, 0.8) << panel.PictureName() << scale.dial << " " << value;
-        EXPECT_NEAR(*needle, 0, 0.8) << panel.PictureName() << scale.dial << " " << value;
+        ASSERT_TRUE(tick && needle) << picture << scale.dial << " " << value;
+        EXPECT_NEAR(*tick, 0, 0.8) << picture << scale.dial << " " << value;
+        EXPECT_NEAR(*needle, 0, 0.8) << picture << scale.dial << " " << value;
       }
     }
   }
 }
 
 TEST_F(DashboardRules, ButtonsCommandTheUnit) {
-  const std::pair<int, const char*> commands[] = {{3, "T"}, {4, "TL"}, {5, "CT"}, {8, "C"}};
+  const std::pair<ControlButton, const char*> commands[] = {{kShortTest, "T"},
+                                                            {kTestUntilBatteryLow, "TL"},
+                                                            {kCancelTest, "CT"},
+                                                            {kCancelShutdowns, "C"}};
   DataCenter.readings.OutputVoltage = 220;
   for (const auto& [button, command] : commands) {
     PressControl(button);
@@ -213,18 +217,18 @@ TEST_F(DashboardRules, ButtonsCommandTheUnit) {
   }
   DataCenter.readings.OutputVoltage = 0;
   Link.PendingCommand.clear();
-  PressControl(8);
-  PressControl(6);
+  PressControl(kCancelShutdowns);
+  PressControl(kShutDownUnit);
   EXPECT_EQ(Link.PendingCommand, "");
   EXPECT_FALSE(DataCenter.FormOpen[11]);
 
   DataCenter.settings.SystemShutdownBuffer = 7;
   DataCenter.settings.UPSShutdownBuffer = 9;
   DataCenter.readings.OutputVoltage = 220;
-  PressControl(7);
+  PressControl(kShutDownComputer);
   EXPECT_EQ(SystemCountdown().Get().Seconds(), 7 * 60);
   EXPECT_FALSE(DataCenter.FormOpen[11]);
-  PressControl(6);
+  PressControl(kShutDownUnit);
   Link.PendingCommand.clear();
   clock.Advance(1000);
   EXPECT_TRUE(Link.PendingCommand.starts_with("S09")) << Link.PendingCommand;

@@ -6,25 +6,27 @@
 
 namespace varek {
 
-void PressControl(int number) {
-  switch (number) {
-    case 3:
+void PressControl(ControlButton control) {
+  switch (control) {
+    case kShortTest:
       Link.PendingCommand = "T";
       break;
-    case 4:
+    case kTestUntilBatteryLow:
       Link.PendingCommand = "TL";
       break;
-    case 5:
+    case kCancelTest:
       Link.PendingCommand = "CT";
       break;
-    case 6:
+    case kShutDownUnit:
       StartUPSShutdown(DataCenter.settings.UPSShutdownBuffer, kUntimedRestart);
       break;
-    case 7:
+    case kShutDownComputer:
       StartSystemShutdown(DataCenter.settings.SystemShutdownBuffer);
       break;
-    case 8:
+    case kCancelShutdowns:
       CancelShutdowns();
+      break;
+    case kControlCount:
       break;
   }
 }

@@ -3,11 +3,18 @@
 
 namespace varek {
 
-/// Numbers of the buttons: 3 short battery test, 4 test until the battery is low, 5 cancel the
-/// test, 6 shut down the unit, 7 shut down the computer, 8 cancel the shutdowns.
-constexpr int kFirstControl = 3;
+/// In the order in which they stand, column by column.
+enum ControlButton : int {
+  kShortTest,
+  kTestUntilBatteryLow,
+  kCancelTest,
+  kShutDownUnit,
+  kShutDownComputer,
+  kCancelShutdowns,
+  kControlCount
+};
 
-/// The release of button `number`. 6 takes two seconds, in which other handlers run.
-void PressControl(int number);
+/// The release of a button. kShutDownUnit takes two seconds, in which other handlers run.
+void PressControl(ControlButton control);
 
 }  // namespace varek

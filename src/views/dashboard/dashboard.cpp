@@ -25,6 +25,7 @@
 #include "views/kit/controls/picture_button.h"
 #include "views/kit/controls/picture_view.h"
 #include "views/kit/controls/pictures.h"
+#include "views/kit/controls/shown.h"
 
 namespace varek {
 
@@ -33,8 +34,6 @@ namespace {
 constexpr int kFrameTick = 150;
 constexpr int kLampTick = 1000;
 
-/// The client area in which the places below are given.
-constexpr QSize kDesign{764, 507};
 constexpr QSize kStartSize{780, 540};
 /// The smallest panel at its design size, and what stands around it.
 constexpr QSize kLeastSize{612, 428};
@@ -53,7 +52,10 @@ constexpr QSize kLargestButton{280, 52};
 constexpr std::array<size_t, 3> kTabNames{texts::kReadingsTab, texts::kDetailsTab,
                                           texts::kControlTab};
 
-QString Shown(const std::string& text) { return QString::fromStdString(text); }
+QRect Placed(const Area& area, QSize client) {
+  return ScaleRect({area.left, area.top, area.width, area.height}, {kClientWidth, kClientHeight},
+                   client);
+}
 
 MenuOpeners openers{};
 
@@ -117,13 +119,13 @@ void ConnectDashboard() {
 
 Form1::Form1()
     : ViewWindow(kNumber, kStartSize, kLeastSize),
-      Timer2("form1 Timer2", [this] { Timer2_Timer(); }),
-      Timer4("form1 Timer4", [this] { Timer4_Timer(); }) {
+      lampTimer_("form1 Timer2", [this] { UpdateStatusLamps(); }),
+      needleTimer_("form1 Timer4", [this] { NeedleTick(); }) {
   MakeBackground();
   MakeTabs();
   MakeLamps();
-  Picture6 = new Bubble(Client());
-  menu_ = std::make_unique<MenuStrip>(Client(), *Picture6, OpenMenuItem);
+  bubble_ = new Bubble(Client());
+  menu_ = std::make_unique<MenuStrip>(Client(), *bubble_, OpenMenuItem);
   search_ = new SearchBox(Client());
   ApplyLanguage();
   ShowDebugLines();
@@ -134,51 +136,51 @@ Form1::Form1()
 
 Form1::~Form1() {
   // The toolkit may send leave events to parts of a window that is being destroyed.
-  for (PictureView* view : Picture8) view->OnMouse({}, {});
-  BackPic->OnMouse({}, {});
-  Timer4.SetInterval(0);
-  Timer2.SetInterval(0);
+  for (PictureView* view : statusLamps_) view->OnMouse({}, {});
+  background_->OnMouse({}, {});
+  needleTimer_.SetInterval(0);
+  lampTimer_.SetInterval(0);
   menu_->Stop();
   DataCenter.FormOpen[kNumber] = kClear;
 }
 
 void Form1::MakeBackground() {
-  back_ = LoadPicture("back.jpg");
-  BackPic = new PictureView(Client());
-  BackPic->SetPicture(back_);
-  BackPic->OnMouse("form1 BackPic_MouseMove", [this] { HideLampText(); });
+  backgroundPicture_ = LoadPicture("back.jpg");
+  background_ = new PictureView(Client());
+  background_->SetPicture(backgroundPicture_);
+  background_->OnMouse("form1 BackPic_MouseMove", [this] { HideLampText(); });
 }
 
 void Form1::MakeTabs() {
-  Tab1 = new QWidget(Client());
-  tabBar_ = new QTabBar(Tab1);
+  tabs_ = new QWidget(Client());
+  tabBar_ = new QTabBar(tabs_);
   tabBar_->setDrawBase(false);
   for (size_t i = 0; i < kTabNames.size(); ++i) tabBar_->addTab(QString());
-  pages_ = new QStackedWidget(Tab1);
+  pages_ = new QStackedWidget(tabs_);
   pages_->setStyleSheet(
       QStringLiteral("QStackedWidget { background: %1; } QLabel#value { font-size: 16px; }")
           .arg(ToQColor(palette::kPanel).name()));
-  Picture11 = new PanelView(pages_->widget(pages_->addWidget(new QWidget)), panel_);
+  instrumentView_ = new PanelView(pages_->widget(pages_->addWidget(new QWidget)), panel_);
   MakeDetailsTab();
   MakeControlTab();
   connect(tabBar_, &QTabBar::currentChanged, pages_, &QStackedWidget::setCurrentIndex);
-  Combo1 = new ChoiceList(Client());
-  Combo1->setStyleSheet(QStringLiteral("font-size: 11px;"));
-  Combo1->ensurePolished();      // Its unfolded list is measured by these letters.
-  setTabOrder(tabBar_, Combo1);  // It stands beside the tabs, above what they show.
+  recentMessages_ = new ChoiceList(Client());
+  recentMessages_->setStyleSheet(QStringLiteral("font-size: 11px;"));
+  recentMessages_->ensurePolished();      // Its unfolded list is measured by these letters.
+  setTabOrder(tabBar_, recentMessages_);  // It stands beside the tabs, above what they show.
 }
 
 void Form1::MakeDetailsTab() {
   auto* page = new QWidget;
   auto* grid = new QGridLayout(page);
-  for (int row = 0; row < static_cast<int>(Label4.size()); ++row) {
+  for (int row = 0; row < static_cast<int>(kRatingCount); ++row) {
     const auto i = static_cast<size_t>(row);
-    captions_[i] = new QLabel(page);
-    Label4[i] = new QLabel(page);
-    Label4[i]->setTextFormat(Qt::PlainText);
-    Label4[i]->setObjectName(QStringLiteral("value"));
-    grid->addWidget(captions_[i], row, 0);
-    grid->addWidget(Label4[i], row, 1);
+    ratingCaptions_[i] = new QLabel(page);
+    ratings_[i] = new QLabel(page);
+    ratings_[i]->setTextFormat(Qt::PlainText);
+    ratings_[i]->setObjectName(QStringLiteral("value"));
+    grid->addWidget(ratingCaptions_[i], row, 0);
+    grid->addWidget(ratings_[i], row, 1);
   }
   grid->setColumnStretch(1, 1);
   pages_->addWidget(page);
@@ -188,89 +190,86 @@ void Form1::MakeControlTab() {
   auto* page = new QWidget;
   auto* grid = new QGridLayout(page);
   grid->setSpacing(24);
-  for (int i = 0; i < static_cast<int>(Picture7.size()); ++i) {
-    auto* button = new PictureButton(page, QStringLiteral("button"), "form1 Picture7_MouseUp",
-                                     [number = i + kFirstControl] { PressControl(number); });
+  for (int i = 0; i < kControlCount; ++i) {
+    auto* button =
+        new PictureButton(page, QStringLiteral("button"), "form1 Picture7_MouseUp",
+                          [control = static_cast<ControlButton>(i)] { PressControl(control); });
     button->setMinimumSize(kLeastButton);
     button->setMaximumSize(kLargestButton);
     button->setSizePolicy(QSizePolicy::Expanding, QSizePolicy::Expanding);
-    Picture7[static_cast<size_t>(i)] = button;
+    controlButtons_[static_cast<size_t>(i)] = button;
     grid->addWidget(button, i % 3, i / 3);
   }
   pages_->addWidget(page);
 }
 
 void Form1::MakeLamps() {
-  for (const char* name : kLampPictures) pictures_[name] = LoadPicture(name);
-  for (int lamp = 0; lamp < kLampCount; ++lamp) {
+  for (const char* name : kLampPictures) lampPictures_[name] = LoadPicture(name);
+  for (int i = 0; i < kLampCount; ++i) {
     auto* view = new PictureView(Client());
     view->OnMouse(
-        "form1 Picture8_MouseMove", [this, lamp] { ShowLampText(lamp); },
+        "form1 Picture8_MouseMove", [this, lamp = static_cast<Lamp>(i)] { ShowLampText(lamp); },
         [this] { HideLampText(); });
-    Picture8[static_cast<size_t>(lamp)] = view;
+    statusLamps_[static_cast<size_t>(i)] = view;
   }
 }
 
 void Form1::ApplyLanguage() {
   ViewWindow::ApplyLanguage();
-  SetCaption(Shown(LangText[texts::kDashboardCaption]));
+  SetCaption(Shown(texts::kDashboardCaption));
   for (size_t i = 0; i < kTabNames.size(); ++i)
-    tabBar_->setTabText(static_cast<int>(i), Shown(LangText[kTabNames[i]]));
-  for (size_t i = 0; i < captions_.size(); ++i)
-    captions_[i]->setText(Shown(LangText[texts::kRatedVoltage + i]));
-  for (size_t i = 0; i < Picture7.size(); ++i)
-    Picture7[i]->SetText(Shown(LangText[texts::kTenSecondTest + i]));
-  Combo1->setAccessibleName(Shown(LangText[texts::kRecentMessages]));
+    tabBar_->setTabText(static_cast<int>(i), Shown(kTabNames[i]));
+  for (size_t i = 0; i < ratingCaptions_.size(); ++i)
+    ratingCaptions_[i]->setText(Shown(texts::kRatedVoltage + i));
+  for (size_t i = 0; i < controlButtons_.size(); ++i)
+    controlButtons_[i]->SetText(Shown(texts::kTenSecondTest + i));
+  recentMessages_->setAccessibleName(Shown(texts::kRecentMessages));
   menu_->ApplyLanguage();
   search_->ApplyLanguage();
   tabBar_->adjustSize();
 }
 
 void Form1::ShowDebugLines() {
-  Combo1->clear();
+  recentMessages_->clear();
   int longest = 0;
   for (auto line = DataCenter.DebugLines.rbegin(); line != DataCenter.DebugLines.rend(); ++line) {
-    Combo1->addItem(Shown(*line));
-    longest = std::max(longest, Combo1->fontMetrics().horizontalAdvance(Shown(*line)));
+    recentMessages_->addItem(Shown(*line));
+    longest = std::max(longest, recentMessages_->fontMetrics().horizontalAdvance(Shown(*line)));
   }
-  Combo1->setCurrentIndex(kDebugLineCount - 1);
-  Combo1->setToolTip(Combo1->currentText());
-  Combo1->view()->setMinimumWidth(longest + kListMargin);
+  recentMessages_->setCurrentIndex(kDebugLineCount - 1);
+  recentMessages_->setToolTip(recentMessages_->currentText());
+  recentMessages_->view()->setMinimumWidth(longest + kListMargin);
 }
-
-QWidget* Form1::MenuItem(int item) const { return menu_->Item(item); }
-
-std::string Form1::SelectedLine() const { return Combo1->currentText().toStdString(); }
 
 void Form1::LayoutDashboard() {
   const QSize client = Client()->size();
-  const QPoint corner = ScaleRect({100, 65, 0, 0}, kDesign, client).topLeft();
-  Tab1->setGeometry(corner.x(), corner.y(), client.width() - corner.x() + kTabOverhang,
-                    client.height() - corner.y() - kBottomMargin);
-  Combo1->setGeometry(ScaleRect({430, 65, 326, kTabHeaderHeight - 2}, kDesign, client));
-  Picture11->setGeometry(ScaleRect({0, 0, 664, 404}, kDesign, client));
-  layout_.Resizeinit(client, {Tab1, Combo1, Picture11});
+  const QPoint corner = Placed({kTabsCorner.x, kTabsCorner.y, 0, 0}, client).topLeft();
+  tabs_->setGeometry(corner.x(), corner.y(), client.width() - corner.x() + kTabOverhang,
+                     client.height() - corner.y() - kBottomMargin);
+  recentMessages_->setGeometry(Placed(kMessageList, client));
+  instrumentView_->setGeometry(Placed(kInstrumentView, client));
+  layout_.Resizeinit(client, {tabs_, recentMessages_, instrumentView_});
   Form_Resize();
 }
 
 void Form1::Form_Resize() {
   layout_.Apply(Client()->size());
-  BackPic->setGeometry(Client()->rect());
+  background_->setGeometry(Client()->rect());
   PlacePages();
   KeepPanelWhole();
   PlaceLamps();
-  menu_->Place(Tab1->y());
+  menu_->Place(tabs_->y());
   search_->Place();
-  panel_.Resize(Client()->width(), Picture11->width(), Picture11->height());
+  panel_.Resize(Client()->width(), instrumentView_->width(), instrumentView_->height());
 }
 
 /// The row of the tabs is as high as the list of lines in it.
 void Form1::PlacePages() {
-  const int header = std::max(kTabHeaderHeight, Combo1->height() + 2);
+  const int header = std::max(kTabHeaderHeight, recentMessages_->height() + 2);
   tabBar_->adjustSize();
   tabBar_->move(0, header - tabBar_->height());
-  pages_->setGeometry(0, header, Tab1->width(), Tab1->height() - header);
-  const int hidden = Tab1->geometry().right() - Client()->rect().right();
+  pages_->setGeometry(0, header, tabs_->width(), tabs_->height() - header);
+  const int hidden = tabs_->geometry().right() - Client()->rect().right();
   for (int i = 1; i < pages_->count(); ++i)
     pages_->widget(i)->layout()->setContentsMargins(kPageMargin, kPageMargin, kPageMargin + hidden,
                                                     kPageMargin);
@@ -280,57 +279,65 @@ void Form1::PlacePages() {
 /// lower edge. It gets a place from which it is shrunk instead.
 void Form1::KeepPanelWhole() {
   const SizeClass& sizeClass = ChooseSizeClass(Client()->width());
-  const int height = Picture11->height();
+  const int height = instrumentView_->height();
   if (height >= sizeClass.designHeight) return;
-  if (FitScale(Picture11->width(), height, sizeClass) < 1) return;
-  Picture11->resize(Picture11->width(), sizeClass.designHeight * 95 / 100);
+  if (FitScale(instrumentView_->width(), height, sizeClass) < 1) return;
+  instrumentView_->resize(instrumentView_->width(), sizeClass.designHeight * 95 / 100);
 }
 
 void Form1::PlaceLamps() {
-  for (int lamp = 0; lamp < kLampCount; ++lamp)
-    Lamp(lamp)->setGeometry(ScaleRect({16, 96 + 56 * lamp, 65, 41}, kDesign, Client()->size()));
+  Area place = kTopLamp;
+  for (PictureView* lamp : statusLamps_) {
+    lamp->setGeometry(Placed(place, Client()->size()));
+    place.top += kLampPitch;
+  }
 }
 
 void Form1::Form_Activate() {
-  Timer4.SetInterval(kFrameTick);
-  Timer2.SetInterval(kLampTick);
+  needleTimer_.SetInterval(kFrameTick);
+  lampTimer_.SetInterval(kLampTick);
 }
 
-void Form1::Timer4_Timer() {
+void Form1::NeedleTick() {
   panel_.Frame();
-  Picture11->update();
+  instrumentView_->update();
 }
-
-void Form1::Timer2_Timer() { UpdateStatusLamps(); }
 
 void Form1::UpdateStatusLamps() {
-  for (int lamp = 0; lamp < kLampCount; ++lamp) {
-    Lamp(lamp)->setVisible(IsLampShown(lamp));
-    if (const auto name = LampPicture(lamp)) Lamp(lamp)->SetPicture(pictures_.at(*name));
+  for (int i = 0; i < kLampCount; ++i) {
+    const auto lamp = static_cast<Lamp>(i);
+    statusLamps_[lamp]->setVisible(IsLampShown(lamp));
+    if (const auto name = LampPicture(lamp))
+      statusLamps_[lamp]->SetPicture(lampPictures_.at(*name));
   }
   if (explained_) ShowLampText(*explained_);
   ShowRatings();
 }
 
+/// In the order of the captions, which are the texts from kRatedVoltage on.
 void Form1::ShowRatings() {
-  Label4[0]->setText(Shown(platform::SingleText(DataCenter.ratings.RatingVoltage) + "V"));
-  Label4[1]->setText(Shown(std::to_string(DataCenter.ratings.RatingCurrent) + "A"));
-  Label4[2]->setText(Shown(platform::SingleText(DataCenter.ratings.RatingFrequency) + "Hz"));
-  Label4[3]->setText(Shown(platform::SingleText(DataCenter.ratings.RatingBatteryVoltage) + "V"));
-  Label4[4]->setText(Shown(platform::ShownText(DataCenter.identity.UPSCompany)));
-  Label4[5]->setText(Shown(platform::ShownText(DataCenter.identity.UPSModel)));
-  Label4[6]->setText(Shown(platform::ShownText(DataCenter.identity.UPSVersion)));
+  const auto& ratings = DataCenter.ratings;
+  const auto& identity = DataCenter.identity;
+  const std::array<std::string, kRatingCount> lines{
+      platform::SingleText(ratings.RatingVoltage) + "V",
+      std::to_string(ratings.RatingCurrent) + "A",
+      platform::SingleText(ratings.RatingFrequency) + "Hz",
+      platform::SingleText(ratings.RatingBatteryVoltage) + "V",
+      platform::ShownText(identity.UPSCompany),
+      platform::ShownText(identity.UPSModel),
+      platform::ShownText(identity.UPSVersion)};
+  for (size_t i = 0; i < kRatingCount; ++i) ratings_[i]->setText(Shown(lines[i]));
 }
 
 /// The text stays true while the pointer rests: each tick of the lamps renews it.
-void Form1::ShowLampText(int lamp) {
+void Form1::ShowLampText(Lamp lamp) {
   explained_ = lamp;
-  Picture6->ShowText(LampText(lamp), Lamp(lamp)->geometry().topRight());
+  bubble_->ShowText(LampText(lamp), statusLamps_[lamp]->geometry().topRight());
 }
 
 void Form1::HideLampText() {
   explained_.reset();
-  Picture6->hide();
+  bubble_->hide();
 }
 
 }  // namespace varek

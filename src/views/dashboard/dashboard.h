@@ -33,6 +33,7 @@ class PictureButton;
 class PictureView;
 class SearchBox;
 
+/// The dashboard.
 class Form1 final : public ViewWindow {
  public:
   static constexpr int kNumber = 1;
@@ -47,22 +48,17 @@ class Form1 final : public ViewWindow {
   /// Fills the list with DebugLines, the newest last and selected.
   void ShowDebugLines();
 
-  /// The parts, for those who show something in them, and for tests.
+  /// Where a search for the unit shows itself.
   SearchBox& Search() { return *search_; }
-  const InstrumentPanel& Panel() const { return panel_; }
-  PictureView* Lamp(int lamp) const { return Picture8.at(static_cast<size_t>(lamp)); }
-  PictureButton* Button(int number) const {
-    return Picture7.at(static_cast<size_t>(number - kFirstControl));
-  }
-  QWidget* MenuItem(int item) const;
-  /// The one of the ten lines that is selected.
-  std::string SelectedLine() const;
 
  protected:
   void Form_Resize() override;
   void Form_Activate() override;
 
  private:
+  /// Lines of the tab that tells what the unit is.
+  static constexpr size_t kRatingCount = 7;
+
   void MakeBackground();
   void MakeTabs();
   void MakeDetailsTab();
@@ -74,34 +70,33 @@ class Form1 final : public ViewWindow {
   void KeepPanelWhole();
   void UpdateStatusLamps();
   void ShowRatings();
-  void ShowLampText(int lamp);
+  void ShowLampText(Lamp lamp);
   void HideLampText();
 
-  void Timer2_Timer();
-  void Timer4_Timer();
+  void NeedleTick();
 
   InstrumentPanel panel_;
-  std::map<std::string, QPixmap> pictures_;  ///< of the lamps, by file name
-  QPixmap back_;
+  std::map<std::string, QPixmap> lampPictures_;  ///< by file name
+  QPixmap backgroundPicture_;
   DesignLayout layout_;
 
-  PictureView* BackPic = nullptr;
-  QWidget* Tab1 = nullptr;
+  PictureView* background_ = nullptr;
+  QWidget* tabs_ = nullptr;  ///< their row and what they show
   QTabBar* tabBar_ = nullptr;
   QStackedWidget* pages_ = nullptr;
-  QWidget* Picture11 = nullptr;
-  QComboBox* Combo1 = nullptr;
-  std::array<QLabel*, 7> captions_{};
-  std::array<QLabel*, 7> Label4{};
-  std::array<PictureButton*, 6> Picture7{};
-  std::array<PictureView*, kLampCount> Picture8{};
-  Bubble* Picture6 = nullptr;
-  std::optional<int> explained_;  ///< the lamp that the pointer rests on
+  QWidget* instrumentView_ = nullptr;
+  QComboBox* recentMessages_ = nullptr;
+  std::array<QLabel*, kRatingCount> ratingCaptions_{};
+  std::array<QLabel*, kRatingCount> ratings_{};
+  std::array<PictureButton*, kControlCount> controlButtons_{};
+  std::array<PictureView*, kLampCount> statusLamps_{};
+  Bubble* bubble_ = nullptr;
+  std::optional<Lamp> explained_;  ///< the lamp that the pointer rests on
   SearchBox* search_ = nullptr;
   std::unique_ptr<MenuStrip> menu_;
 
-  platform::Timer Timer2;
-  platform::Timer Timer4;
+  platform::Timer lampTimer_;
+  platform::Timer needleTimer_;
 };
 
 /// The one instance.

@@ -45,20 +45,24 @@ float FrequencyReading() { return static_cast<float>(platform::LenientNumber(Get
 
 }  // namespace
 
+std::string PanelPicture(const SizeClass& sizeClass) {
+  return PanelKind() + std::string(sizeClass.suffix) + ".jpg";
+}
+
 InstrumentPanel::InstrumentPanel() {
   for (const SizeClass& sizeClass : kSizeClasses) {
     const auto index = static_cast<size_t>(sizeClass.barIndex);
-    Picture3[index] = Forced(LoadBar("batterybar", sizeClass), kBarSizes[index]);
-    Picture5[index] = Forced(LoadBar("loadbar", sizeClass), kBarSizes[index]);
+    batteryBars_[index] = Forced(LoadBar("batterybar", sizeClass), kBarSizes[index]);
+    loadBars_[index] = Forced(LoadBar("loadbar", sizeClass), kBarSizes[index]);
   }
-  Picture11.SetSmooth(true);
+  panel_.SetSmooth(true);
 }
 
 void InstrumentPanel::Resize(int clientWidth, int width, int height) {
-  sizeClass_ = &ChooseSizeClass(clientWidth);
-  Picture11.Resize(width, height);
-  PictureOut.Resize(width, height);
-  PictureOut.Clear(palette::kPanel);
+  scale_ = ChooseScale(clientWidth, width, height);
+  panel_.Resize(width, height);
+  back_.Resize(width, height);
+  back_.Clear(palette::kPanel);
   bool changed = false;
   ReNewBuffer(changed);
   ReNewBack();
@@ -69,7 +73,7 @@ void InstrumentPanel::Resize(int clientWidth, int width, int height) {
 /// where they are.
 void InstrumentPanel::ShowNextFrame() {
   const Needles kept = needles_;
-  Paint();
+  PaintMain();
   needles_ = kept;
 }
 
@@ -77,137 +81,122 @@ void InstrumentPanel::Frame() {
   bool changed = false;
   ReNewBuffer(changed);
   if (changed) ReNewBack();
-  Paint();
-}
-
-void InstrumentPanel::Paint() {
-  PaintMain(static_cast<int16_t>(sizeClass_->lineWidth), sizeClass_->sizeFactor,
-            FitScale(Picture11.Width(), Picture11.Height(), *sizeClass_), kOffsetX, kOffsetY,
-            static_cast<int16_t>(sizeClass_->barIndex));
+  PaintMain();
 }
 
 void InstrumentPanel::ReNewBuffer(bool& changed) {
-  const Choice present{DataCenter.flags.UPStype, DataCenter.identity.UPSVersion, sizeClass_,
+  const Choice present{DataCenter.flags.UPStype, DataCenter.identity.UPSVersion, scale_.sizeClass,
                        DataCenter.IsConnect};
   changed = !(present == choice_);
   if (!changed) return;
   // Remembered first: a picture that has gone is reported once, not at every frame.
   choice_ = present;
   DeriveCapabilities();
-  name_ = PanelKind() + std::string(sizeClass_->suffix) + ".jpg";
-  InstrumentPicture = platform::Surface(platform::ImagePath(name_));
+  face_ = platform::Surface(platform::ImagePath(PanelPicture(*scale_.sizeClass)));
 }
 
 void InstrumentPanel::ReNewBack() {
-  const float fit = FitScale(PictureOut.Width(), PictureOut.Height(), *sizeClass_);
-  const double width = sizeClass_->designWidth;
-  const double height = sizeClass_->designHeight;
-  PictureOut.Stretch({0, 0, width * fit, height * fit}, InstrumentPicture, {0, 0, width, height});
+  const double width = scale_.sizeClass->designWidth;
+  const double height = scale_.sizeClass->designHeight;
+  back_.Stretch({0, 0, width * scale_.fit, height * scale_.fit}, face_, {0, 0, width, height});
 }
 
-void InstrumentPanel::PaintMain(int16_t lineWidth, float sizeFactor, float fitScale,
-                                int16_t offsetX, int16_t offsetY, int16_t barIndex) {
-  factor_ = sizeFactor * fitScale;
-  fitScale_ = fitScale;
-  offsetX_ = offsetX;
-  offsetY_ = offsetY;
-  Picture11.Copy(PictureOut);
-  Picture11.SetLineWidth(lineWidth);
-  Picture11.SetTextSize(
-      std::max(kLeastTextSize, static_cast<int>(std::lround(kTextSize * factor_))));
+void InstrumentPanel::PaintMain() {
+  panel_.Copy(back_);
+  panel_.SetLineWidth(scale_.sizeClass->lineWidth);
+  panel_.SetTextSize(
+      std::max(kLeastTextSize, static_cast<int>(std::lround(kTextSize * scale_.factor))));
   DrawReadings();
   if (DataCenter.HasTemperature) DrawTemperature();
-  DataCenter.HasLoad ? DrawTwoBars(barIndex) : DrawBatteryAlone(barIndex);
+  DataCenter.HasLoad ? DrawTwoBars() : DrawBatteryAlone();
 }
 
 void InstrumentPanel::DrawReadings() {
-  DrawDial(DialOf(kInputDial), DataCenter.readings.InputVoltage);
-  DrawDial(DialOf(kOutputDial), DataCenter.readings.OutputVoltage);
-  DrawDial(DialOf(kFrequencyDial), FrequencyReading());
-  PrintValue(248, 327, DataCenter.readings.InputVoltage, "V");
-  PrintValue(85, 387, DataCenter.readings.OutputVoltage, "V");
-  PrintValue(400, 389, FrequencyReading(), "Hz");
-  PrintCentred(LangText[texts::kOutputVoltage], 100, 405);
-  PrintCentred(LangText[texts::kInputVoltage], 265, 346);
-  PrintCentred(LangText[texts::kFrequency], 410, 405);
+  const Dial& input = DialOf(kInputDial);
+  const Dial& output = DialOf(kOutputDial);
+  const Dial& frequency = DialOf(kFrequencyDial);
+  DrawDial(input, DataCenter.readings.InputVoltage);
+  DrawDial(output, DataCenter.readings.OutputVoltage);
+  DrawDial(frequency, FrequencyReading());
+  PrintValue(input.value, DataCenter.readings.InputVoltage, "V");
+  PrintValue(output.value, DataCenter.readings.OutputVoltage, "V");
+  PrintValue(frequency.value, FrequencyReading(), "Hz");
+  PrintCentred(LangText[texts::kOutputVoltage], output.caption);
+  PrintCentred(LangText[texts::kInputVoltage], input.caption);
+  PrintCentred(LangText[texts::kFrequency], frequency.caption);
 }
 
 void InstrumentPanel::DrawTemperature() {
-  PrintCentred(LangText[texts::kTemperature], 472, 75);
-  PrintValue(465, 60, GetTemperature(), DataCenter.settings.UseCelsius ? "C" : "F");
-  DrawDial(DialOf(kTemperatureDial), GetTemperature());
+  const Dial& dial = DialOf(kTemperatureDial);
+  PrintCentred(LangText[texts::kTemperature], dial.caption);
+  PrintValue(dial.value, GetTemperature(), DataCenter.settings.UseCelsius ? "C" : "F");
+  DrawDial(dial, GetTemperature());
 }
 
-void InstrumentPanel::DrawTwoBars(int barIndex) {
-  const auto index = static_cast<size_t>(barIndex);
-  DrawLevelBar(BatteryReading(), kBatteryWithLoad, Picture3.at(index));
-  DrawLevelBar(GetLoadPercent(), kLoad, Picture5.at(index));
-  PrintValue(615, 353, BatteryReading(), "%");
-  PrintValue(546, 352, GetLoadPercent(), "%");
-  PrintCentred(LangText[texts::kLoad], 555, 370);
-  PrintCentred(LangText[texts::kBattery], 628, 370);
-  PrintCentred("120%", 555, 26);
-  PrintCentred("100%", 624, 26);
+void InstrumentPanel::DrawTwoBars() {
+  DrawLevelBar(kBatteryWithLoad, BatteryReading(), batteryBars_);
+  DrawLevelBar(kLoad, GetLoadPercent(), loadBars_);
+  PrintBarTexts(kBatteryWithLoad, BatteryReading(), LangText[texts::kBattery]);
+  PrintBarTexts(kLoad, GetLoadPercent(), LangText[texts::kLoad]);
 }
 
-void InstrumentPanel::DrawBatteryAlone(int barIndex) {
-  DrawLevelBar(BatteryReading(), kBatteryAlone, Picture3.at(static_cast<size_t>(barIndex)));
-  PrintValue(570, 353, BatteryReading(), "%");
-  PrintCentred(LangText[texts::kBattery], 581, 370);
-  PrintCentred("100%", 577, 26);
+void InstrumentPanel::DrawBatteryAlone() {
+  DrawLevelBar(kBatteryAlone, BatteryReading(), batteryBars_);
+  PrintBarTexts(kBatteryAlone, BatteryReading(), LangText[texts::kBattery]);
 }
 
 void InstrumentPanel::DrawDial(const Dial& dial, float value) {
-  const Point centre{static_cast<double>(ToPixels(offsetX_ + dial.centreX, factor_)),
-                     static_cast<double>(ToPixels(offsetY_ + dial.centreY, factor_))};
-  const double length = ToPixels(dial.length, factor_);
   switch (dial.needle) {
     case Needle::Main:
-      return DrawMainNeedle(value, dial, centre, length);
+      return DrawMainNeedle(dial, value);
     case Needle::Left:
-      return DrawLeftNeedle(value, dial, centre, length);
+      return DrawLeftNeedle(dial, value);
     case Needle::Right:
-      return DrawRightNeedle(value, dial, centre, length);
+      return DrawRightNeedle(dial, value);
   }
 }
 
-void InstrumentPanel::DrawMainNeedle(float value, const Dial& dial, Point centre, double length) {
-  const NeedleLine line = needles_.MoveMain(value, dial.index, dial.fullScale, dial.startAngle,
-                                            dial.endAngle, centre, length);
-  Picture11.SetLineWidth(kNeedleWidth);
-  Picture11.Line(line.tail.x, line.tail.y, line.tip.x, line.tip.y, kWhite);
-  Picture11.Circle(centre.x, centre.y, kHubRadius, kHub);
+void InstrumentPanel::DrawMainNeedle(const Dial& dial, float value) {
+  panel_.SetLineWidth(kNeedleWidth);
+  DrawLine(needles_.MoveMain(dial, value, scale_));
+  const Point centre = DialCentre(dial, scale_.factor);
+  panel_.Circle(centre.x, centre.y, kHubRadius, kHub);
 }
 
-void InstrumentPanel::DrawLeftNeedle(float value, const Dial& dial, Point centre, double length) {
-  const NeedleLine line = needles_.MoveLeft(value, dial.index, dial.fullScale, dial.startAngle,
-                                            dial.endAngle, centre, length);
-  Picture11.SetLineWidth(kNeedleWidth);
-  Picture11.Line(line.tail.x, line.tail.y, line.tip.x, line.tip.y, kWhite);
+void InstrumentPanel::DrawLeftNeedle(const Dial& dial, float value) {
+  panel_.SetLineWidth(kNeedleWidth);
+  DrawLine(needles_.MoveLeft(dial, value, scale_));
 }
 
 /// Drawn with the width that the needle before it has left.
-void InstrumentPanel::DrawRightNeedle(float value, const Dial& dial, Point centre, double length) {
-  const NeedleLine line = needles_.MoveRight(value, dial.index, dial.fullScale, dial.startAngle,
-                                             dial.endAngle, centre, length);
-  Picture11.Line(line.tail.x, line.tail.y, line.tip.x, line.tip.y, kWhite);
+void InstrumentPanel::DrawRightNeedle(const Dial& dial, float value) {
+  DrawLine(needles_.MoveRight(dial, value, scale_));
 }
 
-void InstrumentPanel::DrawLevelBar(float value, const Bar& bar, const platform::Surface& picture) {
-  const Needles::BarPart part = needles_.MoveBar(
-      value, bar.index, bar.fullScale, 0, picture.Height(), ToPixels(bar.x, factor_),
-      ToPixels(bar.y, factor_), fitScale_, {picture.Width(), picture.Height()});
-  Picture11.Stretch(part.to, picture, part.from);
+void InstrumentPanel::DrawLine(const NeedleLine& line) {
+  panel_.Line(line.tail.x, line.tail.y, line.tip.x, line.tip.y, kWhite);
 }
 
-void InstrumentPanel::PrintValue(int x, int y, float value, const char* unit) {
-  Picture11.SetTextColor(palette::kReading);
-  Picture11.Text(ToPixels(x, factor_), ToPixels(y, factor_), platform::SingleText(value) + unit);
+void InstrumentPanel::DrawLevelBar(const Bar& bar, float value, const BarPictures& pictures) {
+  const BarPart part = needles_.MoveBar(bar, value, scale_);
+  panel_.Stretch(part.to, pictures.at(static_cast<size_t>(scale_.sizeClass->barIndex)), part.from);
 }
 
-void InstrumentPanel::PrintCentred(const std::string& text, int x, int y) {
-  Picture11.Text(ToPixels(x, factor_) - Picture11.TextWidth(text) / 2.0, ToPixels(y, factor_),
-                 text);
+void InstrumentPanel::PrintBarTexts(const Bar& bar, float value, const std::string& caption) {
+  PrintValue(bar.value, value, "%");
+  PrintCentred(caption, bar.caption);
+  PrintCentred(bar.topNumeral, bar.topNumeralPlace);
+}
+
+void InstrumentPanel::PrintValue(Spot at, float value, const char* unit) {
+  panel_.SetTextColor(palette::kReading);
+  panel_.Text(ToPixels(at.x, scale_.factor), ToPixels(at.y, scale_.factor),
+              platform::SingleText(value) + unit);
+}
+
+void InstrumentPanel::PrintCentred(const std::string& text, Spot at) {
+  panel_.Text(ToPixels(at.x, scale_.factor) - panel_.TextWidth(text) / 2.0,
+              ToPixels(at.y, scale_.factor), text);
 }
 
 }  // namespace varek

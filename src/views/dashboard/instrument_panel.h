@@ -13,6 +13,9 @@
 
 namespace varek {
 
+/// The file of the panel's picture for what the unit measures: HasTemperature and HasLoad.
+std::string PanelPicture(const SizeClass& sizeClass);
+
 class InstrumentPanel final {
  public:
   /// Loads the bar pictures. A missing one throws RuntimeError 53.
@@ -27,11 +30,7 @@ class InstrumentPanel final {
   void Frame();
 
   /// What is seen.
-  const platform::Surface& Picture() const { return Picture11; }
-  /// Degrees of a dial, rows of a bar's picture.
-  double NeedlePosition(Instrument index) const { return needles_.Position(index); }
-  /// The file of the panel picture in use.
-  const std::string& PictureName() const { return name_; }
+  const platform::Surface& Picture() const { return panel_; }
 
   /// Chooses the panel picture by what the unit measures; `changed` is true when another one was
   /// loaded.
@@ -46,39 +45,34 @@ class InstrumentPanel final {
     Flag isConnect;
     bool operator==(const Choice&) const = default;
   };
+  /// By SizeClass::barIndex.
+  using BarPictures = std::array<platform::Surface, kBarSizes.size()>;
 
   void ReNewBack();
   void ShowNextFrame();
-  void Paint();
-  void PaintMain(int16_t lineWidth, float sizeFactor, float fitScale, int16_t offsetX,
-                 int16_t offsetY, int16_t barIndex);
-  void DrawDial(const Dial& dial, float value);
-  void DrawMainNeedle(float value, const Dial& dial, Point centre, double length);
-  void DrawLeftNeedle(float value, const Dial& dial, Point centre, double length);
-  void DrawRightNeedle(float value, const Dial& dial, Point centre, double length);
+  void PaintMain();
   void DrawReadings();
   void DrawTemperature();
-  void DrawTwoBars(int barIndex);
-  void DrawBatteryAlone(int barIndex);
-  void DrawLevelBar(float value, const Bar& bar, const platform::Surface& picture);
-  void PrintValue(int x, int y, float value, const char* unit);
-  void PrintCentred(const std::string& text, int x, int y);
+  void DrawTwoBars();
+  void DrawBatteryAlone();
+  void DrawDial(const Dial& dial, float value);
+  void DrawMainNeedle(const Dial& dial, float value);
+  void DrawLeftNeedle(const Dial& dial, float value);
+  void DrawRightNeedle(const Dial& dial, float value);
+  void DrawLine(const NeedleLine& line);
+  void DrawLevelBar(const Bar& bar, float value, const BarPictures& pictures);
+  void PrintBarTexts(const Bar& bar, float value, const std::string& caption);
+  void PrintValue(Spot at, float value, const char* unit);
+  void PrintCentred(const std::string& text, Spot at);
 
-  platform::Surface Picture11;                ///< what is seen
-  platform::Surface PictureOut;               ///< the scaled face alone
-  platform::Surface InstrumentPicture;        ///< the face as loaded
-  std::array<platform::Surface, 3> Picture3;  ///< filled battery bars, by bar index
-  std::array<platform::Surface, 3> Picture5;  ///< filled load bars
+  platform::Surface panel_;  ///< what is seen
+  platform::Surface back_;   ///< the scaled face alone
+  platform::Surface face_;   ///< as loaded
+  BarPictures batteryBars_;  ///< filled
+  BarPictures loadBars_;
   Needles needles_;
   Choice choice_{kClear, "", nullptr, kClear};
-  std::string name_;
-  const SizeClass* sizeClass_ = &kSizeClasses[0];
-
-  // Of the frame that is being drawn.
-  double factor_ = 1;  ///< pixels for a design unit
-  float fitScale_ = 1;
-  int offsetX_ = 0;
-  int offsetY_ = 0;
+  PanelScale scale_;
 };
 
 }  // namespace varek

@@ -29,31 +29,30 @@ int16_t WantedAt(int distance) {
 }  // namespace
 
 MenuSizes::MenuSizes() {
-  MenuSizeNow.fill(kSmall);
-  MenuSizeWanted.fill(kSmall);
+  sizes_.fill(kSmall);
+  wanted_.fill(kSmall);
 }
 
 void MenuSizes::Hover(int item, int y) {
   if (y > Size(item) * kLowestTenth) return Collapse();
   for (int other = 0; other < kMenuItems; ++other)
-    MenuSizeWanted[static_cast<size_t>(other)] = WantedAt(std::abs(other - item));
+    wanted_[static_cast<size_t>(other)] = WantedAt(std::abs(other - item));
 }
 
-void MenuSizes::Collapse() { MenuSizeWanted.fill(kSmall); }
+void MenuSizes::Collapse() { wanted_.fill(kSmall); }
 
 bool MenuSizes::Tick() {
   for (size_t item = 0; item < kMenuItems; ++item)
-    MenuSizeNow[item] = Towards(MenuSizeNow[item], MenuSizeWanted[item]);
-  return MenuSizeNow == MenuSizeWanted;
+    sizes_[item] = Towards(sizes_[item], wanted_[item]);
+  return sizes_ == wanted_;
 }
 
 /// The last picture does not count: the middle is that of the first nine.
 std::array<int, kMenuItems> MenuSizes::Lefts(int windowWidth) const {
-  const int sum = std::accumulate(MenuSizeNow.begin(), MenuSizeNow.end() - 1, 0);
+  const int sum = std::accumulate(sizes_.begin(), sizes_.end() - 1, 0);
   std::array<int, kMenuItems> lefts{};
   lefts[0] = platform::RoundToInt16(windowWidth / 2 - sum / 2.0);
-  for (size_t item = 1; item < kMenuItems; ++item)
-    lefts[item] = lefts[item - 1] + MenuSizeNow[item - 1];
+  for (size_t item = 1; item < kMenuItems; ++item) lefts[item] = lefts[item - 1] + sizes_[item - 1];
   return lefts;
 }
 

@@ -26,7 +26,7 @@ class MenuSizes final {
   bool Tick();
 
   /// Edge length.
-  int Size(int item) const { return MenuSizeNow.at(static_cast<size_t>(item)); }
+  int Size(int item) const { return sizes_.at(static_cast<size_t>(item)); }
   /// The item to which a pointer at `x` of a window of `windowWidth` belongs, when it is over the
   /// picture of `item`.
   int ItemUnder(int item, int x, int windowWidth) const;
@@ -34,8 +34,8 @@ class MenuSizes final {
   std::array<int, kMenuItems> Lefts(int windowWidth) const;
 
  private:
-  std::array<int16_t, kMenuItems> MenuSizeNow;
-  std::array<int16_t, kMenuItems> MenuSizeWanted;
+  std::array<int16_t, kMenuItems> sizes_;
+  std::array<int16_t, kMenuItems> wanted_;
 };
 
 }  // namespace varek

@@ -15,6 +15,7 @@
 #include "views/kit/controls/picture_button.h"
 #include "views/kit/controls/picture_view.h"
 #include "views/kit/controls/pictures.h"
+#include "views/kit/controls/shown.h"
 
 namespace varek {
 
@@ -136,22 +137,22 @@ MenuStrip::MenuStrip(QWidget* window, Bubble& bubble, std::function<void(int)> o
     : window_(window),
       bubble_(bubble),
       open_(std::move(open)),
-      Picture9(new Plate(window, *this)),
-      Timer1("form1 Timer1", [this] { Timer1_Timer(); }) {
+      plate_(new Plate(window, *this)),
+      growTimer_("form1 Timer1", [this] { GrowTick(); }) {
   for (int item = 0; item < kMenuItems; ++item) {
     const auto i = static_cast<size_t>(item);
-    MenuPicture[i] = LoadPicture("menupic" + std::to_string(item + 1) + ".jpg");
-    Picture1[i] = new ItemView(window, *this, item);
-    Picture1[i]->SetPicture(MenuPicture[i]);
+    pictures_[i] = LoadPicture("menupic" + std::to_string(item + 1) + ".jpg");
+    items_[i] = new ItemView(window, *this, item);
+    items_[i]->SetPicture(pictures_[i]);
   }
 }
 
 MenuStrip::~MenuStrip() {
-  for (ItemView* item : Picture1) delete item;
-  delete Picture9;
+  for (ItemView* item : items_) delete item;
+  delete plate_;
 }
 
-QWidget* MenuStrip::Item(int item) const { return Picture1.at(static_cast<size_t>(item)); }
+QWidget* MenuStrip::Item(int item) const { return items_.at(static_cast<size_t>(item)); }
 
 void MenuStrip::Place(int room) {
   const int home = (window_->width() - kPlateSize.width()) / 2 + kPlateShift;
@@ -163,14 +164,13 @@ void MenuStrip::Place(int room) {
 void MenuStrip::MovePlate(QPoint wanted) {
   const int right = std::max(window_->width() - kPlateSize.width(), 0);
   const int bottom = std::max(window_->height() - kPlateSize.height(), 0);
-  Picture9->move(std::clamp(wanted.x(), 0, right), std::clamp(wanted.y(), home_.y(), bottom));
-  dragged_ = Picture9->pos() - home_;
+  plate_->move(std::clamp(wanted.x(), 0, right), std::clamp(wanted.y(), home_.y(), bottom));
+  dragged_ = plate_->pos() - home_;
   PlacePictures();
 }
 
 void MenuStrip::ApplyLanguage() {
-  for (int item = 0; item < kMenuItems; ++item)
-    Item(item)->setAccessibleName(QString::fromStdString(NameOf(item)));
+  for (int item = 0; item < kMenuItems; ++item) Item(item)->setAccessibleName(Shown(NameOf(item)));
 }
 
 /// The item to which a point of the window belongs; -1 when no picture is there.
@@ -184,7 +184,7 @@ int MenuStrip::ItemAt(QPoint at) const {
 
 void MenuStrip::Hover(int item, int y) {
   sizes_.Hover(item, y);
-  Timer1.SetInterval(kTick);
+  growTimer_.SetInterval(kTick);
   const QRect place = Item(item)->geometry();
   bubble_.ShowText(NameOf(item), {place.left(), place.top() + kLargestMenuPicture + kBubbleGap});
 }
@@ -192,11 +192,11 @@ void MenuStrip::Hover(int item, int y) {
 void MenuStrip::Leave() {
   sizes_.Collapse();
   bubble_.hide();
-  Timer1.SetInterval(kTick);
+  growTimer_.SetInterval(kTick);
 }
 
-void MenuStrip::Timer1_Timer() {
-  if (sizes_.Tick()) Timer1.SetInterval(0);
+void MenuStrip::GrowTick() {
+  if (sizes_.Tick()) growTimer_.SetInterval(0);
   PlacePictures();
 }
 
@@ -205,7 +205,7 @@ void MenuStrip::PlacePictures() {
   for (int item = 0; item < kMenuItems; ++item) {
     const int size = sizes_.Size(item);
     Item(item)->setGeometry(lefts[static_cast<size_t>(item)] + dragged_.x(),
-                            Picture9->y() + kPictureTop, size, size);
+                            plate_->y() + kPictureTop, size, size);
   }
 }
 

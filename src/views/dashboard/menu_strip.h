@@ -31,19 +31,17 @@ class MenuStrip final {
   /// Names of the items in the present language, for readers of the screen.
   void ApplyLanguage();
   /// No tick comes any more.
-  void Stop() { Timer1.SetInterval(0); }
-
-  /// The picture control of an item, 0 to 9.
-  QWidget* Item(int item) const;
+  void Stop() { growTimer_.SetInterval(0); }
 
  private:
   class Plate;
   class ItemView;
 
+  QWidget* Item(int item) const;
   int ItemAt(QPoint at) const;
   void Hover(int item, int y);
   void Leave();
-  void Timer1_Timer();
+  void GrowTick();
   void PlacePictures();
   void MovePlate(QPoint wanted);
 
@@ -53,10 +51,10 @@ class MenuStrip final {
   MenuSizes sizes_;
   QPoint home_;     ///< of the plate
   QPoint dragged_;  ///< how far the plate is from its home
-  Plate* Picture9;
-  std::array<ItemView*, kMenuItems> Picture1;
-  std::array<QPixmap, kMenuItems> MenuPicture;
-  platform::Timer Timer1;
+  Plate* plate_;
+  std::array<ItemView*, kMenuItems> items_;
+  std::array<QPixmap, kMenuItems> pictures_;
+  platform::Timer growTimer_;
 };
 
 }  // namespace varek

@@ -8,6 +8,7 @@
 #include "platform/system/paths.h"
 #include "texts/language.h"
 #include "views/kit/controls/progress_bar.h"
+#include "views/kit/controls/shown.h"
 #include "views/kit/controls/style.h"
 
 namespace varek {
@@ -47,11 +48,9 @@ void SearchBox::Place() {
   move((parentWidget()->width() - width()) / 2, (parentWidget()->height() - height()) / 2);
 }
 
-void SearchBox::ApplyLanguage() {
-  caption_->setText(QString::fromStdString(LangText[texts::kSearchingForUps]));
-}
+void SearchBox::ApplyLanguage() { caption_->setText(Shown(texts::kSearchingForUps)); }
 
-void SearchBox::SetLabel(const std::string& text) { label_->setText(QString::fromStdString(text)); }
+void SearchBox::SetLabel(const std::string& text) { label_->setText(Shown(text)); }
 
 void SearchBox::SetProgress(double percent) {
   const int pixels = static_cast<int>(kBarWidth * percent / 100);

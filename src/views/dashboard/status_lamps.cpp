@@ -36,13 +36,13 @@ LampState WayOfWorking() {
   return {"online.jpg", texts::kOnline};
 }
 
-LampState StateOf(int lamp) {
+LampState StateOf(Lamp lamp) {
   switch (lamp) {
-    case 1:
+    case kMainsLamp:
       return Mains();
-    case 2:
+    case kBatteryLevelLamp:
       return BatteryLevel();
-    case 3:
+    case kBatteryConditionLamp:
       return BatteryCondition();
     default:
       return WayOfWorking();
@@ -72,25 +72,25 @@ std::optional<std::string> HealthPicture(int stage) {
 
 }  // namespace
 
-const std::array<const char*, 18> kLampPictures{
-    "connect.jpg",  "disconnect.jpg", "good.jpg",    "charge.jpg",     "hot.jpg",
-    "overload.jpg", "powerf.jpg",     "powerok.jpg", "batterylow.jpg", "nobatterylow.jpg",
-    "batteryf.jpg", "batteryok.jpg",  "testing.jpg", "notest.jpg",     "avr.jpg",
-    "offline.jpg",  "bypass.jpg",     "online.jpg"};
+const std::array<const char*, 16> kLampPictures{
+    "disconnect.jpg",   "good.jpg",     "charge.jpg",  "hot.jpg",
+    "overload.jpg",     "powerf.jpg",   "powerok.jpg", "batterylow.jpg",
+    "nobatterylow.jpg", "batteryf.jpg", "testing.jpg", "notest.jpg",
+    "avr.jpg",          "offline.jpg",  "bypass.jpg",  "online.jpg"};
 
-bool IsLampShown(int lamp) {
-  if (lamp == 0) return true;
+bool IsLampShown(Lamp lamp) {
+  if (lamp == kHealthLamp) return true;
   if (!DataCenter.IsConnect) return false;
-  return lamp != 4 || !DataCenter.flags.Utility;
+  return lamp != kWayOfWorkingLamp || !DataCenter.flags.Utility;
 }
 
-std::optional<std::string> LampPicture(int lamp) {
-  if (lamp == 0) return HealthPicture(GetUPSStage());
+std::optional<std::string> LampPicture(Lamp lamp) {
+  if (lamp == kHealthLamp) return HealthPicture(GetUPSStage());
   return StateOf(lamp).picture;
 }
 
-std::string LampText(int lamp) {
-  if (lamp == 0) return StageText.at(static_cast<size_t>(GetUPSStage()));
+std::string LampText(Lamp lamp) {
+  if (lamp == kHealthLamp) return StageText.at(static_cast<size_t>(GetUPSStage()));
   return LangText[StateOf(lamp).text];
 }
 

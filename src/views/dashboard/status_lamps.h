@@ -8,19 +8,27 @@
 
 namespace varek {
 
-constexpr int kLampCount = 5;
+/// From top to bottom.
+enum Lamp : int {
+  kHealthLamp,
+  kMainsLamp,
+  kBatteryLevelLamp,
+  kBatteryConditionLamp,
+  kWayOfWorkingLamp,
+  kLampCount
+};
 
-/// All pictures that a lamp can show, and those that are kept but shown by none.
-extern const std::array<const char*, 18> kLampPictures;
+/// All pictures that a lamp can show.
+extern const std::array<const char*, 16> kLampPictures;
 
-/// Lamps 1 to 4 are dark without a link, and lamp 4 also while the mains are out, since the way of
-/// working says nothing then.
-bool IsLampShown(int lamp);
+/// All but the health are dark without a link, and the way of working also while the mains are out,
+/// since it says nothing then.
+bool IsLampShown(Lamp lamp);
 
 /// File of the picture for the present state; nothing when the lamp stays as it is.
-std::optional<std::string> LampPicture(int lamp);
+std::optional<std::string> LampPicture(Lamp lamp);
 
 /// The present state in words.
-std::string LampText(int lamp);
+std::string LampText(Lamp lamp);
 
 }  // namespace varek
