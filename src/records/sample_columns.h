@@ -6,6 +6,7 @@
 #include <string>
 
 #include "platform/storage/database.h"
+#include "texts/text_numbers.h"
 
 namespace varek {
 
@@ -37,6 +38,11 @@ inline constexpr std::array<SampleField, kSampleColumnCount> kSampleFields{
      {"Frequency", platform::FieldType::Single},
      {"Battery capacious", platform::FieldType::Byte},
      {"Temperature", platform::FieldType::Single}}};
+
+/// The texts that name the measures, in the order of their columns.
+inline constexpr std::array<size_t, kMeasureCount> kMeasureTexts{
+    texts::kInputVoltage, texts::kOutputVoltage, texts::kLoad,
+    texts::kFrequency,    texts::kBattery,       texts::kTemperature};
 
 /// False for the column of what the unit does not measure; true for any other number.
 bool IsMeasured(int column);
