@@ -3,15 +3,15 @@
 #include <QHeaderView>
 #include <QTableWidget>
 #include <QVBoxLayout>
-#include <algorithm>
-#include <utility>
+#include <string>
+#include <vector>
 
 #include "core/data_center.h"
 #include "platform/errors/guard.h"
 #include "platform/storage/database.h"
-#include "platform/system/paths.h"
 #include "records/databases.h"
-#include "texts/language.h"
+#include "records/event_file.h"
+#include "views/kit/controls/shown.h"
 #include "views/kit/controls/style.h"
 
 namespace varek {
@@ -23,10 +23,32 @@ constexpr QSize kLeastSize{330, 180};
 constexpr int kTimeWidth = 190;
 constexpr int kRowHeight = 22;
 
-QString Text(size_t number) { return QString::fromStdString(LangText[number]); }
+struct WebLogin {
+  std::string time;  ///< "yyyy/mm/dd hh:mm:ss"
+  std::string address;
+};
 
-QTableWidgetItem* Cell(const std::string& text) {
-  return new QTableWidgetItem(QString::fromStdString(text));
+/// All logins in the order in which they came. Throws RuntimeError when the file or its table
+/// can't be read.
+std::vector<WebLogin> ReadWebLog() {
+  const auto rows = OpenEventsForReading().OpenRecordset(kWebLogTable);
+  std::vector<WebLogin> logins;
+  for (; !rows->Eof(); rows->MoveNext())
+    logins.push_back(
+        {ShownMoment(platform::ValueText(rows->Get(0))), platform::ValueText(rows->Get(1))});
+  return logins;
+}
+
+QTableWidgetItem* Cell(const std::string& text) { return new QTableWidgetItem(Shown(text)); }
+
+void FillGrid(QTableWidget& grid, const std::vector<WebLogin>& logins) {
+  grid.setRowCount(static_cast<int>(logins.size()));
+  for (int row = 0; row < grid.rowCount(); ++row) {
+    const WebLogin& login = logins[static_cast<size_t>(row)];
+    grid.setItem(row, 0, Cell(login.time));
+    grid.setItem(row, 1, Cell(login.address));
+  }
+  grid.scrollToBottom();
 }
 
 }  // namespace
@@ -42,30 +64,17 @@ void ShowWebLog() {
   form.ShowAndRaise();
 }
 
-std::vector<WebLogin> ReadWebLog() {
-  platform::Database database(platform::ProgramPath(kEventFile), platform::Access::ReadOnly);
-  const auto rows = database.OpenRecordset(kWebLogTable);
-  std::vector<WebLogin> logins;
-  for (; !rows->Eof(); rows->MoveNext()) {
-    WebLogin login{platform::ValueText(rows->Get(0)), platform::ValueText(rows->Get(1))};
-    std::ranges::replace(login.time, '-', '/');
-    logins.push_back(std::move(login));
-  }
-  return logins;
-}
-
 Form15::Form15()
-    : ViewWindow(kNumber, kStartSize, kLeastSize), DBGrid1(new QTableWidget(0, 2, Client())) {
-  DBGrid1->setObjectName(QStringLiteral("DBGrid1"));
-  DBGrid1->setEditTriggers(QAbstractItemView::NoEditTriggers);
-  DBGrid1->setSelectionBehavior(QAbstractItemView::SelectRows);
-  DBGrid1->setTabKeyNavigation(false);
-  DBGrid1->verticalHeader()->hide();
-  DBGrid1->verticalHeader()->setDefaultSectionSize(RowHeight(*DBGrid1, kRowHeight));
-  DBGrid1->horizontalHeader()->setStretchLastSection(true);
-  DBGrid1->horizontalHeader()->setHighlightSections(false);
-  DBGrid1->setColumnWidth(0, kTimeWidth);
-  (new QVBoxLayout(Client()))->addWidget(DBGrid1);
+    : ViewWindow(kNumber, kStartSize, kLeastSize), logins_(new QTableWidget(0, 2, Client())) {
+  logins_->setEditTriggers(QAbstractItemView::NoEditTriggers);
+  logins_->setSelectionBehavior(QAbstractItemView::SelectRows);
+  logins_->setTabKeyNavigation(false);
+  logins_->verticalHeader()->hide();
+  logins_->verticalHeader()->setDefaultSectionSize(RowHeight(*logins_, kRowHeight));
+  logins_->horizontalHeader()->setStretchLastSection(true);
+  logins_->horizontalHeader()->setHighlightSections(false);
+  logins_->setColumnWidth(0, kTimeWidth);
+  (new QVBoxLayout(Client()))->addWidget(logins_);
   ApplyLanguage();
   DataCenter.FormOpen[kNumber] = kSet;
 }
@@ -74,24 +83,14 @@ Form15::~Form15() { DataCenter.FormOpen[kNumber] = kClear; }
 
 void Form15::ApplyLanguage() {
   ViewWindow::ApplyLanguage();
-  SetCaption(Text(texts::kWebLogCaption));
-  DBGrid1->setAccessibleName(Text(texts::kWebLogCaption));
-  DBGrid1->setHorizontalHeaderLabels({Text(texts::kWebLogTime), Text(texts::kWebLogAddress)});
+  SetCaption(Shown(texts::kWebLogCaption));
+  logins_->setAccessibleName(Shown(texts::kWebLogCaption));
+  logins_->setHorizontalHeaderLabels({Shown(texts::kWebLogTime), Shown(texts::kWebLogAddress)});
 }
 
 void Form15::ShowLogins() {
-  DBGrid1->setRowCount(0);
-  platform::Guarded("form15 ShowLogins", [this] { FillGrid(ReadWebLog()); });
-}
-
-void Form15::FillGrid(const std::vector<WebLogin>& logins) {
-  DBGrid1->setRowCount(static_cast<int>(logins.size()));
-  for (int row = 0; row < DBGrid1->rowCount(); ++row) {
-    const WebLogin& login = logins[static_cast<size_t>(row)];
-    DBGrid1->setItem(row, 0, Cell(login.time));
-    DBGrid1->setItem(row, 1, Cell(login.address));
-  }
-  DBGrid1->scrollToBottom();
+  logins_->setRowCount(0);
+  platform::Guarded("form15 ShowLogins", [this] { FillGrid(*logins_, ReadWebLog()); });
 }
 
 }  // namespace varek

@@ -2,9 +2,6 @@
 // nothing; entries go with the purge of a new day.
 #pragma once
 
-#include <string>
-#include <vector>
-
 #include "core/forms.h"
 #include "views/kit/windows/view_window.h"
 
@@ -12,16 +9,7 @@ class QTableWidget;
 
 namespace varek {
 
-struct WebLogin {
-  std::string time;  ///< "yyyy/mm/dd hh:mm:ss"
-  std::string address;
-};
-
-/// All logins in the order in which they came. Throws RuntimeError when the file or its table
-/// can't be read.
-std::vector<WebLogin> ReadWebLog();
-
-/// Its grid is found by the object name "DBGrid1".
+/// The web log's window.
 class Form15 final : public ViewWindow {
  public:
   static constexpr int kNumber = 15;
@@ -35,9 +23,7 @@ class Form15 final : public ViewWindow {
   void ShowLogins();
 
  private:
-  void FillGrid(const std::vector<WebLogin>& logins);
-
-  QTableWidget* DBGrid1;
+  QTableWidget* logins_;  ///< a row for each
 };
 
 /// The one instance.
