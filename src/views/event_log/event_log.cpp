@@ -8,19 +8,21 @@
 #include <QTableWidget>
 #include <QVBoxLayout>
 #include <algorithm>
+#include <functional>
 #include <string>
+#include <utility>
 
 #include "drawing/palette.h"
 #include "platform/errors/guard.h"
 #include "platform/time/calendar.h"
 #include "platform/time/clock.h"
-#include "texts/language.h"
 #include "views/kit/calendar/month_choosers.h"
 #include "views/kit/calendar/month_grid.h"
 #include "views/kit/controls/bubble.h"
 #include "views/kit/controls/choice_list.h"
 #include "views/kit/controls/picture_button.h"
 #include "views/kit/controls/pictures.h"
+#include "views/kit/controls/shown.h"
 #include "views/kit/controls/style.h"
 #include "views/kit/windows/movable_panel.h"
 
@@ -52,12 +54,12 @@ constexpr DayColors kPlainDay{{255, 255, 255}, palette::kFace};
 constexpr DayColors kToday{{255, 255, 255}, {0, 110, 200}};
 constexpr DayColors kSelectedDay{{111, 127, 255}, {255, 255, 255}};
 
-QString Text(size_t number) { return QString::fromStdString(LangText[number]); }
-
-template <typename Control>
-Control* Named(Control* control, const char* name) {
-  control->setObjectName(QString::fromLatin1(name));
-  return control;
+/// `act` runs guarded, as the handler `place`.
+QPushButton* MakeButton(QWidget* parent, const char* place, std::function<void()> act) {
+  auto* button = new QPushButton(parent);
+  QObject::connect(button, &QPushButton::clicked, parent,
+                   [place, act = std::move(act)] { platform::Guarded(place, act); });
+  return button;
 }
 
 Panel PanelOf(const QRect& place) {
@@ -81,110 +83,100 @@ Form6::Form6()
   MakeMonth();
   MakeTypes();
   MakeDayList();
-  Picture2 = Named(new Bubble(Client()), "Picture2");
+  bubble_ = new Bubble(Client());
   SelectToday();
   ApplyLanguage();
   DataCenter.FormOpen[kNumber] = kSet;
   ShowMonth();
   LayoutControls();
-  Picture1->setFocus();
+  month_->setFocus();
 }
 
 /// The controls outlive this part of the window, and the toolkit lets the pointer leave them then.
 Form6::~Form6() {
-  Picture1->OnHover({});
+  month_->OnHover({});
   DataCenter.FormOpen[kNumber] = kClear;
 }
 
 void Form6::LoadEventPictures() {
-  for (size_t i = 0; i < EventPicture.size(); ++i)
-    EventPicture[i] = LoadPicture("EventPic" + std::to_string(i + 1) + ".jpg");
+  for (size_t i = 0; i < eventPictures_.size(); ++i)
+    eventPictures_[i] = LoadPicture("EventPic" + std::to_string(i + 1) + ".jpg");
 }
 
 void Form6::MakeChoosers() {
-  Label1 = Named(new QLabel(Client()), "Label1");
-  Label1->setStyleSheet(QStringLiteral("font-size: %1px; font-weight: bold;").arg(kHeaderSize));
-  Combo1 = Named(new ChoiceList(Client()), "Combo1");
-  Combo2 = Named(new ChoiceList(Client()), "Combo2");
-  FillMonthChoosers(*Combo1, *Combo2);
-  connect(Combo1, &QComboBox::currentIndexChanged, this, [this](int index) {
-    platform::Guarded("form6 Combo1_Click", [this, index] { Combo1_Click(index); });
+  monthTitle_ = new QLabel(Client());
+  monthTitle_->setStyleSheet(
+      QStringLiteral("font-size: %1px; font-weight: bold;").arg(kHeaderSize));
+  years_ = new ChoiceList(Client());
+  months_ = new ChoiceList(Client());
+  FillMonthChoosers(*years_, *months_);
+  connect(years_, &QComboBox::currentIndexChanged, this, [this](int index) {
+    platform::Guarded("form6 Combo1_Click", [this, index] { YearChosen(index); });
   });
-  connect(Combo2, &QComboBox::currentIndexChanged, this, [this](int index) {
-    platform::Guarded("form6 Combo2_Click", [this, index] { Combo2_Click(index); });
+  connect(months_, &QComboBox::currentIndexChanged, this, [this](int index) {
+    platform::Guarded("form6 Combo2_Click", [this, index] { MonthChosen(index); });
   });
-  today_ = MakeButton(Client(), "Today", &Form6::Today_Click);
-  today_->setMinimumHeight(kTodayHeight);
+  todayButton_ = MakeButton(Client(), "form6 Today_Click", [this] { ShowToday(); });
+  todayButton_->setMinimumHeight(kTodayHeight);
 }
 
 void Form6::MakeMonth() {
-  Picture1 = Named(new MonthGrid(Client(), "form6 Picture1", {kPlainDay, kToday, kSelectedDay}),
-                   "Picture1");
-  Picture1->OnClick([this](int day) { Picture1_Click(day); });
-  Picture1->OnHover([this](int day, int picture) { Picture1_MouseMove(day, picture); });
-}
-
-QPushButton* Form6::MakeButton(QWidget* parent, const char* name, void (Form6::*act)()) {
-  auto* button = Named(new QPushButton(parent), name);
-  const std::string place = std::string("form6 ") + name + "_Click";
-  connect(button, &QPushButton::clicked, this,
-          [this, act, place] { platform::Guarded(place, [this, act] { (this->*act)(); }); });
-  return button;
+  month_ = new MonthGrid(Client(), "form6 Picture1", {kPlainDay, kToday, kSelectedDay});
+  month_->OnClick([this](int day) { DayClicked(day); });
+  month_->OnHover([this](int day, int picture) { PictureHovered(day, picture); });
 }
 
 /// The boxes are the key to the pictures as well.
 void Form6::MakeTypes() {
-  Frame1 = Named(new QFrame(Client()), "Frame1");
-  auto* grid = new QGridLayout(Frame1);
-  Label2 = new QLabel(Frame1);
-  grid->addWidget(Label2, 0, 0, 1, 2);
+  typesFrame_ = new QFrame(Client());
+  auto* grid = new QGridLayout(typesFrame_);
+  typesHead_ = new QLabel(typesFrame_);
+  grid->addWidget(typesHead_, 0, 0, 1, 2);
   for (int i = 0; i < kEventCount; ++i) {
-    auto* box = Named(new QCheckBox(Frame1), "Check1");
-    box->setIcon(EventPicture[static_cast<size_t>(i)]);
+    auto* box = new QCheckBox(typesFrame_);
+    box->setIcon(eventPictures_[static_cast<size_t>(i)]);
     box->setChecked(true);
     grid->addWidget(box, 1 + i, 0, 1, 2);
-    Check1[static_cast<size_t>(i)] = box;
+    typeBoxes_[static_cast<size_t>(i)] = box;
   }
-  Command3 = MakeButton(Frame1, "Command3", &Form6::Command3_Click);
-  Command4 = MakeButton(Frame1, "Command4", &Form6::Command4_Click);
-  Command2 = MakeButton(Frame1, "Command2", &Form6::Command2_Click);
-  grid->addWidget(Command3, 1 + kEventCount, 0);
-  grid->addWidget(Command4, 1 + kEventCount, 1);
-  grid->addWidget(Command2, 2 + kEventCount, 0, 1, 2);
+  selectAllButton_ = MakeButton(typesFrame_, "form6 Command3_Click", [this] { CheckAll(true); });
+  selectNoneButton_ = MakeButton(typesFrame_, "form6 Command4_Click", [this] { CheckAll(false); });
+  refreshButton_ = MakeButton(typesFrame_, "form6 Command2_Click", [this] { FillDayList(); });
+  grid->addWidget(selectAllButton_, 1 + kEventCount, 0);
+  grid->addWidget(selectNoneButton_, 1 + kEventCount, 1);
+  grid->addWidget(refreshButton_, 2 + kEventCount, 0, 1, 2);
   grid->setRowStretch(3 + kEventCount, 1);
 }
 
 void Form6::MakeDayList() {
-  Frame2 = Named(new MovablePanel(Client(), "form6 Frame2", panels_, 0), "Frame2");
-  Frame2->OnPutAway([this] { Command1_Click(); });
-  Frame2->setFrameShape(QFrame::Box);
-  Frame2->setAutoFillBackground(true);
-  Frame2->setGeometry(kListPlace);
+  dayPanel_ = new MovablePanel(Client(), "form6 Frame2", panels_, 0);
+  dayPanel_->OnPutAway([this] { CloseDayList(); });
+  dayPanel_->setFrameShape(QFrame::Box);
+  dayPanel_->setAutoFillBackground(true);
+  dayPanel_->setGeometry(kListPlace);
   MakeDayClose();
-  MSFlexGrid1 =
-      Named(new QTableWidget(0, static_cast<int>(kColumnHeads.size()), Frame2), "MSFlexGrid1");
-  MSFlexGrid1->setEditTriggers(QAbstractItemView::NoEditTriggers);
-  MSFlexGrid1->setSelectionBehavior(QAbstractItemView::SelectRows);
-  MSFlexGrid1->setTabKeyNavigation(false);
-  MSFlexGrid1->verticalHeader()->hide();
-  MSFlexGrid1->verticalHeader()->setDefaultSectionSize(RowHeight(*MSFlexGrid1, kRowHeight));
-  MSFlexGrid1->horizontalHeader()->setStretchLastSection(true);
-  MSFlexGrid1->horizontalHeader()->setHighlightSections(false);
-  MSFlexGrid1->setColumnWidth(0, kTimeWidth);
-  Label3 = Named(new QLabel(Frame2), "Label3");
-  auto* column = new QVBoxLayout(Frame2);
+  dayEvents_ = new QTableWidget(0, static_cast<int>(kColumnHeads.size()), dayPanel_);
+  dayEvents_->setEditTriggers(QAbstractItemView::NoEditTriggers);
+  dayEvents_->setSelectionBehavior(QAbstractItemView::SelectRows);
+  dayEvents_->setTabKeyNavigation(false);
+  dayEvents_->verticalHeader()->hide();
+  dayEvents_->verticalHeader()->setDefaultSectionSize(RowHeight(*dayEvents_, kRowHeight));
+  dayEvents_->horizontalHeader()->setStretchLastSection(true);
+  dayEvents_->horizontalHeader()->setHighlightSections(false);
+  dayEvents_->setColumnWidth(0, kTimeWidth);
+  dayCount_ = new QLabel(dayPanel_);
+  auto* column = new QVBoxLayout(dayPanel_);
   column->setContentsMargins(8, MovablePanel::kTitleHeight, 8, 6);
-  column->addWidget(MSFlexGrid1);
-  column->addWidget(Label3);
-  Frame2->hide();
+  column->addWidget(dayEvents_);
+  column->addWidget(dayCount_);
+  dayPanel_->hide();
 }
 
 void Form6::MakeDayClose() {
-  Command1 = Named(new PictureButton(Frame2, QStringLiteral("close"), "form6 Command1_Click",
-                                     [this] { Command1_Click(); }),
-                   "Command1");
+  dayClose_ = new PictureButton(dayPanel_, QStringLiteral("close"), "form6 Command1_Click",
+                                [this] { CloseDayList(); });
   const int margin = (MovablePanel::kTitleHeight - kCloseSize) / 2;
-  Command1->setGeometry(Frame2->width() - kCloseSize - margin, margin, kCloseSize, kCloseSize);
+  dayClose_->setGeometry(dayPanel_->width() - kCloseSize - margin, margin, kCloseSize, kCloseSize);
 }
 
 /// The list of years ends before today. Such a year can't be chosen and none is selected, but its
@@ -194,37 +186,37 @@ void Form6::SelectToday() {
   shownYear_ = now.year;
   shownMonth_ = now.month;
   selectedDay_ = now.day;
-  SelectMonth(*Combo1, *Combo2, now.year, now.month);
+  SelectMonth(*years_, *months_, now.year, now.month);
 }
 
 void Form6::ApplyLanguage() {
   ViewWindow::ApplyLanguage();
-  SetCaption(Text(texts::kEventLogCaption));
-  ApplyChooserLanguage(*Combo1, *Combo2, *today_);
-  Label2->setText(Text(texts::kEventLogTypes));
-  for (size_t i = 0; i < Check1.size(); ++i)
-    Check1[i]->setText(QString::fromStdString(EventText[i]));
-  Command1->setToolTip(Text(texts::kEventLogClose));
-  Command1->setAccessibleName(Text(texts::kEventLogClose));
-  Command2->setText(Text(texts::kEventLogRefresh));
-  Command2->setToolTip(Text(texts::kEventLogRefreshTip));
-  Command3->setText(Text(texts::kEventLogSelectAll));
-  Command4->setText(Text(texts::kEventLogSelectNone));
-  MSFlexGrid1->setHorizontalHeaderLabels({Text(kColumnHeads[0]), Text(kColumnHeads[1])});
-  MSFlexGrid1->setAccessibleName(Text(texts::kEventLogDayList));
+  SetCaption(Shown(texts::kEventLogCaption));
+  ApplyChooserLanguage(*years_, *months_, *todayButton_);
+  typesHead_->setText(Shown(texts::kEventLogTypes));
+  for (size_t i = 0; i < typeBoxes_.size(); ++i) typeBoxes_[i]->setText(Shown(EventText[i]));
+  dayClose_->setToolTip(Shown(texts::kEventLogClose));
+  dayClose_->setAccessibleName(Shown(texts::kEventLogClose));
+  refreshButton_->setText(Shown(texts::kEventLogRefresh));
+  refreshButton_->setToolTip(Shown(texts::kEventLogRefreshTip));
+  selectAllButton_->setText(Shown(texts::kEventLogSelectAll));
+  selectNoneButton_->setText(Shown(texts::kEventLogSelectNone));
+  dayEvents_->setHorizontalHeaderLabels({Shown(kColumnHeads[0]), Shown(kColumnHeads[1])});
+  dayEvents_->setAccessibleName(Shown(texts::kEventLogDayList));
   renewdatetable();
-  if (!Frame2->isHidden()) FillDayList();
+  if (!dayPanel_->isHidden()) FillDayList();
   Form_Resize();
 }
 
 void Form6::LayoutControls() {
-  Label1->setGeometry(kHeaderPlace);
-  Combo1->setGeometry(kYearPlace);
-  Combo2->setGeometry(kMonthPlace);
-  today_->setGeometry(kTodayPlace);
-  Picture1->setGeometry(kGridPlace);
-  Frame1->setGeometry(kTypesPlace);
-  layout_.Resizeinit(Client()->size(), {Label1, Combo1, Combo2, today_, Picture1, Frame1});
+  monthTitle_->setGeometry(kHeaderPlace);
+  years_->setGeometry(kYearPlace);
+  months_->setGeometry(kMonthPlace);
+  todayButton_->setGeometry(kTodayPlace);
+  month_->setGeometry(kGridPlace);
+  typesFrame_->setGeometry(kTypesPlace);
+  layout_.Resizeinit(Client()->size(),
+                     {monthTitle_, years_, months_, todayButton_, month_, typesFrame_});
   Form_Resize();
 }
 
@@ -236,102 +228,96 @@ void Form6::Form_Resize() {
 void Form6::ReWindow() {
   panels_.SetClientSize(Client()->width(), Client()->height());
   panels_.ReWindow();
-  Frame2->FollowPanels();
+  dayPanel_->FollowPanels();
 }
 
 /// The list of a day of the former month goes with it.
 void Form6::ShowMonth() {
-  Frame2->hide();
+  dayPanel_->hide();
   selectedDay_ = std::min(selectedDay_, platform::DaysInMonth(shownYear_, shownMonth_));
-  if (!month_.reloadmon(shownYear_, shownMonth_)) Tell("DATA EVENT ERROR");
+  if (!events_.reloadmon(shownYear_, shownMonth_)) Tell("DATA EVENT ERROR");
   renewdatetable();
 }
 
 std::vector<const QPixmap*> Form6::PicturesOf(int day) const {
   std::vector<const QPixmap*> pictures;
-  for (const size_t kind : month_.KindsOf(day)) pictures.push_back(&EventPicture[kind]);
+  for (const size_t kind : events_.KindsOf(day)) pictures.push_back(&eventPictures_[kind]);
   return pictures;
 }
 
 void Form6::renewdatetable() {
-  Label1->setText(MonthTitle(shownYear_, shownMonth_));
-  Picture1->ShowMonth(shownYear_, shownMonth_);
-  Picture1->SelectDay(selectedDay_);
+  monthTitle_->setText(MonthTitle(shownYear_, shownMonth_));
+  month_->ShowMonth(shownYear_, shownMonth_);
+  month_->SelectDay(selectedDay_);
   for (int day = 1; day <= platform::DaysInMonth(shownYear_, shownMonth_); ++day)
-    Picture1->SetPictures(day, PicturesOf(day));
+    month_->SetPictures(day, PicturesOf(day));
 }
 
-void Form6::Today_Click() {
+void Form6::ShowToday() {
   SelectToday();
   ShowMonth();
 }
 
-void Form6::Combo1_Click(int index) {
+void Form6::YearChosen(int index) {
   if (index < 0) return;
   shownYear_ = kFirstChooserYear + index;
   ShowMonth();
 }
 
-void Form6::Combo2_Click(int index) {
+void Form6::MonthChosen(int index) {
   if (index < 0) return;
   shownMonth_ = index + 1;
   ShowMonth();
 }
 
-void Form6::Picture1_Click(int day) {
+void Form6::DayClicked(int day) {
   selectedDay_ = day;
   renewdatetable();
-  Frame2->SetTitle(QStringLiteral("%1/%2/%3").arg(shownYear_).arg(shownMonth_).arg(day));
+  dayPanel_->SetTitle(QStringLiteral("%1/%2/%3").arg(shownYear_).arg(shownMonth_).arg(day));
   FillDayList();
-  Frame2->show();
-  Frame2->raise();
+  dayPanel_->show();
+  dayPanel_->raise();
   ReWindow();
 }
 
 EventKinds Form6::CheckedKinds() const {
   EventKinds kinds;
-  for (size_t i = 0; i < Check1.size(); ++i) kinds[i] = Check1[i]->isChecked();
+  for (size_t i = 0; i < typeBoxes_.size(); ++i) kinds[i] = typeBoxes_[i]->isChecked();
   return kinds;
 }
 
 void Form6::FillDayList() {
-  const auto events = month_.Listed(selectedDay_, CheckedKinds());
-  MSFlexGrid1->setRowCount(0);  // The rows of another day leave neither selection nor position.
-  MSFlexGrid1->setRowCount(static_cast<int>(events.size()));
-  for (int row = 0; row < MSFlexGrid1->rowCount(); ++row) {
+  const auto events = events_.Listed(selectedDay_, CheckedKinds());
+  dayEvents_->setRowCount(0);  // The rows of another day leave neither selection nor position.
+  dayEvents_->setRowCount(static_cast<int>(events.size()));
+  for (int row = 0; row < dayEvents_->rowCount(); ++row) {
     const LoggedEvent& event = *events[static_cast<size_t>(row)];
     const std::string& words = EventText[static_cast<size_t>(event.type) - 1];
-    MSFlexGrid1->setItem(row, 0, new QTableWidgetItem(QString::fromStdString(event.time)));
-    MSFlexGrid1->setItem(row, 1, new QTableWidgetItem(QString::fromStdString(words)));
+    dayEvents_->setItem(row, 0, new QTableWidgetItem(Shown(event.time)));
+    dayEvents_->setItem(row, 1, new QTableWidgetItem(Shown(words)));
   }
-  const bool empty = month_.CountOf(selectedDay_) == 0;
-  Label3->setText(
-      empty ? Text(texts::kEventLogNoEvents)
-            : QStringLiteral("%1: %2").arg(Text(texts::kEventLogCount)).arg(events.size()));
+  const bool empty = events_.CountOf(selectedDay_) == 0;
+  dayCount_->setText(
+      empty ? Shown(texts::kEventLogNoEvents)
+            : QStringLiteral("%1: %2").arg(Shown(texts::kEventLogCount)).arg(events.size()));
 }
 
-void Form6::Picture1_MouseMove(int day, int picture) {
-  if (picture < 0) return Picture2->hide();
+void Form6::PictureHovered(int day, int picture) {
+  if (picture < 0) return bubble_->hide();
   const auto index = static_cast<size_t>(picture);
-  const QPoint corner = Picture1->PictureRects(day).at(index).bottomRight();
-  Picture2->ShowText(EventText.at(month_.KindsOf(day).at(index)),
-                     Picture1->mapToParent(corner + QPoint(1, 1)));
+  const QPoint corner = month_->PictureRects(day).at(index).bottomRight();
+  bubble_->ShowText(EventText.at(events_.KindsOf(day).at(index)),
+                    month_->mapToParent(corner + QPoint(1, 1)));
 }
 
 /// The keyboard goes on in the month, and not in a chooser that the next key would turn.
-void Form6::Command1_Click() {
-  Frame2->hide();
-  Picture1->setFocus();
+void Form6::CloseDayList() {
+  dayPanel_->hide();
+  month_->setFocus();
 }
 
-void Form6::Command2_Click() { FillDayList(); }
-
-void Form6::Command3_Click() { CheckAll(true); }
-
-void Form6::Command4_Click() { CheckAll(false); }
-
 void Form6::CheckAll(bool checked) {
-  for (QCheckBox* box : Check1) box->setChecked(checked);
+  for (QCheckBox* box : typeBoxes_) box->setChecked(checked);
   FillDayList();
 }
 

@@ -28,7 +28,7 @@ class MonthGrid;
 class MovablePanel;
 class PictureButton;
 
-/// Its controls are found by their names as object names.
+/// The event log's window.
 class Form6 final : public ViewWindow {
  public:
   static constexpr int kNumber = 6;
@@ -50,7 +50,6 @@ class Form6 final : public ViewWindow {
   void MakeDayList();
   void MakeDayClose();
   void LayoutControls();
-  QPushButton* MakeButton(QWidget* parent, const char* name, void (Form6::*act)());
 
   void SelectToday();
   void ShowMonth();
@@ -61,40 +60,37 @@ class Form6 final : public ViewWindow {
   void CheckAll(bool checked);
   void ReWindow();
 
-  void Today_Click();
-  void Combo1_Click(int index);
-  void Combo2_Click(int index);
-  void Picture1_Click(int day);
-  void Picture1_MouseMove(int day, int picture);
-  void Command1_Click();
-  void Command2_Click();
-  void Command3_Click();
-  void Command4_Click();
+  void ShowToday();
+  void YearChosen(int index);
+  void MonthChosen(int index);
+  void DayClicked(int day);
+  void PictureHovered(int day, int picture);
+  void CloseDayList();
 
-  std::array<QPixmap, kEventCount> EventPicture;  ///< by event number less one
-  EventMonth month_;
+  std::array<QPixmap, kEventCount> eventPictures_;  ///< by event number less one
+  EventMonth events_;
   int shownYear_ = 0;
   int shownMonth_ = 0;   ///< 1 to 12
   int selectedDay_ = 0;  ///< 1 to 31
   DesignLayout layout_;
   StickyPanels panels_;  ///< the day list alone
 
-  QLabel* Label1 = nullptr;
-  QComboBox* Combo1 = nullptr;
-  QComboBox* Combo2 = nullptr;
-  QPushButton* today_ = nullptr;
-  MonthGrid* Picture1 = nullptr;
-  QFrame* Frame1 = nullptr;
-  QLabel* Label2 = nullptr;
-  std::array<QCheckBox*, kEventCount> Check1{};
-  QPushButton* Command2 = nullptr;
-  QPushButton* Command3 = nullptr;
-  QPushButton* Command4 = nullptr;
-  MovablePanel* Frame2 = nullptr;
-  PictureButton* Command1 = nullptr;
-  QTableWidget* MSFlexGrid1 = nullptr;
-  QLabel* Label3 = nullptr;
-  Bubble* Picture2 = nullptr;
+  QLabel* monthTitle_ = nullptr;
+  QComboBox* years_ = nullptr;
+  QComboBox* months_ = nullptr;
+  QPushButton* todayButton_ = nullptr;
+  MonthGrid* month_ = nullptr;
+  QFrame* typesFrame_ = nullptr;
+  QLabel* typesHead_ = nullptr;
+  std::array<QCheckBox*, kEventCount> typeBoxes_{};
+  QPushButton* refreshButton_ = nullptr;
+  QPushButton* selectAllButton_ = nullptr;
+  QPushButton* selectNoneButton_ = nullptr;
+  MovablePanel* dayPanel_ = nullptr;
+  PictureButton* dayClose_ = nullptr;
+  QTableWidget* dayEvents_ = nullptr;
+  QLabel* dayCount_ = nullptr;
+  Bubble* bubble_ = nullptr;
 };
 
 /// The one instance.

@@ -1,7 +1,5 @@
 #include "views/event_log/event_month.h"
 
-#include <utility>
-
 #include "platform/errors/guard.h"
 #include "platform/errors/runtime_error.h"
 #include "platform/storage/database.h"
@@ -35,11 +33,11 @@ void EventMonth::Load(int year, int month) {
   }
 }
 
-void EventMonth::Add(std::string stored, int16_t type) {
+void EventMonth::Add(const std::string& stored, int16_t type) {
   Day& day = days_.at(DayIndex(stored));
   if (day.events.size() == kMostEventsOfADay)
     throw platform::RuntimeError(platform::errors::kSubscript, "too many events on " + stored);
-  day.events.push_back({ShownMoment(std::move(stored)), type});
+  day.events.push_back({ShownMoment(stored), type});
   if (IsKind(type)) day.kinds.set(BitOf(type));
 }
 

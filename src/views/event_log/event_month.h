@@ -47,7 +47,7 @@ class EventMonth final {
   };
 
   void Load(int year, int month);
-  void Add(std::string stored, int16_t type);
+  void Add(const std::string& stored, int16_t type);
   const Day& At(int day) const;
 
   std::array<Day, 31> days_;  ///< by day less one
