@@ -12,6 +12,7 @@
 #include <QTableView>
 #include <algorithm>
 #include <filesystem>
+#include <stdexcept>
 #include <string>
 
 #include "core/data_center.h"
@@ -24,7 +25,6 @@
 #include "records/databases.h"
 #include "texts/language.h"
 #include "views/history/data_history.h"
-#include "views/history/query_panel.h"
 #include "views/history/save_dialog.h"
 #include "views/kit/controls/picture_button.h"
 
@@ -83,8 +83,19 @@ class FullDay {
 
 varek::Form2& Form() { return varek::DataHistory().Get(); }
 
+/// The button that bears `words`.
+template <typename Button>
+Button& Bearing(const QString& words) {
+  for (QWidget* each : Form().findChildren<QWidget*>()) {
+    auto* button = dynamic_cast<Button*>(each);
+    if (button && (each->accessibleName() == words || each->property("text").toString() == words))
+      return *button;
+  }
+  throw std::runtime_error("no button " + words.toStdString());
+}
+
 void Export() {
-  varek::PictureButton& button = Form().ExportButton();
+  auto& button = Bearing<varek::PictureButton>(QStringLiteral("Export"));
   for (const auto type : {QEvent::KeyPress, QEvent::KeyRelease}) {
     QKeyEvent key(type, Qt::Key_Space, {});
     QApplication::sendEvent(&button, &key);
@@ -93,7 +104,7 @@ void Export() {
   for (int round = 0; round < 5; ++round) platform::DoEvents();
 }
 
-void Query() { Form().Query().QueryButton().click(); }
+void Query() { Bearing<QPushButton>(QStringLiteral("Query")).click(); }
 
 void QueryTheDay(benchmark::State& state) {
   for (auto _ : state) Query();
@@ -101,17 +112,18 @@ void QueryTheDay(benchmark::State& state) {
 BENCHMARK(QueryTheDay)->Unit(benchmark::kMillisecond);
 
 void QueryAPart(benchmark::State& state) {
-  Form().Query().Limit(0).setText(QStringLiteral("220"));
-  Form().Query().Limit(1).setText(QStringLiteral("225,5"));
+  const auto limits = Form().findChildren<QLineEdit*>();
+  limits[0]->setText(QStringLiteral("220"));
+  limits[1]->setText(QStringLiteral("225,5"));
   for (auto _ : state) Query();
-  Form().Query().ClearButton().click();
+  Bearing<QPushButton>(QStringLiteral("Clear")).click();
 }
 BENCHMARK(QueryAPart)->Unit(benchmark::kMillisecond);
 
 /// From one end of the day to the other and back: a page at a place far from the last one.
 void ScrollTheDay(benchmark::State& state) {
   Query();
-  QTableView& grid = Form().Grid();
+  QTableView& grid = *Form().findChild<QTableView*>();
   for (auto _ : state) {
     grid.scrollToBottom();
     grid.grab();

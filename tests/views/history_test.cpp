@@ -6,7 +6,7 @@
 #include "platform/time/events.h"
 #include "support/windows.h"
 #include "views/history/data_history.h"
-#include "views/history/query_panel.h"
+#include "views/history/export_panel.h"
 #include "views/history/rows/history_query.h"
 #include "views/history/save_dialog.h"
 #include "views/kit/calendar/calendar_page.h"
@@ -15,6 +15,8 @@
 
 namespace varek {
 namespace {
+
+using test::Nth, test::Saying;
 
 TEST(HistoryQuery, WritesALimitAsThreeCharactersAPointAndOne) {
   const std::pair<const char*, const char*> cases[] = {{"220,5", "220.5"},
@@ -79,12 +81,19 @@ class HistoryTest : public test::WindowTest {
   ~HistoryTest() override { ReplaceSaveDialog(nullptr); }
 
   static Form2& Form() { return DataHistory().Get(); }
-  static QLineEdit& Limit(size_t field) { return Form().Query().Limit(field); }
+  /// By field, the lower one first.
+  static QLineEdit& Limit(size_t limit) { return Nth<QLineEdit>(Form(), limit); }
+  static QComboBox& JoiningWord(size_t field) { return Nth<QComboBox>(Form(), 2 + field); }
+  static QTableView& Grid() { return Nth<QTableView>(Form()); }
+  static std::string Position() {
+    return Form().findChild<QLabel*>(QStringLiteral("position"))->text().toStdString();
+  }
+  static bool IsExporting() { return !Nth<ExportPanel>(Form()).isHidden(); }
 
-  static void Query() { test::Click(Form().Query().QueryButton()); }
+  static void Query() { test::Click(Saying<QPushButton>(Form(), "Query")); }
+  static void Export() { test::Click(Saying<PictureButton>(Form(), "Export")); }
   static QString Cell(int row, int column) {
-    const QAbstractItemModel& model = *Form().Grid().model();
-    return model.index(row, column).data().toString();
+    return Grid().model()->index(row, column).data().toString();
   }
   std::string Exported() const { return platform::ReadWholeFile(fileName); }
 
@@ -110,41 +119,41 @@ TEST_F(HistoryTest, FieldsTakeOnlyWhatALimitIsMadeOf) {
 }
 
 TEST_F(HistoryTest, ShowsWhatTheQueryFindsAndKeepsItWhenALimitIsRefused) {
-  EXPECT_EQ(Form().Position(), "");
+  EXPECT_EQ(Position(), "");
   Query();
-  EXPECT_EQ(Form().Position(), "[20260310] 1/300");
+  EXPECT_EQ(Position(), "[20260310] 1/300");
   EXPECT_EQ(Cell(299, 0).toStdString() + " " + Cell(299, 1).toStdString(), "10:04:59 229.9");
-  Form().Grid().selectRow(299);
-  EXPECT_EQ(Form().Position(), "[20260310] 300/300");
+  Grid().selectRow(299);
+  EXPECT_EQ(Position(), "[20260310] 300/300");
 
   Limit(0).setText(QStringLiteral("229"));
   Query();
-  EXPECT_EQ(Form().Position(), "[20260310] 1/9");  // Strictly above.
+  EXPECT_EQ(Position(), "[20260310] 1/9");  // Strictly above.
   Limit(3).setText(QStringLiteral("200,2"));
-  Form().Query().JoiningWord(1).setCurrentIndex(1);
+  JoiningWord(1).setCurrentIndex(1);
   Query();
-  EXPECT_EQ(Form().Position(), "[20260310] 1/11");
+  EXPECT_EQ(Position(), "[20260310] 1/11");
 
   for (const char* refused : {"1.2.3", ",", "Dont Car", "1;x", "#"}) {
     messages.clear();
     Limit(0).setText(QString::fromLatin1(refused));
     Query();
     EXPECT_EQ(messages, std::vector<std::string>{"A limit is not a valid number."}) << refused;
-    EXPECT_EQ(Form().Position(), "[20260310] 1/11");
+    EXPECT_EQ(Position(), "[20260310] 1/11");
     EXPECT_EQ(Cell(0, 1).toStdString(), "200");
   }
-  Form().Query().Time(1).setCurrentIndex(3);
-  Form().Query().ClearButton().click();
+  Nth<QComboBox>(Form(), 1).setCurrentIndex(3);
+  test::Click(Saying<QPushButton>(Form(), "Clear"));
   Query();
-  EXPECT_EQ(Form().Position(), "[20260310] 1/300");
+  EXPECT_EQ(Position(), "[20260310] 1/300");
 }
 
 TEST_F(HistoryTest, ADayWithoutDataIsToldAndLeavesTheOldOne) {
-  MonthCalendar& calendar = Form().Calendar();
+  auto& calendar = Nth<MonthCalendar>(Form());
   test::Click(calendar, calendar.CellRect(CellOfDay(2026, 3, 9)).center());
   EXPECT_EQ(messages, std::vector<std::string>{"No data for this day!"});
   Query();
-  EXPECT_EQ(Form().Position(), "[20260310] 1/300");
+  EXPECT_EQ(Position(), "[20260310] 1/300");
 
   platform::TableDef empty{"20260309", {{"date", platform::FieldType::Date}}};
   for (const char* value : {"In", "Out", "Load", "Hz", "Bat", "Temp"})
@@ -152,8 +161,8 @@ TEST_F(HistoryTest, ADayWithoutDataIsToldAndLeavesTheOldOne) {
   Records.data->AppendTable(empty);
   test::Click(calendar, calendar.CellRect(CellOfDay(2026, 3, 9)).center());
   Query();
-  EXPECT_EQ(Form().Position(), "[20260309] 0/0");
-  test::Click(Form().ExportButton());
+  EXPECT_EQ(Position(), "[20260309] 0/0");
+  Export();
   EXPECT_EQ(asked.filters, "");  // Nothing to write, nothing asked.
 
   Records.data->DeleteTable("20260309");
@@ -166,11 +175,11 @@ TEST_F(HistoryTest, WhatTheUnitLacksIsHiddenAndNotExported) {
   DataCenter.HasLoad = kClear;
   Query();
   for (int column = 0; column < 7; ++column)
-    EXPECT_EQ(Form().Grid().isColumnHidden(column), column == 3 || column == 6) << column;
+    EXPECT_EQ(Grid().isColumnHidden(column), column == 3 || column == 6) << column;
   EXPECT_TRUE(Limit(4).isHidden() && Limit(11).isHidden());
-  EXPECT_TRUE(Form().Query().JoiningWord(5).isHidden());
+  EXPECT_TRUE(JoiningWord(5).isHidden());
   EXPECT_FALSE(Limit(0).isHidden());
-  test::Click(Form().ExportButton());
+  Export();
   EXPECT_TRUE(
       Exported().starts_with("date,Input voltage,Output voltage,Frequency,"
                              "Battery capacious,\r\n10:00:00,200,200,200,0,\r\n"));
@@ -179,17 +188,17 @@ TEST_F(HistoryTest, WhatTheUnitLacksIsHiddenAndNotExported) {
 TEST_F(HistoryTest, TheFileHoldsTheResultWithWhichTheExportBegan) {
   Query();
   duringExport = [] {
-    EXPECT_TRUE(Form().IsExporting());
+    EXPECT_TRUE(IsExporting());
     Limit(0).setText(QStringLiteral("229"));
     Query();
-    Form().Grid().selectRow(5);
+    Grid().selectRow(5);
   };
-  test::Click(Form().ExportButton());
+  Export();
   EXPECT_EQ(asked.filters, "CSV (*.csv)|*.csv|*.* (*.*)|*.*");
   EXPECT_EQ(asked.folder, Folder());
   EXPECT_EQ(asked.name, "20260310.csv");
-  EXPECT_FALSE(Form().IsExporting());
-  EXPECT_EQ(Form().Position(), "[20260310] 6/9");
+  EXPECT_FALSE(IsExporting());
+  EXPECT_EQ(Position(), "[20260310] 6/9");
 
   std::string expected;
   const auto rows = Records.data->OpenRecordset("20260310");
@@ -206,16 +215,16 @@ TEST_F(HistoryTest, AFileThatCannotBeWrittenIsTold) {
   for (const std::string& name : {Folder() + "/absent/day.csv", std::string("/dev/full")}) {
     messages.clear();
     fileName = name;
-    test::Click(Form().ExportButton());
+    Export();
     EXPECT_EQ(messages, std::vector<std::string>{"The file cannot be opened for writing."}) << name;
-    EXPECT_FALSE(Form().IsExporting());
+    EXPECT_FALSE(IsExporting());
   }
 }
 
 TEST_F(HistoryTest, RowsThatGoMeanwhileStayBlankAndLeaveNoHalfFile) {
   Query();
   duringExport = [] { Records.data->DeleteTable("20260310"); };
-  test::Click(Form().ExportButton());
+  Export();
   EXPECT_EQ(messages, std::vector<std::string>{"The file cannot be opened for writing."});
   EXPECT_FALSE(std::filesystem::exists(fileName));
   EXPECT_EQ(Cell(7, 1).toStdString() + Cell(8, 1).toStdString(), "");
@@ -224,7 +233,7 @@ TEST_F(HistoryTest, RowsThatGoMeanwhileStayBlankAndLeaveNoHalfFile) {
 TEST_F(HistoryTest, AWindowThatGoesEndsItsExport) {
   Query();
   duringExport = [] { UnloadForm(Form2::kNumber); };
-  test::Click(Form().ExportButton());
+  Export();
   EXPECT_FALSE(DataHistory().IsLoaded());
   EXPECT_FALSE(DataCenter.FormOpen[Form2::kNumber]);
   EXPECT_FALSE(std::filesystem::exists(fileName));

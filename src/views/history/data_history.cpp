@@ -15,15 +15,16 @@
 #include "platform/time/clock.h"
 #include "platform/time/events.h"
 #include "records/databases.h"
+#include "records/sample_columns.h"
 #include "views/history/export_panel.h"
 #include "views/history/history_grid.h"
 #include "views/history/query_panel.h"
 #include "views/history/rows/history_export.h"
-#include "views/history/rows/history_texts.h"
 #include "views/history/save_dialog.h"
 #include "views/kit/calendar/month_calendar.h"
 #include "views/kit/controls/colors.h"
 #include "views/kit/controls/picture_button.h"
+#include "views/kit/controls/shown.h"
 #include "views/kit/controls/style.h"
 #include "views/kit/windows/movable_panel.h"
 
@@ -69,7 +70,7 @@ void ShowDataHistory() { DataHistory().Get().ShowAndRaise(); }
 
 Form2::Form2()
     : ViewWindow(kNumber, kStartSize, kLeastSize),
-      DayTable(GetTodayText()),
+      dayTable_(GetTodayText()),
       panels_({Panel{}, Panel{}}, WhenResized::StayInside) {
   Enter("Form_Load", [this] { OpenData(); });
   Client()->setStyleSheet(PositionSheet());
@@ -83,13 +84,13 @@ Form2::Form2()
 
 Form2::~Form2() {
   // Its parts go after it, and must not call it then.
-  disconnect(DBgrid1->selectionModel(), nullptr, this, nullptr);
+  disconnect(grid_->selectionModel(), nullptr, this, nullptr);
   DataCenter.FormOpen[kNumber] = kClear;
 }
 
 /// Without the file the window opens all the same, and has no data.
 void Form2::OpenData() {
-  Data1.emplace(platform::ProgramPath(kDataFile), platform::Access::ReadOnly);
+  sampleFile_.emplace(platform::ProgramPath(kDataFile), platform::Access::ReadOnly);
 }
 
 void Form2::MakeStrip() {
@@ -98,8 +99,9 @@ void Form2::MakeStrip() {
     made->resize(kButtonSize);
     return made;
   };
-  queryButton_ = button("form2 QueryButton_MouseUp", [this] { TogglePanel(*Frame2); });
-  calendarButton_ = button("form2 CalendarButton_MouseUp", [this] { TogglePanel(*Picture8); });
+  queryButton_ = button("form2 QueryButton_MouseUp", [this] { TogglePanel(*queryPanel_); });
+  calendarButton_ =
+      button("form2 CalendarButton_MouseUp", [this] { TogglePanel(*calendarPanel_); });
   exportButton_ = button("form2 ExportButton_MouseUp", [this] { Export(); });
   recordCaption_ = new QLabel(Client());
   recordCaption_->setAlignment(Qt::AlignRight | Qt::AlignVCenter);
@@ -107,21 +109,20 @@ void Form2::MakeStrip() {
   position_->setObjectName(QStringLiteral("position"));
   position_->setAlignment(Qt::AlignCenter);
   notice_ = new QLabel(Client());
-  notice_->setObjectName(QStringLiteral("notice"));
 }
 
 void Form2::MakeGrid() {
   rows_ = new HistoryGrid(Client());
-  DBgrid1 = new QTableView(Client());
-  DBgrid1->setModel(rows_);
-  DBgrid1->setSelectionBehavior(QAbstractItemView::SelectRows);
-  DBgrid1->setSelectionMode(QAbstractItemView::SingleSelection);
-  DBgrid1->setTabKeyNavigation(false);
-  DBgrid1->setAlternatingRowColors(true);
-  DBgrid1->verticalHeader()->hide();
-  DBgrid1->verticalHeader()->setSectionResizeMode(QHeaderView::Fixed);
-  DBgrid1->verticalHeader()->setDefaultSectionSize(RowHeight(*DBgrid1, kRowHeight));
-  QHeaderView& heads = *DBgrid1->horizontalHeader();
+  grid_ = new QTableView(Client());
+  grid_->setModel(rows_);
+  grid_->setSelectionBehavior(QAbstractItemView::SelectRows);
+  grid_->setSelectionMode(QAbstractItemView::SingleSelection);
+  grid_->setTabKeyNavigation(false);
+  grid_->setAlternatingRowColors(true);
+  grid_->verticalHeader()->hide();
+  grid_->verticalHeader()->setSectionResizeMode(QHeaderView::Fixed);
+  grid_->verticalHeader()->setDefaultSectionSize(RowHeight(*grid_, kRowHeight));
+  QHeaderView& heads = *grid_->horizontalHeader();
   heads.setSectionResizeMode(QHeaderView::Stretch);
   heads.setDefaultAlignment(Qt::AlignCenter | Qt::Alignment{Qt::TextWordWrap});
   heads.setMinimumSectionSize(kColumnWidth);
@@ -129,32 +130,32 @@ void Form2::MakeGrid() {
       QStringLiteral("QHeaderView::section { font-size: 11px; padding: 2px 1px; }"));
   heads.setFixedHeight(std::max(kHeadHeight, 2 * LineHeight(heads) + kHeadEdges));
   heads.setHighlightSections(false);
-  connect(DBgrid1->selectionModel(), &QItemSelectionModel::currentRowChanged, this,
+  connect(grid_->selectionModel(), &QItemSelectionModel::currentRowChanged, this,
           [this] { Enter("Data1_Reposition", [this] { ShowPosition(); }); });
 }
 
 void Form2::MakePanels() {
-  Frame2 = new QueryPanel(Client(), panels_, kQueryPanel, [this] { Command4_Click(); });
-  Picture8 = new MovablePanel(Client(), "form2 Picture8", panels_, kCalendarPanel);
-  Picture11 = new MonthCalendar(Picture8, "form2 Picture11_Click", [this] { Picture11_Click(); });
-  Picture11->move(kMargin, MovablePanel::kTitleHeight);
-  Picture8->resize(Picture11->width() + 2 * kMargin,
-                   Picture11->height() + MovablePanel::kTitleHeight + kMargin);
-  Picture8->TellPanels();
-  for (MovablePanel* panel : std::initializer_list<MovablePanel*>{Frame2, Picture8})
+  queryPanel_ = new QueryPanel(Client(), panels_, kQueryPanel, [this] { RunQuery(); });
+  calendarPanel_ = new MovablePanel(Client(), "form2 Picture8", panels_, kCalendarPanel);
+  calendar_ = new MonthCalendar(calendarPanel_, "form2 Picture11_Click", [this] { DayChosen(); });
+  calendar_->move(kMargin, MovablePanel::kTitleHeight);
+  calendarPanel_->resize(calendar_->width() + 2 * kMargin,
+                         calendar_->height() + MovablePanel::kTitleHeight + kMargin);
+  calendarPanel_->TellPanels();
+  for (MovablePanel* panel : std::initializer_list<MovablePanel*>{queryPanel_, calendarPanel_})
     panel->OnPutAway([this, panel] { TogglePanel(*panel); });
-  Picture13 = new ExportPanel(Client());
+  exportPanel_ = new ExportPanel(Client());
 }
 
 void Form2::Layout() {
   panels_.At(kQueryPanel).left = kMargin;
   panels_.At(kQueryPanel).top = kStripHeight;
   panels_.At(kCalendarPanel).left = kMargin;
-  panels_.At(kCalendarPanel).top = kStripHeight + Frame2->height() + kMargin;
+  panels_.At(kCalendarPanel).top = kStripHeight + queryPanel_->height() + kMargin;
   const QSize client = Client()->size();
-  DBgrid1->setGeometry(kPanelColumn, kStripHeight, client.width() - kPanelColumn - kMargin,
-                       client.height() - kStripHeight - kMargin);
-  layout_.Resizeinit(client, {DBgrid1});
+  grid_->setGeometry(kPanelColumn, kStripHeight, client.width() - kPanelColumn - kMargin,
+                     client.height() - kStripHeight - kMargin);
+  layout_.Resizeinit(client, {grid_});
   PrepareGrid();
   Form_Resize();
 }
@@ -164,19 +165,19 @@ void Form2::Form_Resize() {
   PlaceStrip();
   panels_.SetClientSize(Client()->width(), Client()->height());
   panels_.ReWindow();
-  Frame2->FollowPanels();
-  Picture8->FollowPanels();
+  queryPanel_->FollowPanels();
+  calendarPanel_->FollowPanels();
 }
 
 /// Beside the column in which the panels stand at first. With both put away the grid has the window
 /// for itself.
 void Form2::PlaceGrid() {
   layout_.Apply(Client()->size());
-  const bool alone = Frame2->isHidden() && Picture8->isHidden();
-  QRect grid = DBgrid1->geometry();
+  const bool alone = queryPanel_->isHidden() && calendarPanel_->isHidden();
+  QRect grid = grid_->geometry();
   grid.setTop(kStripHeight);
   grid.setLeft(alone ? kMargin : std::max(grid.left(), kPanelColumn));
-  DBgrid1->setGeometry(grid);
+  grid_->setGeometry(grid);
 }
 
 void Form2::PlaceStrip() {
@@ -195,40 +196,40 @@ void Form2::PlaceStrip() {
 
 void Form2::ApplyLanguage() {
   ViewWindow::ApplyLanguage();
-  SetCaption(HistoryText(texts::kHistoryCaption));
-  queryButton_->SetText(HistoryText(texts::kHistoryQueryPanel));
-  calendarButton_->SetText(HistoryText(texts::kHistoryCalendar));
-  exportButton_->SetText(HistoryText(texts::kHistoryExport));
-  recordCaption_->setText(HistoryText(texts::kHistoryRecord));
+  SetCaption(Shown(texts::kHistoryCaption));
+  queryButton_->SetText(Shown(texts::kHistoryQueryPanel));
+  calendarButton_->SetText(Shown(texts::kHistoryCalendar));
+  exportButton_->SetText(Shown(texts::kHistoryExport));
+  recordCaption_->setText(Shown(texts::kHistoryRecord));
   notice_->clear();
   rows_->ApplyLanguage();
-  Frame2->ApplyLanguage();
-  Picture11->ApplyLanguage();
-  Picture11->setToolTip(HistoryText(texts::kHistoryChooseDay));
-  Picture13->ApplyLanguage();
+  queryPanel_->ApplyLanguage();
+  calendar_->ApplyLanguage();
+  calendar_->setToolTip(Shown(texts::kHistoryChooseDay));
+  exportPanel_->ApplyLanguage();
   ShowDay();
   PlaceStrip();
 }
 
 void Form2::ShowDay() {
-  Picture8->SetTitle(HistoryText(texts::kHistoryCalendar) + QStringLiteral("  ") +
-                     QString::fromStdString(DayTable));
+  calendarPanel_->SetTitle(Shown(texts::kHistoryCalendar) + QStringLiteral("  ") +
+                           Shown(dayTable_));
 }
 
 /// The keyboard goes on in the grid when the panel that it was in goes.
 void Form2::TogglePanel(MovablePanel& panel) {
-  if (panel.isAncestorOf(focusWidget())) DBgrid1->setFocus();
+  if (panel.isAncestorOf(focusWidget())) grid_->setFocus();
   panel.setVisible(panel.isHidden());
   panel.raise();
   panel.TellPanels();
   Form_Resize();
 }
 
-void Form2::Picture11_Click() {
+void Form2::DayChosen() {
   const std::string table =
-      platform::FormatDayName({Picture11->Year(), Picture11->Month(), Picture11->Day()});
+      platform::FormatDayName({calendar_->Year(), calendar_->Month(), calendar_->Day()});
   if (!TableExists(table)) return TellNoData();
-  DayTable = table;
+  dayTable_ = table;
   ShowDay();
 }
 
@@ -238,44 +239,43 @@ void Form2::TellNoData() {
 
 /// The names of the columns are the table's own; no row is read for them.
 std::string Form2::QueryText() {
-  const HistoryRows none(Data1->OpenRecordset("Select * From [" + DayTable + "] Where 1 = 0"));
-  return HistoryQuery(DayTable, none.ColumnNames(), Frame2->Limits());
+  const HistoryRows none(
+      sampleFile_->OpenRecordset("Select * From [" + dayTable_ + "] Where 1 = 0"));
+  return HistoryQuery(dayTable_, none.ColumnNames(), queryPanel_->Limits());
 }
 
 /// What the database refuses is a limit that is no number: the table is there, and its clauses are
 /// ours.
-void Form2::Command4_Click() {
+void Form2::RunQuery() {
   notice_->clear();
-  if (!Data1) Enter("OpenData", [this] { OpenData(); });
-  if (!Data1 || !Data1->HasTable(DayTable)) return TellNoData();
+  if (!sampleFile_) Enter("OpenData", [this] { OpenData(); });
+  if (!sampleFile_ || !sampleFile_->HasTable(dayTable_)) return TellNoData();
   std::shared_ptr<HistoryRows> found;
   const bool accepted = platform::Guarded("form2 Data1_Refresh", [&] {
-    found = std::make_shared<HistoryRows>(Data1->OpenRecordset(QueryText()));
+    found = std::make_shared<HistoryRows>(sampleFile_->OpenRecordset(QueryText()));
   });
   if (!accepted) return Tell(LangText[texts::kHistoryBadLimit]);
   rows_->ShowRows(std::move(found));
-  shownTable_ = DayTable;
+  shownTable_ = dayTable_;
   PrepareGrid();
-  DBgrid1->setCurrentIndex(rows_->index(0, 0));
+  grid_->setCurrentIndex(rows_->index(0, 0));
   ShowPosition();
-  notice_->setText(rows_->rowCount() > 0 ? QString() : HistoryText(texts::kHistoryNothingFound));
+  notice_->setText(rows_->rowCount() > 0 ? QString() : Shown(texts::kHistoryNothingFound));
 }
 
 /// What the unit does not measure is hidden, with the limits of it.
 void Form2::PrepareGrid() {
   for (int column = 0; column < rows_->columnCount(); ++column)
-    DBgrid1->setColumnHidden(column, !HasColumn(column));
-  Frame2->ShowRows();
+    grid_->setColumnHidden(column, !IsMeasured(column));
+  queryPanel_->ShowRows();
 }
 
 void Form2::ShowPosition() {
-  position_->setText(QString::fromStdString(
-      PositionText(shownTable_, DBgrid1->currentIndex().row(), rows_->rowCount())));
+  position_->setText(
+      Shown(PositionText(shownTable_, grid_->currentIndex().row(), rows_->rowCount())));
 }
 
-std::string Form2::Position() const { return position_->text().toStdString(); }
-
-bool Form2::IsExporting() const { return !Picture13->isHidden(); }
+bool Form2::IsExporting() const { return !exportPanel_->isHidden(); }
 
 void Form2::Export() {
   if (IsExporting() || rows_->rowCount() == 0) return;
@@ -290,18 +290,18 @@ void Form2::ExportFile(const std::string& fileName) {
   const QPointer<Form2> alive(this);
   const std::shared_ptr<HistoryRows> rows = rows_->Rows();
   exportButton_->setEnabled(false);
-  Picture13->Open();
+  exportPanel_->Open();
   const bool written = platform::Guarded("form2 ExportFile", [&] {
     WriteRows(fileName, *rows, [&alive](double percent) {
       platform::DoEvents();
-      if (alive) alive->Picture13->SetProgress(percent);
+      if (alive) alive->exportPanel_->SetProgress(percent);
       return !alive.isNull();
     });
   });
   if (!alive) return;
-  Picture13->hide();
+  exportPanel_->hide();
   exportButton_->setEnabled(true);
-  notice_->setText(written ? HistoryText(texts::kHistoryExportFinished) : QString());
+  notice_->setText(written ? Shown(texts::kHistoryExportFinished) : QString());
   if (!written) Tell(LangText[texts::kHistoryCannotWrite]);
 }
 

@@ -25,6 +25,7 @@ class MovablePanel;
 class PictureButton;
 class QueryPanel;
 
+/// The data history's window.
 class Form2 final : public ViewWindow {
  public:
   static constexpr int kNumber = 2;
@@ -35,15 +36,6 @@ class Form2 final : public ViewWindow {
   ~Form2() override;
 
   void ApplyLanguage();
-
-  QueryPanel& Query() { return *Frame2; }
-  MonthCalendar& Calendar() { return *Picture11; }
-  QTableView& Grid() { return *DBgrid1; }
-  PictureButton& ExportButton() { return *exportButton_; }
-  /// Whether an export shows its progress.
-  bool IsExporting() const;
-  /// Where the grid stands.
-  std::string Position() const;
 
  protected:
   void Form_Resize() override;
@@ -57,10 +49,11 @@ class Form2 final : public ViewWindow {
   void PlaceGrid();
   void PlaceStrip();
 
-  void Command4_Click();
-  void Picture11_Click();
+  void RunQuery();
+  void DayChosen();
   void TogglePanel(MovablePanel& panel);
   void TellNoData();
+  bool IsExporting() const;
   void Export();
   void ExportFile(const std::string& fileName);
 
@@ -69,8 +62,8 @@ class Form2 final : public ViewWindow {
   void ShowPosition();
   void ShowDay();
 
-  std::optional<platform::Database> Data1;
-  std::string DayTable;     ///< "yyyymmdd"
+  std::optional<platform::Database> sampleFile_;
+  std::string dayTable_;    ///< "yyyymmdd"
   std::string shownTable_;  ///< that of the rows in the grid
   StickyPanels panels_;
   DesignLayout layout_;
@@ -82,11 +75,11 @@ class Form2 final : public ViewWindow {
   QLabel* position_ = nullptr;
   QLabel* notice_ = nullptr;  ///< what came of the last query or export
   HistoryGrid* rows_ = nullptr;
-  QTableView* DBgrid1 = nullptr;
-  QueryPanel* Frame2 = nullptr;
-  MovablePanel* Picture8 = nullptr;
-  MonthCalendar* Picture11 = nullptr;
-  ExportPanel* Picture13 = nullptr;
+  QTableView* grid_ = nullptr;
+  QueryPanel* queryPanel_ = nullptr;
+  MovablePanel* calendarPanel_ = nullptr;
+  MonthCalendar* calendar_ = nullptr;
+  ExportPanel* exportPanel_ = nullptr;
 };
 
 /// The one instance.

@@ -5,9 +5,9 @@
 
 #include "drawing/palette.h"
 #include "platform/system/paths.h"
-#include "views/history/rows/history_texts.h"
 #include "views/kit/controls/colors.h"
 #include "views/kit/controls/progress_bar.h"
+#include "views/kit/controls/shown.h"
 
 namespace varek {
 
@@ -21,14 +21,14 @@ constexpr int kPercentWidth = 110;
 ExportPanel::ExportPanel(QWidget* parent)
     : QWidget(parent),
       caption_(new QLabel(this)),
-      Label2(new QLabel(this)),
+      percentText_(new QLabel(this)),
       target_(kBarWidth, kBarHeight),
       source_(platform::ProgramPath("\\image\\progress.jpg")) {
   setFixedSize(kBarWidth + 2 * kPlace, kBarHeight + 2 * kPlace);
   setAttribute(Qt::WA_OpaquePaintEvent);  // Or the grid below would be painted at every step.
   caption_->setGeometry(kPlace, 2, kBarWidth - kPercentWidth, kPlace - 4);
-  Label2->setGeometry(kPlace + kBarWidth - kPercentWidth, 2, kPercentWidth, kPlace - 4);
-  Label2->setAlignment(Qt::AlignRight | Qt::AlignVCenter);
+  percentText_->setGeometry(kPlace + kBarWidth - kPercentWidth, 2, kPercentWidth, kPlace - 4);
+  percentText_->setAlignment(Qt::AlignRight | Qt::AlignVCenter);
   hide();
 }
 
@@ -52,10 +52,10 @@ void ExportPanel::SetProgress(double percent) {
 
 void ExportPanel::SetPercentText(int percent) {
   shownPercent_ = percent;
-  Label2->setText(QStringLiteral("WRITE %1%").arg(percent));
+  percentText_->setText(QStringLiteral("WRITE %1%").arg(percent));
 }
 
-void ExportPanel::ApplyLanguage() { caption_->setText(HistoryText(texts::kHistoryExporting)); }
+void ExportPanel::ApplyLanguage() { caption_->setText(Shown(texts::kHistoryExporting)); }
 
 void ExportPanel::paintEvent(QPaintEvent*) {
   QPainter painter(this);

@@ -26,7 +26,7 @@ class ExportPanel final : public QWidget {
   void SetPercentText(int percent);
 
   QLabel* caption_;
-  QLabel* Label2;
+  QLabel* percentText_;
   platform::Surface target_;
   platform::Surface source_;
   int shownPixels_ = 0;

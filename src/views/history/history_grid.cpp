@@ -3,7 +3,8 @@
 #include <utility>
 
 #include "platform/errors/guard.h"
-#include "views/history/rows/history_texts.h"
+#include "views/history/rows/column_caption.h"
+#include "views/kit/controls/shown.h"
 
 namespace varek {
 
@@ -34,7 +35,7 @@ QVariant HistoryGrid::data(const QModelIndex& index, int role) const {
 
 QVariant HistoryGrid::headerData(int section, Qt::Orientation orientation, int role) const {
   if (orientation != Qt::Horizontal || role != Qt::DisplayRole) return {};
-  return QString::fromStdString(ColumnCaption(section));
+  return Shown(ColumnCaption(section));
 }
 
 /// A row that has been deleted meanwhile stays blank. It is asked for again at every painting; one
@@ -47,7 +48,7 @@ QString HistoryGrid::CellText(const QModelIndex& index) const {
   } else {
     reported_ = !platform::Guarded("form2 DBgrid1", read);
   }
-  return QString::fromStdString(text);
+  return Shown(text);
 }
 
 }  // namespace varek

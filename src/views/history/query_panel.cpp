@@ -9,9 +9,10 @@
 #include <utility>
 
 #include "platform/errors/guard.h"
-#include "views/history/rows/history_rows.h"
-#include "views/history/rows/history_texts.h"
+#include "records/sample_columns.h"
+#include "views/history/rows/column_caption.h"
 #include "views/kit/controls/choice_list.h"
+#include "views/kit/controls/shown.h"
 
 namespace varek {
 
@@ -22,10 +23,11 @@ constexpr int kGap = 4;
 constexpr int kLimitWidth = 84;
 
 // Rows of the panel's grid.
-constexpr int kTimeRow = 0;
+constexpr int kFromRow = 0;
+constexpr int kToRow = 1;
 constexpr int kHeadRow = 2;
 constexpr int kFirstFieldRow = 3;
-constexpr int kButtonRow = kFirstFieldRow + int{kValueFields};
+constexpr int kButtonRow = kFirstFieldRow + int{kMeasureCount};
 
 constexpr std::array<size_t, 4> kHeadTexts{texts::kHistoryValueLimits, texts::kHistoryLowerLimit,
                                            texts::kHistoryUpperLimit, texts::kHistoryJoinedBy};
@@ -62,12 +64,6 @@ class LimitField final : public QLineEdit {
   }
 };
 
-QComboBox* MakeTimeList(QWidget* parent, const std::vector<std::string>& times) {
-  auto* list = new ChoiceList(parent);
-  for (const std::string& time : times) list->addItem(QString::fromStdString(time));
-  return list;
-}
-
 }  // namespace
 
 QueryPanel::QueryPanel(QWidget* parent, StickyPanels& panels, size_t number,
@@ -76,19 +72,18 @@ QueryPanel::QueryPanel(QWidget* parent, StickyPanels& panels, size_t number,
   grid_->setContentsMargins(kMargin, kTitleHeight, kMargin, kMargin);
   grid_->setSpacing(kGap);
   grid_->setColumnStretch(0, 1);
-  MakeTimes();
+  from_ = MakeTime(kFromRow, FromTimes());
+  to_ = MakeTime(kToRow, ToTimes());
   MakeLimits();
   MakeButtons(std::move(query));
 }
 
-void QueryPanel::MakeTimes() {
-  Combo1 = {MakeTimeList(this, FromTimes()), MakeTimeList(this, ToTimes())};
-  for (int i = 0; i < 2; ++i) {
-    const auto which = static_cast<size_t>(i);
-    timeLabels_[which] = new QLabel(this);
-    grid_->addWidget(timeLabels_[which], kTimeRow + i, 0);
-    grid_->addWidget(Combo1[which], kTimeRow + i, 1, 1, 2);
-  }
+QueryPanel::TimeLimit QueryPanel::MakeTime(int row, const std::vector<std::string>& times) {
+  const TimeLimit time{new QLabel(this), new ChoiceList(this)};
+  for (const std::string& choice : times) time.list->addItem(Shown(choice));
+  grid_->addWidget(time.label, row, 0);
+  grid_->addWidget(time.list, row, 1, 1, 2);
+  return time;
 }
 
 void QueryPanel::MakeLimits() {
@@ -97,64 +92,72 @@ void QueryPanel::MakeLimits() {
     if (column > 0) head->setAlignment(Qt::AlignCenter);
     grid_->addWidget(head, kHeadRow, column);
   }
-  for (size_t field = 0; field < kValueFields; ++field) {
-    const int row = kFirstFieldRow + static_cast<int>(field);
-    grid_->addWidget(fieldLabels_[field] = new QLabel(this), row, 0);
-    for (const size_t upper : {0, 1})
-      grid_->addWidget(Text1[2 * field + upper] = new LimitField(this), row,
-                       1 + static_cast<int>(upper));
-    grid_->addWidget(Combo2[field] = new ChoiceList(this), row, 3);
-    for (const char* word : kJoiningWords) Combo2[field]->addItem(QString::fromLatin1(word));
-  }
+  int row = kFirstFieldRow;
+  for (ValueLimits& value : values_) value = MakeValue(row++);
+}
+
+std::array<QWidget*, 4> QueryPanel::ValueLimits::Parts() const {
+  return {label, lower, upper, word};
+}
+
+QueryPanel::ValueLimits QueryPanel::MakeValue(int row) {
+  const ValueLimits value{new QLabel(this), new LimitField(this), new LimitField(this),
+                          new ChoiceList(this)};
+  for (const char* word : kJoiningWords) value.word->addItem(QString::fromLatin1(word));
+  int column = 0;
+  for (QWidget* part : value.Parts()) grid_->addWidget(part, row, column++);
+  return value;
 }
 
 void QueryPanel::MakeButtons(std::function<void()> query) {
-  grid_->addWidget(Command4 = new QPushButton(this), kButtonRow, 1);
-  grid_->addWidget(Command8 = new QPushButton(this), kButtonRow, 2);
-  connect(Command4, &QPushButton::clicked, this,
+  grid_->addWidget(queryButton_ = new QPushButton(this), kButtonRow, 1);
+  grid_->addWidget(clearButton_ = new QPushButton(this), kButtonRow, 2);
+  connect(queryButton_, &QPushButton::clicked, this,
           [query = std::move(query)] { platform::Guarded("form2 Command4_Click", query); });
-  connect(Command8, &QPushButton::clicked, this,
-          [this] { platform::Guarded("form2 Command8_Click", [this] { Command8_Click(); }); });
+  connect(clearButton_, &QPushButton::clicked, this,
+          [this] { platform::Guarded("form2 Command8_Click", [this] { Clear(); }); });
 }
 
 HistoryLimits QueryPanel::Limits() const {
   HistoryLimits limits{
-      Combo1[0]->currentText().toStdString(), Combo1[1]->currentText().toStdString(), {}};
-  for (size_t field = 0; field < kValueFields; ++field)
-    limits.fields[field] = {Text1[2 * field]->text().toStdString(),
-                            Text1[2 * field + 1]->text().toStdString(),
-                            Combo2[field]->currentText().toStdString()};
+      from_.list->currentText().toStdString(), to_.list->currentText().toStdString(), {}};
+  for (size_t i = 0; i < values_.size(); ++i)
+    limits.fields[i] = {values_[i].lower->text().toStdString(),
+                        values_[i].upper->text().toStdString(),
+                        values_[i].word->currentText().toStdString()};
   return limits;
 }
 
 void QueryPanel::ShowRows() {
-  for (size_t field = 0; field < kValueFields; ++field) {
-    const bool shown = HasColumn(static_cast<int>(field) + 1);
-    for (QWidget* part : std::initializer_list<QWidget*>{fieldLabels_[field], Text1[2 * field],
-                                                         Text1[2 * field + 1], Combo2[field]})
-      part->setVisible(shown);
+  int column = kInputColumn;
+  for (const ValueLimits& value : values_) {
+    const bool shown = IsMeasured(column++);
+    for (QWidget* part : value.Parts()) part->setVisible(shown);
   }
   grid_->invalidate();
   adjustSize();
   TellPanels();
 }
 
-void QueryPanel::Command8_Click() {
-  for (QComboBox* word : Combo2) word->setCurrentIndex(0);
-  for (QLineEdit* limit : Text1) limit->setText(QString::fromLatin1(kDontCare));
-  for (QComboBox* time : Combo1) time->setCurrentIndex(0);
+void QueryPanel::Clear() {
+  for (const ValueLimits& value : values_) {
+    value.word->setCurrentIndex(0);
+    value.lower->setText(QString::fromLatin1(kDontCare));
+    value.upper->setText(QString::fromLatin1(kDontCare));
+  }
+  from_.list->setCurrentIndex(0);
+  to_.list->setCurrentIndex(0);
 }
 
 void QueryPanel::ApplyLanguage() {
-  SetTitle(HistoryText(texts::kHistoryQueryPanel));
-  timeLabels_[0]->setText(HistoryText(texts::kHistoryFrom));
-  timeLabels_[1]->setText(HistoryText(texts::kHistoryTo));
-  for (size_t i = 0; i < heads_.size(); ++i) heads_[i]->setText(HistoryText(kHeadTexts[i]));
-  for (size_t field = 0; field < kValueFields; ++field)
-    fieldLabels_[field]->setText(
-        QString::fromStdString(ColumnCaption(static_cast<int>(field) + 1)));
-  Command4->setText(HistoryText(texts::kHistoryQuery));
-  Command8->setText(HistoryText(texts::kHistoryClear));
+  SetTitle(Shown(texts::kHistoryQueryPanel));
+  from_.label->setText(Shown(texts::kHistoryFrom));
+  to_.label->setText(Shown(texts::kHistoryTo));
+  for (size_t i = 0; i < heads_.size(); ++i) heads_[i]->setText(Shown(kHeadTexts[i]));
+  int column = kInputColumn;
+  for (const ValueLimits& value : values_) value.label->setText(Shown(ColumnCaption(column++)));
+  queryButton_->setText(Shown(texts::kHistoryQuery));
+  clearButton_->setText(Shown(texts::kHistoryClear));
   ShowRows();
 }
 

@@ -4,6 +4,8 @@
 
 #include <array>
 #include <functional>
+#include <string>
+#include <vector>
 
 #include "views/history/rows/history_query.h"
 #include "views/kit/windows/movable_panel.h"
@@ -27,27 +29,33 @@ class QueryPanel final : public MovablePanel {
   void ShowRows();
   void ApplyLanguage();
 
-  QLineEdit& Limit(size_t field) { return *Text1.at(field); }
-  QComboBox& Time(size_t which) { return *Combo1.at(which); }
-  QComboBox& JoiningWord(size_t field) { return *Combo2.at(field); }
-  QPushButton& QueryButton() { return *Command4; }
-  QPushButton& ClearButton() { return *Command8; }
-
  private:
-  void MakeTimes();
+  struct TimeLimit {
+    QLabel* label;
+    QComboBox* list;
+  };
+  struct ValueLimits {
+    QLabel* label;
+    QLineEdit* lower;
+    QLineEdit* upper;
+    QComboBox* word;  ///< that joins them to what stands before
+
+    std::array<QWidget*, 4> Parts() const;
+  };
+
   void MakeLimits();
   void MakeButtons(std::function<void()> query);
-  void Command8_Click();
+  TimeLimit MakeTime(int row, const std::vector<std::string>& times);
+  ValueLimits MakeValue(int row);
+  void Clear();
 
   QGridLayout* grid_ = nullptr;
-  std::array<QLabel*, 2> timeLabels_{};
+  TimeLimit from_{};
+  TimeLimit to_{};
   std::array<QLabel*, 4> heads_{};  ///< of the value limits, then of their three columns
-  std::array<QLabel*, kValueFields> fieldLabels_{};
-  std::array<QComboBox*, 2> Combo1{};
-  std::array<QLineEdit*, 2 * kValueFields> Text1{};
-  std::array<QComboBox*, kValueFields> Combo2{};
-  QPushButton* Command4 = nullptr;
-  QPushButton* Command8 = nullptr;
+  std::array<ValueLimits, kMeasureCount> values_{};
+  QPushButton* queryButton_ = nullptr;
+  QPushButton* clearButton_ = nullptr;
 };
 
 }  // namespace varek

@@ -5,6 +5,7 @@
 
 #include "platform/errors/runtime_error.h"
 #include "platform/system/paths.h"
+#include "records/sample_columns.h"
 
 namespace varek {
 
@@ -20,7 +21,7 @@ constexpr char kLineEnd[] = "\r\n";
 std::vector<int> ColumnsOf(const HistoryRows& rows) {
   std::vector<int> columns;
   for (int column = 0; column < rows.ColumnCount(); ++column)
-    if (HasColumn(column)) columns.push_back(column);
+    if (IsMeasured(column)) columns.push_back(column);
   return columns;
 }
 

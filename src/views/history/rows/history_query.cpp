@@ -93,8 +93,9 @@ std::string Addstr(const std::string& field, const FieldLimits& limits) {
 
 std::string HistoryQuery(const std::string& dayTable, const std::vector<std::string>& columns,
                          const HistoryLimits& limits) {
-  std::string query = "Select * From [" + dayTable + "] Where " + TimeClause(columns.at(0), limits);
-  for (size_t i = 0; i < kValueFields; ++i) query += Addstr(columns.at(i + 1), limits.fields[i]);
+  std::string query =
+      "Select * From [" + dayTable + "] Where " + TimeClause(columns.at(kTimeColumn), limits);
+  for (size_t i = 0; i < kMeasureCount; ++i) query += Addstr(columns.at(i + 1), limits.fields[i]);
   return query;
 }
 

@@ -8,6 +8,8 @@
 #include <string>
 #include <vector>
 
+#include "records/sample_columns.h"
+
 namespace varek {
 
 /// A limit that is not set. Shown in every language as it stands here.
@@ -15,9 +17,6 @@ inline constexpr char kDontCare[] = "Dont Care";
 
 /// The words that join a field's clause to what stands before it.
 inline constexpr std::array<const char*, 2> kJoiningWords{"And", "Or"};
-
-/// Columns of a sample behind its time.
-constexpr size_t kValueFields = 6;
 
 struct FieldLimits {
   std::string lower = kDontCare;
@@ -28,7 +27,7 @@ struct FieldLimits {
 struct HistoryLimits {
   std::string from = kDontCare;  ///< "hh:mm:ss", as `to`
   std::string to = kDontCare;
-  std::array<FieldLimits, kValueFields> fields;  ///< in the order of the columns
+  std::array<FieldLimits, kMeasureCount> fields;  ///< in the order of the columns
 };
 
 /// The choices for the beginning and for the end of the time.

@@ -2,15 +2,7 @@
 
 #include <utility>
 
-#include "core/data_center.h"
-
 namespace varek {
-
-bool HasColumn(int column) {
-  if (column == kLoadColumn) return DataCenter.HasLoad;
-  if (column == kTemperatureColumn) return DataCenter.HasTemperature;
-  return true;
-}
 
 HistoryRows::HistoryRows(std::unique_ptr<platform::Recordset> rows) : rows_(std::move(rows)) {}
 

@@ -11,13 +11,6 @@
 
 namespace varek {
 
-/// Columns of a sample that a unit may lack.
-constexpr int kLoadColumn = 3;
-constexpr int kTemperatureColumn = 6;
-
-/// False for the column of what the unit does not measure.
-bool HasColumn(int column);
-
 class HistoryRows final {
  public:
   explicit HistoryRows(std::unique_ptr<platform::Recordset> rows);
