@@ -3,8 +3,8 @@
 #include <utility>
 
 #include "platform/errors/guard.h"
-#include "texts/language.h"
 #include "views/kit/controls/colors.h"
+#include "views/kit/controls/shown.h"
 #include "views/kit/controls/style.h"
 #include "views/oscilloscope/curves/scope_colors.h"
 #include "views/oscilloscope/scope_tip.h"
@@ -46,8 +46,8 @@ CurvePanel::CurvePanel(QWidget* parent, StickyPanels& panels, size_t number,
     box->setChecked(true);
     connect(box, &QCheckBox::clicked, this,
             [clicked] { platform::Guarded("form3 Check1_Click", clicked); });
-    Check1[static_cast<size_t>(i)] = box;
-    Shape2[static_cast<size_t>(i)] = MakeSwatch(this, SwitchColor(i));
+    boxes_[static_cast<size_t>(i)] = box;
+    swatches_[static_cast<size_t>(i)] = MakeSwatch(this, SwitchColor(i));
   }
   resize(kColumns * kColumnWidth + 2 * kMargin, kTitleHeight + kRows * rowHeight_ + kMargin);
   TellPanels();
@@ -55,9 +55,9 @@ CurvePanel::CurvePanel(QWidget* parent, StickyPanels& panels, size_t number,
 }
 
 void CurvePanel::ApplyLanguage() {
-  SetTitle(QString::fromStdString(LangText[texts::kScopeCurves]));
-  for (int i = 0; i < kCurveCount; ++i) Box(i).setText(QString::fromStdString(CurveName(i)));
-  Box(kEventSwitch).setText(QString::fromStdString(LangText[texts::kScopeEvents]));
+  SetTitle(Shown(texts::kScopeCurves));
+  for (int i = 0; i < kCurveCount; ++i) Box(i).setText(Shown(CurveName(i)));
+  Box(kEventSwitch).setText(Shown(texts::kScopeEvents));
 }
 
 void CurvePanel::ShowMeasured() {
@@ -72,14 +72,14 @@ void CurvePanel::Take(int index, bool measured) {
   if (measured == !Box(index).isHidden()) return;
   Box(index).setChecked(measured);
   Box(index).setVisible(measured);
-  Shape2[static_cast<size_t>(index)]->setVisible(measured);
+  swatches_[static_cast<size_t>(index)]->setVisible(measured);
 }
 
 void CurvePanel::Place(int index, int place) {
   const int left = kMargin + place / kRows * kColumnWidth;
   const int top = kTitleHeight + place % kRows * rowHeight_;
-  Shape2[static_cast<size_t>(index)]->move(left + kMargin,
-                                           top + (rowHeight_ - kSwatch.height()) / 2);
+  swatches_[static_cast<size_t>(index)]->move(left + kMargin,
+                                              top + (rowHeight_ - kSwatch.height()) / 2);
   const int textLeft = 2 * kMargin + kSwatch.width() + kMargin;
   Box(index).setGeometry(left + textLeft, top, kColumnWidth - textLeft, rowHeight_);
 }

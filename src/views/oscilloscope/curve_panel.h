@@ -22,15 +22,15 @@ class CurvePanel final : public MovablePanel {
   void ShowMeasured();
 
   bool IsOn(int index) const { return Box(index).isChecked(); }
-  QCheckBox& Box(int index) const { return *Check1.at(static_cast<size_t>(index)); }
+  QCheckBox& Box(int index) const { return *boxes_.at(static_cast<size_t>(index)); }
 
  private:
   void Take(int index, bool measured);
   void Place(int index, int place);
 
   int rowHeight_;
-  std::array<QCheckBox*, kScopeSwitches> Check1{};
-  std::array<QWidget*, kScopeSwitches> Shape2{};
+  std::array<QCheckBox*, kScopeSwitches> boxes_{};
+  std::array<QWidget*, kScopeSwitches> swatches_{};
 };
 
 }  // namespace varek

@@ -14,10 +14,10 @@
 #include "platform/time/clock.h"
 #include "platform/time/events.h"
 #include "records/databases.h"
-#include "texts/language.h"
 #include "views/kit/calendar/month_calendar.h"
 #include "views/kit/controls/colors.h"
 #include "views/kit/controls/picture_button.h"
+#include "views/kit/controls/shown.h"
 #include "views/kit/windows/movable_panel.h"
 #include "views/oscilloscope/curve_panel.h"
 #include "views/oscilloscope/curves/scope_colors.h"
@@ -41,12 +41,10 @@ constexpr QSize kButtonSize{96, 30};
 
 enum PanelNumber : size_t { kCalendarPanel, kHoursPanel, kCurvePanel, kMiniaturePanel, kPanels };
 
-QString Shown(size_t text) { return QString::fromStdString(LangText[text]); }
-
 /// "00:00 ~ 01:00" to "23:00 ~ 24:00".
 QString HourLine(int hour) {
   const auto text = [](int value) { return platform::ZeroPadded(value, 2) + ":00"; };
-  return QString::fromStdString(text(hour) + " ~ " + text(hour + 1));
+  return Shown(text(hour) + " ~ " + text(hour + 1));
 }
 
 ScopePoint PointOf(const QMouseEvent& event) {
@@ -64,7 +62,7 @@ void ShowOscilloscope() { Oscilloscope().Get().ShowAndRaise(); }
 
 Form3::Form3()
     : ViewWindow(kNumber, kStartSize, kLeastSize),
-      DayTable(GetTodayText()),
+      dayTable_(GetTodayText()),
       chart_(data_, view_),
       overview_(data_, view_),
       panels_(std::vector<Panel>(kPanels), WhenResized::FollowEdges) {
@@ -74,9 +72,9 @@ Form3::Form3()
   MakeMiniature();
   MakeCalendar();
   MakeHours();
-  Picture7 = new CurvePanel(Client(), panels_, kCurvePanel, [this] { Check1_Click(); });
+  curves_ = new CurvePanel(Client(), panels_, kCurvePanel, [this] { CurvesClicked(); });
   SwitchCurves();
-  Picture9 = new BusyBar(room_);
+  busyBar_ = new BusyBar(room_);
   ApplyLanguage();
   Resizeinit();
   DataCenter.FormOpen[kNumber] = kSet;
@@ -84,120 +82,120 @@ Form3::Form3()
 
 Form3::~Form3() {
   // The list goes after this, and must not report its selection then.
-  disconnect(List1, nullptr, this, nullptr);
-  Picture1->Forget();
-  Picture2->Forget();
+  disconnect(hours_, nullptr, this, nullptr);
+  plot_->Forget();
+  miniature_->Forget();
   DataCenter.FormOpen[kNumber] = kClear;
 }
 
 /// Without the files the window opens all the same, and has no data.
 void Form3::OpenData() {
-  Data1.emplace(platform::ProgramPath(kDataFile), platform::Access::ReadOnly);
-  Data2.emplace(platform::ProgramPath(kEventFile), platform::Access::ReadOnly);
+  sampleFile_.emplace(platform::ProgramPath(kDataFile), platform::Access::ReadOnly);
+  eventFile_.emplace(platform::ProgramPath(kEventFile), platform::Access::ReadOnly);
 }
 
 void Form3::MakePlot() {
   room_ = new QWidget(Client());
-  Picture1 = new SurfaceView(
+  plot_ = new SurfaceView(
       room_, "form3 Picture1", chart_.Picture(),
-      {[this](const QMouseEvent& event) { Picture1_MouseDown(event); },
-       [this](const QMouseEvent& event) { Picture1_MouseMove(event); },
-       [this](const QMouseEvent& event) { Picture1_MouseUp(event); }, [this] { Label1->hide(); }});
-  Label1 = new TipPlate(Picture1);
+      {[this](const QMouseEvent& event) { PlotPressed(event); },
+       [this](const QMouseEvent& event) { PlotHoveredOrDragged(event); },
+       [this](const QMouseEvent& event) { PlotReleased(event); }, [this] { tip_->hide(); }});
+  tip_ = new TipPlate(plot_);
 }
 
 void Form3::MakeButtons() {
-  Picture15 = new QWidget(room_);
-  Label2 = new QLabel(Picture15);
-  Label2->setAlignment(Qt::AlignRight | Qt::AlignVCenter);
+  plate_ = new QWidget(room_);
+  rangeLabel_ = new QLabel(plate_);
+  rangeLabel_->setAlignment(Qt::AlignRight | Qt::AlignVCenter);
   int left = kMargin;
   const auto button = [&](const char* place, void (Form3::*act)()) {
-    auto* made = new PictureButton(Picture15, QStringLiteral("button"), place,
-                                   [this, act] { (this->*act)(); });
+    auto* made =
+        new PictureButton(plate_, QStringLiteral("button"), place, [this, act] { (this->*act)(); });
     made->setGeometry(QRect({left, (kPlateHeight - kButtonSize.height()) / 2}, kButtonSize));
     left += kButtonSize.width() + kMargin;
     return made;
   };
-  Command1 = button("form3 Command1_Click", &Form3::Command1_Click);
-  Command2 = button("form3 Command2_Click", &Form3::Command2_Click);
+  zoomInButton_ = button("form3 Command1_Click", &Form3::ZoomIn);
+  zoomOutButton_ = button("form3 Command2_Click", &Form3::ZoomOut);
   resetButton_ = button("form3 ResetView", &Form3::ResetView);
   wholeDayButton_ = button("WholeDay", &Form3::WholeDay);
 }
 
 void Form3::MakeMiniature() {
-  Picture8 = new MovablePanel(Client(), "form3 Picture8", panels_, kMiniaturePanel);
-  Picture2 = new SurfaceView(Picture8, "form3 Picture2", overview_.Picture(),
-                             {[this](const QMouseEvent& event) { Picture2_MouseMove(event); },
-                              [this](const QMouseEvent& event) { Picture2_MouseMove(event); },
-                              [this](const QMouseEvent& event) { Picture2_MouseUp(event); },
-                              {}});
+  miniaturePanel_ = new MovablePanel(Client(), "form3 Picture8", panels_, kMiniaturePanel);
+  miniature_ = new SurfaceView(miniaturePanel_, "form3 Picture2", overview_.Picture(),
+                               {[this](const QMouseEvent& event) { MiniatureDragged(event); },
+                                [this](const QMouseEvent& event) { MiniatureDragged(event); },
+                                [this](const QMouseEvent& event) { MiniatureReleased(event); },
+                                {}});
   const int margin = (kPanelWidth - kOverviewWidth) / 2;
-  Picture2->setGeometry(margin, MovablePanel::kTitleHeight, kOverviewWidth, kOverviewHeight);
-  Picture8->resize(kPanelWidth, MovablePanel::kTitleHeight + kOverviewHeight + margin);
+  miniature_->setGeometry(margin, MovablePanel::kTitleHeight, kOverviewWidth, kOverviewHeight);
+  miniaturePanel_->resize(kPanelWidth, MovablePanel::kTitleHeight + kOverviewHeight + margin);
 }
 
 void Form3::MakeCalendar() {
-  Picture5 = new MovablePanel(Client(), "form3 Picture5", panels_, kCalendarPanel);
-  Picture11 = new MonthCalendar(Picture5, "form3 Picture11_Click", [this] { Picture11_Click(); });
+  calendarPanel_ = new MovablePanel(Client(), "form3 Picture5", panels_, kCalendarPanel);
+  calendar_ = new MonthCalendar(calendarPanel_, "form3 Picture11_Click", [this] { DayChosen(); });
   const int width = kPanelWidth - kHoursWidth - kMargin;
-  Picture11->setGeometry(kMargin, MovablePanel::kTitleHeight, width - 2 * kMargin, kMiddleHeight);
-  Picture5->resize(width, MovablePanel::kTitleHeight + kMiddleHeight + kMargin);
+  calendar_->setGeometry(kMargin, MovablePanel::kTitleHeight, width - 2 * kMargin, kMiddleHeight);
+  calendarPanel_->resize(width, MovablePanel::kTitleHeight + kMiddleHeight + kMargin);
 }
 
 void Form3::MakeHours() {
-  Picture6 = new MovablePanel(Client(), "form3 Picture6", panels_, kHoursPanel);
-  List1 = new QListWidget(Picture6);
-  List1->setSelectionMode(QAbstractItemView::ExtendedSelection);
-  List1->setHorizontalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
-  for (int hour = 0; hour < kHoursOfDay; ++hour) List1->addItem(HourLine(hour));
-  List1->setGeometry(kMargin, MovablePanel::kTitleHeight, kHoursWidth - 2 * kMargin, kMiddleHeight);
-  Picture6->resize(kHoursWidth, MovablePanel::kTitleHeight + kMiddleHeight + kMargin);
-  connect(List1, &QListWidget::itemSelectionChanged, this, [this] { PostHoursClick(); });
+  hoursPanel_ = new MovablePanel(Client(), "form3 Picture6", panels_, kHoursPanel);
+  hours_ = new QListWidget(hoursPanel_);
+  hours_->setSelectionMode(QAbstractItemView::ExtendedSelection);
+  hours_->setHorizontalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
+  for (int hour = 0; hour < kHoursOfDay; ++hour) hours_->addItem(HourLine(hour));
+  hours_->setGeometry(kMargin, MovablePanel::kTitleHeight, kHoursWidth - 2 * kMargin,
+                      kMiddleHeight);
+  hoursPanel_->resize(kHoursWidth, MovablePanel::kTitleHeight + kMiddleHeight + kMargin);
+  connect(hours_, &QListWidget::itemSelectionChanged, this, [this] { PostHoursChosen(); });
 }
 
 void Form3::ApplyLanguage() {
   ViewWindow::ApplyLanguage();
   SetCaption(Shown(texts::kScopeCaption));
-  Command1->SetText(Shown(texts::kScopeZoomIn));
-  Command2->SetText(Shown(texts::kScopeZoomOut));
+  zoomInButton_->SetText(Shown(texts::kScopeZoomIn));
+  zoomOutButton_->SetText(Shown(texts::kScopeZoomOut));
   resetButton_->SetText(Shown(texts::kScopeReset));
   wholeDayButton_->SetText(Shown(texts::kScopeWholeDay));
-  Picture5->SetTitle(Shown(texts::kScopeCalendar));
-  Picture6->SetTitle(Shown(texts::kScopeHours));
-  Picture8->SetTitle(Shown(texts::kScopeOverview));
-  List1->setAccessibleName(Shown(texts::kScopeHours));
-  Picture7->ApplyLanguage();
-  Picture11->ApplyLanguage();
-  Picture9->ApplyLanguage();
-  Label1->hide();
+  calendarPanel_->SetTitle(Shown(texts::kScopeCalendar));
+  hoursPanel_->SetTitle(Shown(texts::kScopeHours));
+  miniaturePanel_->SetTitle(Shown(texts::kScopeOverview));
+  hours_->setAccessibleName(Shown(texts::kScopeHours));
+  curves_->ApplyLanguage();
+  calendar_->ApplyLanguage();
+  busyBar_->ApplyLanguage();
+  tip_->hide();
 }
 
 /// The panels stand in a column on the left, so that a window that grows gives all to the plot.
 void Form3::Resizeinit() {
-  for (MovablePanel* panel : {Picture5, Picture6, static_cast<MovablePanel*>(Picture7), Picture8})
-    panel->TellPanels();
+  for (MovablePanel* panel : Panels()) panel->TellPanels();
   int top = kMargin;
   const auto place = [&](PanelNumber number, int left) {
     panels_.At(number).left = left;
     panels_.At(number).top = top;
   };
   place(kMiniaturePanel, kMargin);
-  top += Picture8->height() + kMargin;
+  top += miniaturePanel_->height() + kMargin;
   place(kCalendarPanel, kMargin);
-  place(kHoursPanel, 2 * kMargin + Picture5->width());
-  top += Picture5->height() + kMargin;
+  place(kHoursPanel, 2 * kMargin + calendarPanel_->width());
+  top += calendarPanel_->height() + kMargin;
   place(kCurvePanel, kMargin);
   const QSize room(Client()->width() - kColumn, Client()->height());
-  Picture1->setGeometry(0, kMargin, room.width() - kMargin, room.height() - kPlateHeight - kMargin);
-  layout_.Resizeinit(room, {Picture1});
+  plot_->setGeometry(0, kMargin, room.width() - kMargin, room.height() - kPlateHeight - kMargin);
+  layout_.Resizeinit(room, {plot_});
   Form_Resize();
 }
 
 void Form3::Form_Resize() {
   room_->setGeometry(kColumn, 0, Client()->width() - kColumn, Client()->height());
   layout_.Apply(room_->size());
-  chart_.Resize(Picture1->width(), Picture1->height());
-  Label1->hide();
+  chart_.Resize(plot_->width(), plot_->height());
+  tip_->hide();
   ReWindow();
   ShowData();
 }
@@ -205,55 +203,56 @@ void Form3::Form_Resize() {
 void Form3::ReWindow() {
   panels_.SetClientSize(Client()->width(), Client()->height());
   panels_.ReWindow();
-  for (MovablePanel* panel : {Picture5, Picture6, static_cast<MovablePanel*>(Picture7), Picture8})
-    panel->FollowPanels();
+  for (MovablePanel* panel : Panels()) panel->FollowPanels();
   PlacePlate();
+}
+
+std::array<MovablePanel*, 4> Form3::Panels() const {
+  return {calendarPanel_, hoursPanel_, curves_, miniaturePanel_};
 }
 
 /// The plate and its text follow the plot.
 void Form3::PlacePlate() {
-  const int top = Picture1->geometry().bottom() + 1;
-  Picture15->setGeometry(0, top, Picture1->width(), room_->height() - top);
+  const int top = plot_->geometry().bottom() + 1;
+  plate_->setGeometry(0, top, plot_->width(), room_->height() - top);
   const int left = wholeDayButton_->geometry().right() + kMargin;
-  Label2->setGeometry(left, 0, Picture15->width() - left, kPlateHeight);
+  rangeLabel_->setGeometry(left, 0, plate_->width() - left, kPlateHeight);
 }
 
 /// Hours that are selected stay so.
 void Form3::Form_Activate() {
-  if (!List1->selectedItems().isEmpty()) return;
-  QListWidgetItem* line = List1->item(platform::Now().hour);
-  List1->setCurrentItem(line);
-  List1->scrollToItem(line, QAbstractItemView::PositionAtCenter);
+  if (!hours_->selectedItems().isEmpty()) return;
+  QListWidgetItem* line = hours_->item(platform::Now().hour);
+  hours_->setCurrentItem(line);
+  hours_->scrollToItem(line, QAbstractItemView::PositionAtCenter);
 }
 
 HourLines Form3::SelectedLines() const {
   HourLines lines{};
   for (size_t hour = 0; hour < lines.size(); ++hour)
-    lines[hour] = List1->item(static_cast<int>(hour))->isSelected();
+    lines[hour] = hours_->item(static_cast<int>(hour))->isSelected();
   return lines;
 }
 
 /// From the event loop: a sweep over many lines loads once, and a load is no part of an activation.
-void Form3::PostHoursClick() {
-  if (clickWaits_) return;
-  clickWaits_ = true;
+void Form3::PostHoursChosen() {
+  if (hoursWait_) return;
+  hoursWait_ = true;
   platform::Post("form3 List1_Click", [form = QPointer(this)] {
-    if (form) form->List1_Click();
+    if (form) form->HoursChosen();
   });
 }
 
-void Form3::List1_Click() {
-  clickWaits_ = false;
+void Form3::HoursChosen() {
+  hoursWait_ = false;
   const ScopeHours hours = ChosenHours(SelectedLines());
   if (hours.TotalSeconds == 0) return;
   view_.Recentre(hours.TotalSeconds);
   LoadDayData();
 }
 
-void Form3::Picture11_Click() {
-  DayTable = platform::ZeroPadded(Picture11->Year(), 4) +
-             platform::ZeroPadded(Picture11->Month(), 2) +
-             platform::ZeroPadded(Picture11->Day(), 2);
+void Form3::DayChosen() {
+  dayTable_ = platform::FormatDayName({calendar_->Year(), calendar_->Month(), calendar_->Day()});
   LoadDayData();
 }
 
@@ -261,15 +260,15 @@ void Form3::LoadDayData() {
   const ScopeHours hours = ChosenHours(SelectedLines());
   if (hours.TotalSeconds == 0) return;
   std::optional<LoadResult> result;  // Nothing where the load failed.
-  Label1->hide();
-  Picture9->Open();
+  tip_->hide();
+  busyBar_->Open();
   Enter("LoadDayData", [&] {
-    if (!Data2) OpenData();
-    result = data_.LoadDayData(*Data1, *Data2, DayTable, hours,
-                               [this](int percent) { Picture9->SetProgress(percent); });
+    if (!eventFile_) OpenData();
+    result = data_.LoadDayData(*sampleFile_, *eventFile_, dayTable_, hours,
+                               [this](int percent) { busyBar_->SetProgress(percent); });
   });
-  Picture9->hide();
-  Picture7->ShowMeasured();
+  busyBar_->hide();
+  curves_->ShowMeasured();
   SwitchCurves();
   ShowData();
   constexpr auto kHint = platform::MessageIcon::Information;
@@ -279,10 +278,10 @@ void Form3::LoadDayData() {
 }
 
 void Form3::SwitchCurves() {
-  for (int i = 0; i < kScopeSwitches; ++i) chart_.Switch(i, Picture7->IsOn(i));
+  for (int i = 0; i < kScopeSwitches; ++i) chart_.Switch(i, curves_->IsOn(i));
 }
 
-void Form3::Check1_Click() {
+void Form3::CurvesClicked() {
   SwitchCurves();
   ShowView();
 }
@@ -296,8 +295,8 @@ void Form3::ShowView() {
   overview_.DrawOverviewBox();
   chart_.DrawChart();
   ShowRange();
-  Picture1->update();
-  Picture2->update();
+  plot_->update();
+  miniature_->update();
 }
 
 /// The day, and the time from edge to edge of the plot.
@@ -305,10 +304,8 @@ void Form3::ShowRange() {
   const auto time = [this](double second) {
     return data_.TimeText(static_cast<int32_t>(second), TimeStyle::HourMinuteSecond);
   };
-  const std::string day =
-      DayTable.substr(0, 4) + "/" + DayTable.substr(4, 2) + "/" + DayTable.substr(6);
-  Label2->setText(
-      QString::fromStdString(day + "\n" + time(view_.Left()) + " ~ " + time(view_.Right())));
+  rangeLabel_->setText(
+      Shown(DateOf(dayTable_) + "\n" + time(view_.Left()) + " ~ " + time(view_.Right())));
 }
 
 void Form3::ResetView() {
@@ -318,61 +315,61 @@ void Form3::ResetView() {
 
 void Form3::WholeDay() {
   {
-    const QSignalBlocker once(List1);
-    List1->selectAll();
+    const QSignalBlocker once(hours_);
+    hours_->selectAll();
   }
   view_.Recentre(ChosenHours(SelectedLines()).TotalSeconds);
   view_.ShowAll();
   LoadDayData();
 }
 
-void Form3::Command1_Click() {
+void Form3::ZoomIn() {
   view_.ZoomIn();
   ShowView();
 }
 
-void Form3::Command2_Click() {
+void Form3::ZoomOut() {
   view_.ZoomOut();
   ShowView();
 }
 
-void Form3::Picture1_MouseDown(const QMouseEvent& event) {
-  Label1->hide();
+void Form3::PlotPressed(const QMouseEvent& event) {
+  tip_->hide();
   if (event.button() == Qt::LeftButton) view_.Grab(PointOf(event));
   if (event.button() == Qt::RightButton) bandCorner_ = PointOf(event);
 }
 
-void Form3::Picture1_MouseMove(const QMouseEvent& event) {
+void Form3::PlotHoveredOrDragged(const QMouseEvent& event) {
   if (event.buttons() & Qt::LeftButton) {
-    view_.DragTo(PointOf(event), Picture1->width(), Picture1->height());
+    view_.DragTo(PointOf(event), plot_->width(), plot_->height());
     return ShowView();
   }
   if (event.buttons() & Qt::RightButton) {
     chart_.DrawBand(bandCorner_, PointOf(event));
-    return Picture1->update();
+    return plot_->update();
   }
   const QPoint at = event.position().toPoint();
   const auto tip = TipAt(chart_.Picture(), at.x(), at.y(), data_, view_);
   Movlab(at.x(), at.y(), tip.has_value(), tip ? tip->text : "", tip ? tip->code : kNoCode);
 }
 
-void Form3::Picture1_MouseUp(const QMouseEvent& event) {
+void Form3::PlotReleased(const QMouseEvent& event) {
   if (event.button() != Qt::RightButton) return;
-  view_.SelectBand(bandCorner_, PointOf(event), Picture1->width(), Picture1->height());
+  view_.SelectBand(bandCorner_, PointOf(event), plot_->width(), plot_->height());
   ShowView();
 }
 
-void Form3::Picture2_MouseMove(const QMouseEvent& event) {
+void Form3::MiniatureDragged(const QMouseEvent& event) {
   if (!(event.buttons() & Qt::LeftButton)) return;
   view_.CentreOn(PointOf(event));
   ShowView();
 }
 
-void Form3::Picture2_MouseUp(const QMouseEvent&) { ShowData(); }
+void Form3::MiniatureReleased(const QMouseEvent&) { ShowData(); }
 
 void Form3::Movlab(int x, int y, bool selected, const std::string& text, int code) {
-  if (selected) return Label1->ShowText(text, ColorOfCode(code), {x, y});
-  Label1->hide();
+  if (selected) return tip_->ShowText(text, ColorOfCode(code), {x, y});
+  tip_->hide();
 }
 
 }  // namespace varek

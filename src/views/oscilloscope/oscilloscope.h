@@ -31,6 +31,7 @@ class PictureButton;
 class SurfaceView;
 class TipPlate;
 
+/// The oscilloscope's window.
 class Form3 final : public ViewWindow {
  public:
   static constexpr int kNumber = 3;
@@ -44,16 +45,6 @@ class Form3 final : public ViewWindow {
   /// Loads the selected hours of the day and shows them; a day or hours without data are reported
   /// in a message. With no hours selected nothing happens.
   void LoadDayData();
-
-  const ScopeData& Data() const { return data_; }
-  const ScopeView& View() const { return view_; }
-  const ScopeChart& Chart() const { return chart_; }
-  CurvePanel& Curves() const { return *Picture7; }
-  QListWidget& Hours() const { return *List1; }
-  MonthCalendar& Calendar() const { return *Picture11; }
-  TipPlate& Tip() const { return *Label1; }
-  SurfaceView& Plot() const { return *Picture1; }
-  SurfaceView& Miniature() const { return *Picture2; }
 
  protected:
   void Form_Resize() override;
@@ -69,22 +60,23 @@ class Form3 final : public ViewWindow {
   void Resizeinit();
   void ReWindow();
   void PlacePlate();
+  std::array<MovablePanel*, 4> Panels() const;
 
   HourLines SelectedLines() const;
-  void PostHoursClick();
-  void List1_Click();
-  void Picture11_Click();
+  void PostHoursChosen();
+  void HoursChosen();
+  void DayChosen();
   void SwitchCurves();
-  void Check1_Click();
+  void CurvesClicked();
   void ResetView();
   void WholeDay();
-  void Command1_Click();
-  void Command2_Click();
-  void Picture1_MouseDown(const QMouseEvent& event);
-  void Picture1_MouseMove(const QMouseEvent& event);
-  void Picture1_MouseUp(const QMouseEvent& event);
-  void Picture2_MouseMove(const QMouseEvent& event);
-  void Picture2_MouseUp(const QMouseEvent& event);
+  void ZoomIn();
+  void ZoomOut();
+  void PlotPressed(const QMouseEvent& event);
+  void PlotHoveredOrDragged(const QMouseEvent& event);
+  void PlotReleased(const QMouseEvent& event);
+  void MiniatureDragged(const QMouseEvent& event);
+  void MiniatureReleased(const QMouseEvent& event);
   /// Shows the tip `text` in the colour of `code` beside the pointer, or with `selected` false
   /// hides it.
   void Movlab(int x, int y, bool selected, const std::string& text, int code);
@@ -93,9 +85,9 @@ class Form3 final : public ViewWindow {
   void ShowView();
   void ShowRange();
 
-  std::string DayTable;  ///< "yyyymmdd"
-  std::optional<platform::Database> Data1;
-  std::optional<platform::Database> Data2;
+  std::string dayTable_;  ///< "yyyymmdd"
+  std::optional<platform::Database> sampleFile_;
+  std::optional<platform::Database> eventFile_;
   ScopeData data_;
   ScopeView view_;
   ScopeChart chart_;
@@ -103,25 +95,25 @@ class Form3 final : public ViewWindow {
   DesignLayout layout_;
   StickyPanels panels_;
   ScopePoint bandCorner_;
-  bool clickWaits_ = false;  ///< List1_Click is on its way
+  bool hoursWait_ = false;  ///< HoursChosen is on its way
 
   QWidget* room_ = nullptr;  ///< right of the panels' column
-  SurfaceView* Picture1 = nullptr;
-  TipPlate* Label1 = nullptr;
-  QWidget* Picture15 = nullptr;
-  QLabel* Label2 = nullptr;
-  PictureButton* Command1 = nullptr;
-  PictureButton* Command2 = nullptr;
+  SurfaceView* plot_ = nullptr;
+  TipPlate* tip_ = nullptr;
+  QWidget* plate_ = nullptr;  ///< below the plot, with the buttons
+  QLabel* rangeLabel_ = nullptr;
+  PictureButton* zoomInButton_ = nullptr;
+  PictureButton* zoomOutButton_ = nullptr;
   PictureButton* resetButton_ = nullptr;
   PictureButton* wholeDayButton_ = nullptr;
-  MovablePanel* Picture5 = nullptr;  ///< calendar
-  MonthCalendar* Picture11 = nullptr;
-  MovablePanel* Picture6 = nullptr;  ///< hours
-  QListWidget* List1 = nullptr;
-  CurvePanel* Picture7 = nullptr;
-  MovablePanel* Picture8 = nullptr;  ///< miniature
-  SurfaceView* Picture2 = nullptr;
-  BusyBar* Picture9 = nullptr;
+  MovablePanel* calendarPanel_ = nullptr;
+  MonthCalendar* calendar_ = nullptr;
+  MovablePanel* hoursPanel_ = nullptr;
+  QListWidget* hours_ = nullptr;
+  CurvePanel* curves_ = nullptr;
+  MovablePanel* miniaturePanel_ = nullptr;
+  SurfaceView* miniature_ = nullptr;
+  BusyBar* busyBar_ = nullptr;
 };
 
 /// The one instance.

@@ -13,13 +13,10 @@ constexpr double kPixelsOfUnit = double(kOverviewHeight) / kTopOfPlane;
 }  // namespace
 
 ScopeOverview::ScopeOverview(const ScopeData& data, const ScopeView& view)
-    : data_(data),
-      view_(view),
-      Picture2{platform::Surface(kOverviewWidth, kOverviewHeight),
-               platform::Surface(kOverviewWidth, kOverviewHeight)} {}
+    : data_(data), view_(view) {}
 
 void ScopeOverview::DrawOverview() {
-  Picture2[1].Clear(kScopeBack);
+  dataAlone_.Clear(kScopeBack);
   for (int i = 0; i < kCurveCount; ++i) {
     if (IsCurveMeasured(i)) DrawOverviewCurve(data_.Samples(i), CurveColor[i]);
   }
@@ -29,15 +26,15 @@ void ScopeOverview::DrawOverviewCurve(const Curve& curve, platform::Color color)
   const int32_t total = data_.TotalSeconds();
   if (total == 0) return;
   const PlotScale scale{0, 0, double(kOverviewWidth) / total, kPixelsOfUnit, kOverviewHeight};
-  Picture2[1].Segments(CurveSegments(curve, 0, total, scale), color);
+  dataAlone_.Segments(CurveSegments(curve, 0, total, scale), color);
 }
 
 void ScopeOverview::DrawOverviewBox() {
-  Picture2[0].Stretch(kWhole, Picture2[1], kWhole);
+  shown_.Stretch(kWhole, dataAlone_, kWhole);
   const int32_t total = data_.TotalSeconds();
   if (total == 0) return;
   const double xs = double(kOverviewWidth) / total;
-  Picture2[0].Rectangle(
+  shown_.Rectangle(
       {view_.Left() * xs, kOverviewHeight - view_.Top() * kPixelsOfUnit,
        (view_.Right() - view_.Left()) * xs, (view_.Top() - view_.Bottom()) * kPixelsOfUnit},
       kBoxColor);

@@ -1,8 +1,6 @@
 // The miniature of all loaded data, with a box around the part on screen.
 #pragma once
 
-#include <array>
-
 #include "platform/picture/surface.h"
 #include "views/oscilloscope/curves/scope_data.h"
 #include "views/oscilloscope/curves/scope_view.h"
@@ -21,14 +19,15 @@ class ScopeOverview final {
   void DrawOverviewBox();
 
   /// What is shown.
-  const platform::Surface& Picture() const { return Picture2[0]; }
+  const platform::Surface& Picture() const { return shown_; }
 
  private:
   void DrawOverviewCurve(const Curve& curve, platform::Color color);
 
   const ScopeData& data_;
   const ScopeView& view_;
-  std::array<platform::Surface, 2> Picture2;  ///< shown; the data alone
+  platform::Surface shown_{kOverviewWidth, kOverviewHeight};
+  platform::Surface dataAlone_{kOverviewWidth, kOverviewHeight};  ///< without the box
 };
 
 }  // namespace varek

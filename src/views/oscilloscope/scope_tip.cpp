@@ -1,6 +1,5 @@
 #include "views/oscilloscope/scope_tip.h"
 
-#include <array>
 #include <cstdlib>
 
 #include "platform/text/text.h"
@@ -10,10 +9,6 @@
 namespace varek {
 
 namespace {
-
-constexpr std::array<size_t, kCurveCount> kCurveNames{texts::kInputVoltage, texts::kOutputVoltage,
-                                                      texts::kLoad,         texts::kFrequency,
-                                                      texts::kBattery,      texts::kTemperature};
 
 std::string CurveText(int curve, int32_t second, const ScopeData& data) {
   const float sample = data.SampleAt(curve, second);
@@ -38,7 +33,7 @@ std::string EventTipText(int type, int32_t second, const ScopeData& data) {
 }  // namespace
 
 const std::string& CurveName(int curve) {
-  return LangText[kCurveNames.at(static_cast<size_t>(curve))];
+  return LangText[kMeasureTexts.at(static_cast<size_t>(curve))];
 }
 
 std::optional<ScopeTip> TipAt(const platform::Surface& plot, int x, int y, const ScopeData& data,

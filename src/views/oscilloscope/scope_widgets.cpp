@@ -8,9 +8,9 @@
 #include "drawing/palette.h"
 #include "platform/errors/guard.h"
 #include "platform/system/paths.h"
-#include "texts/language.h"
 #include "views/kit/controls/colors.h"
 #include "views/kit/controls/progress_bar.h"
+#include "views/kit/controls/shown.h"
 
 namespace varek {
 
@@ -51,7 +51,7 @@ TipPlate::TipPlate(QWidget* parent) : QWidget(parent) {
 }
 
 void TipPlate::ShowText(const std::string& text, platform::Color back, QPoint pointer) {
-  text_ = QString::fromStdString(text);
+  text_ = Shown(text);
   back_ = back;
   const QRect needed = fontMetrics().boundingRect(QRect(), Qt::AlignLeft, text_);
   resize(needed.size() + 2 * QSize(kTipMargin, kTipMargin));
@@ -80,9 +80,7 @@ BusyBar::BusyBar(QWidget* parent)
   hide();
 }
 
-void BusyBar::ApplyLanguage() {
-  caption_->setText(QString::fromStdString(LangText[texts::kScopeLoading]));
-}
+void BusyBar::ApplyLanguage() { caption_->setText(Shown(texts::kScopeLoading)); }
 
 void BusyBar::Open() {
   move((parentWidget()->width() - width()) / 2, (parentWidget()->height() - height()) / 2);

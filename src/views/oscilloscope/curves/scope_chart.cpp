@@ -56,14 +56,14 @@ std::string ValueLabel(double value, double step) {
 }  // namespace
 
 ScopeChart::ScopeChart(const ScopeData& data, const ScopeView& view) : data_(data), view_(view) {
-  CurveOn.fill(kSet);
-  Picture3.SetTextSize(kLabelSize);
-  Picture3.SetTextColor(kGridTextColor);
+  curveOn_.fill(kSet);
+  hidden_.SetTextSize(kLabelSize);
+  hidden_.SetTextColor(kGridTextColor);
 }
 
 void ScopeChart::Resize(int width, int height) {
-  Picture1.Resize(width, height);
-  Picture3.Resize(width, height);
+  shown_.Resize(width, height);
+  hidden_.Resize(width, height);
 }
 
 bool ScopeChart::HasArea() const {
@@ -71,22 +71,22 @@ bool ScopeChart::HasArea() const {
 }
 
 PlotScale ScopeChart::Scale() const {
-  return {view_.Left(), view_.Bottom(), Picture1.Width() / (view_.Right() - view_.Left()),
-          Picture1.Height() / (view_.Top() - view_.Bottom()), double(Picture1.Height())};
+  return {view_.Left(), view_.Bottom(), shown_.Width() / (view_.Right() - view_.Left()),
+          shown_.Height() / (view_.Top() - view_.Bottom()), double(shown_.Height())};
 }
 
 void ScopeChart::DrawChart() {
-  Picture3.Clear(kScopeBack);
+  hidden_.Clear(kScopeBack);
   if (HasArea()) {
     DrawTimeGrid();
     DrawValueGrid();
     for (int i = 0; i < kCurveCount; ++i) {
-      if (!CurveOn[static_cast<size_t>(i)]) continue;
+      if (!curveOn_[static_cast<size_t>(i)]) continue;
       platform::IgnoreErrors([&] { DrawCurve(data_.Samples(i), CurveColor[i]); });
     }
-    if (CurveOn[kEventSwitch]) DrawEvents();
+    if (curveOn_[kEventSwitch]) DrawEvents();
   }
-  Picture1.Copy(Picture3);
+  shown_.Copy(hidden_);
 }
 
 /// The first line stands where the view begins, not on a round time.
@@ -97,16 +97,16 @@ void ScopeChart::DrawTimeGrid() {
   double freeFrom = 0;
   for (auto i = static_cast<int32_t>(view_.Left()); i <= view_.Right(); i += grid.step) {
     const double x = scale.X(i);
-    Picture3.Line(x, 0, x, scale.height, kGridColor);
+    hidden_.Line(x, 0, x, scale.height, kGridColor);
     DrawTimeLabel(x + kLabelGap, data_.TimeText(i, grid.style), freeFrom);
   }
 }
 
 /// A label that would run into the one before it, or into the values, is left out.
 void ScopeChart::DrawTimeLabel(double x, const std::string& text, double& freeFrom) {
-  const double end = x + Picture3.TextWidth(text);
-  if (x < freeFrom || end > Picture3.Width() - kValueRoom) return;
-  Picture3.Text(x, Picture3.Height() - Picture3.TextHeight(), text);
+  const double end = x + hidden_.TextWidth(text);
+  if (x < freeFrom || end > hidden_.Width() - kValueRoom) return;
+  hidden_.Text(x, hidden_.Height() - hidden_.TextHeight(), text);
   freeFrom = end + 2 * kLabelGap;
 }
 
@@ -117,24 +117,24 @@ void ScopeChart::DrawValueGrid() {
   // Counted in steps: a sum of tenths would drift.
   for (double i = std::ceil(view_.Bottom() / step); i * step <= view_.Top(); ++i) {
     const double y = scale.Y(i * step);
-    Picture3.Line(0, y, Picture3.Width(), y, kGridColor);
+    hidden_.Line(0, y, hidden_.Width(), y, kGridColor);
     DrawValueLabel(y, ValueLabel(i * step, step));
   }
 }
 
 /// Above its line at the right edge, moved in at the top.
 void ScopeChart::DrawValueLabel(double y, const std::string& text) {
-  const double width = Picture3.TextWidth(text) + kLabelGap;
-  const double top = std::max(y - Picture3.TextHeight(), 0.0);
-  Picture3.Text(Picture3.Width() - width, top, text);
+  const double width = hidden_.TextWidth(text) + kLabelGap;
+  const double top = std::max(y - hidden_.TextHeight(), 0.0);
+  hidden_.Text(hidden_.Width() - width, top, text);
 }
 
 void ScopeChart::DrawCurve(const Curve& curve, platform::Color color) {
-  Picture3.SetLineWidth(kCurveWidth);
-  Picture3.Segments(CurveSegments(curve, static_cast<int32_t>(view_.Left() + 1),
-                                  static_cast<int32_t>(view_.Right()), Scale()),
-                    color);
-  Picture3.SetLineWidth(1);
+  hidden_.SetLineWidth(kCurveWidth);
+  hidden_.Segments(CurveSegments(curve, static_cast<int32_t>(view_.Left() + 1),
+                                 static_cast<int32_t>(view_.Right()), Scale()),
+                   color);
+  hidden_.SetLineWidth(1);
 }
 
 /// Of several events in one pixel column only the last would show, so only that one is drawn.
@@ -145,21 +145,21 @@ void ScopeChart::DrawEvents() {
     if (event.time < view_.Left() || event.time > view_.Right()) continue;
     columns[static_cast<int>(scale.X(event.time))] = &event;
   }
-  Picture3.SetLineStyle(platform::LineStyle::Dotted);
-  Picture3.SetLineWidth(kEventWidth);
+  hidden_.SetLineStyle(platform::LineStyle::Dotted);
+  hidden_.SetLineWidth(kEventWidth);
   for (const auto& [column, event] : columns) {
     const double x = scale.X(event->time);
-    Picture3.Line(x, 0, x, scale.height, EventColor[event->type - 1]);
+    hidden_.Line(x, 0, x, scale.height, EventColor[event->type - 1]);
   }
-  Picture3.SetLineStyle(platform::LineStyle::Solid);
-  Picture3.SetLineWidth(1);
+  hidden_.SetLineStyle(platform::LineStyle::Solid);
+  hidden_.SetLineWidth(1);
 }
 
 void ScopeChart::DrawBand(ScopePoint corner, ScopePoint opposite) {
-  Picture1.Copy(Picture3);
-  Picture1.Rectangle({std::min(corner.x, opposite.x), std::min(corner.y, opposite.y),
-                      std::abs(corner.x - opposite.x), std::abs(corner.y - opposite.y)},
-                     kGridTextColor);
+  shown_.Copy(hidden_);
+  shown_.Rectangle({std::min(corner.x, opposite.x), std::min(corner.y, opposite.y),
+                    std::abs(corner.x - opposite.x), std::abs(corner.y - opposite.y)},
+                   kGridTextColor);
 }
 
 }  // namespace varek

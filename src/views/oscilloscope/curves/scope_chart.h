@@ -24,7 +24,7 @@ class ScopeChart final {
 
   /// Becomes `width` by `height` pixels; shows nothing until it is drawn.
   void Resize(int width, int height);
-  void Switch(int index, bool on) { CurveOn.at(static_cast<size_t>(index)) = ToFlag(on); }
+  void Switch(int index, bool on) { curveOn_.at(static_cast<size_t>(index)) = ToFlag(on); }
 
   /// Draws the view anew.
   void DrawChart();
@@ -32,7 +32,7 @@ class ScopeChart final {
   void DrawBand(ScopePoint corner, ScopePoint opposite);
 
   /// What is shown, for the window and for reading colours back.
-  const platform::Surface& Picture() const { return Picture1; }
+  const platform::Surface& Picture() const { return shown_; }
 
  private:
   bool HasArea() const;
@@ -46,9 +46,9 @@ class ScopeChart final {
 
   const ScopeData& data_;
   const ScopeView& view_;
-  std::array<Flag, kScopeSwitches> CurveOn;
-  platform::Surface Picture1;  ///< shown
-  platform::Surface Picture3;  ///< hidden
+  std::array<Flag, kScopeSwitches> curveOn_;
+  platform::Surface shown_;
+  platform::Surface hidden_;  ///< on which the plot is drawn
 };
 
 }  // namespace varek

@@ -2,10 +2,10 @@
 
 #include <algorithm>
 
-#include "core/data_center.h"
 #include "platform/errors/guard.h"
 #include "platform/text/text.h"
 #include "records/databases.h"
+#include "records/event_file.h"
 
 namespace varek {
 
@@ -17,10 +17,6 @@ constexpr size_t kTimeLength = 8;  ///< of "hh:mm:ss", which ends every stored m
 /// 24 o'clock is no time of a day.
 std::string HourText(int hour) {
   return hour == kHoursOfDay ? kLastMoment : platform::ZeroPadded(hour, 2) + ":00:00";
-}
-
-std::string WithSlashes(const std::string& dayTable) {
-  return dayTable.substr(0, 4) + "/" + dayTable.substr(4, 2) + "/" + dayTable.substr(6);
 }
 
 /// Without a transaction around the rows, the engine would take and drop its lock for each of them.
@@ -40,13 +36,22 @@ class LockedOnce final {
   platform::Database& database_;
 };
 
-/// The name of a table's first field; a condition that never holds spares reading the rows.
-std::string FirstField(platform::Database& database, const std::string& table) {
-  return database.OpenRecordset("Select * From [" + table + "] Where 1 = 0")->FieldName(0);
+int ColumnOf(int curve) { return kInputColumn + curve; }
+
+/// Samples on the bounds are left out.
+std::string SampleQuery(const std::string& dayTable, const std::string& timeField,
+                        const ScopeHours& hours) {
+  const std::string lower = "[" + timeField + "] > #" + HourText(hours.StartHour) + "#";
+  const std::string upper = "[" + timeField + "] < #" + HourText(hours.EndHour) + "#";
+  return "Select *  From  [" + dayTable + "] Where  " + lower + " And " + upper;
 }
 
-float InShownUnit(float celsius) {
-  return DataCenter.settings.UseCelsius ? celsius : static_cast<float>(celsius * 1.8 + 32);
+/// Events on the bounds are not.
+std::string EventQuery(const std::string& dayTable, const ScopeHours& hours) {
+  const std::string date = DateOf(dayTable);
+  return "Select *  From  [allevent] Where [DateANDTime] >= #" + date + " " +
+         HourText(hours.StartHour) + "# And" + " [DateANDTime] <= #" + date + " " +
+         HourText(hours.EndHour) + "# And" + " [type] In (1,2,3,4,5,6,7,8,9,10,11,12)";
 }
 
 }  // namespace
@@ -60,23 +65,10 @@ ScopeHours ChosenHours(const HourLines& lines) {
           static_cast<int32_t>(count * kSecondsOfHour)};
 }
 
-std::string SampleQuery(const std::string& dayTable, const std::string& timeField,
-                        const ScopeHours& hours) {
-  const std::string lower = "[" + timeField + "] > #" + HourText(hours.StartHour) + "#";
-  const std::string upper = "[" + timeField + "] < #" + HourText(hours.EndHour) + "#";
-  return "Select *  From  [" + dayTable + "] Where  " + lower + " And " + upper;
-}
+bool IsCurveMeasured(int curve) { return IsMeasured(ColumnOf(curve)); }
 
-std::string EventQuery(const std::string& dayTable, const ScopeHours& hours) {
-  const std::string date = WithSlashes(dayTable);
-  return "Select *  From  [allevent] Where [DateANDTime] >= #" + date + " " +
-         HourText(hours.StartHour) + "# And" + " [DateANDTime] <= #" + date + " " +
-         HourText(hours.EndHour) + "# And" + " [type] In (1,2,3,4,5,6,7,8,9,10,11,12)";
-}
-
-bool IsCurveMeasured(int curve) {
-  if (curve == kLoadCurve) return DataCenter.HasLoad;
-  return curve != kTemperatureCurve || DataCenter.HasTemperature;
+std::string DateOf(const std::string& dayTable) {
+  return dayTable.substr(0, 4) + "/" + dayTable.substr(4, 2) + "/" + dayTable.substr(6);
 }
 
 LoadResult ScopeData::LoadDayData(platform::Database& data, platform::Database& event,
@@ -85,7 +77,7 @@ LoadResult ScopeData::LoadDayData(platform::Database& data, platform::Database& 
   Clear(hours);
   if (!TableExists(dayTable)) return LoadResult::NoTable;
   const LockedOnce lock(data);
-  const std::string query = SampleQuery(dayTable, FirstField(data, dayTable), hours);
+  const std::string query = SampleQuery(dayTable, TimeColumnName(data, dayTable), hours);
   const auto rows = data.OpenRecordset(query);
   if (rows->Eof()) return LoadResult::NoRows;
   LoadSamples(*rows, progress);
@@ -111,19 +103,19 @@ void ScopeData::LoadSamples(platform::Recordset& rows, const Progress& progress)
 }
 
 void ScopeData::StoreRow(platform::Recordset& rows) {
-  const int32_t slot = SlotOf(platform::ValueText(rows.Get(0)));
+  const int32_t slot = SlotOf(platform::ValueText(rows.Get(kTimeColumn)));
   if (slot < 0) return;
   for (int curve = 0; curve < kCurveCount; ++curve) {
-    const auto value = static_cast<float>(platform::ValueNumber(rows.Get(curve + 1)));
-    curves_[static_cast<size_t>(curve)][static_cast<size_t>(slot)] =
-        curve == kTemperatureCurve ? InShownUnit(value) : value;
+    const int column = ColumnOf(curve);
+    const auto stored = static_cast<float>(platform::ValueNumber(rows.Get(column)));
+    curves_[static_cast<size_t>(curve)][static_cast<size_t>(slot)] = ShownValue(column, stored);
   }
 }
 
 void ScopeData::LoadEvents(platform::Recordset& rows) {
   for (; !rows.Eof(); rows.MoveNext()) {
-    const std::string text = platform::ValueText(rows.Get(0));
-    const auto type = static_cast<uint8_t>(platform::ValueNumber(rows.Get(1)));
+    const std::string text = platform::ValueText(rows.Get(kEventTime));
+    const auto type = static_cast<uint8_t>(platform::ValueNumber(rows.Get(kEventType)));
     if (const int32_t slot = SlotOf(text); slot >= 0) events_.push_back({slot, type, text});
   }
 }

@@ -9,15 +9,14 @@
 #include <vector>
 
 #include "platform/storage/database.h"
+#include "records/sample_columns.h"
 
 namespace varek {
 
 constexpr int kHoursOfDay = 24;
 constexpr int kSecondsOfHour = 3600;
-/// Curve i shows the field i + 1 of a day's table.
-constexpr int kCurveCount = 6;
-constexpr int kLoadCurve = 2;
-constexpr int kTemperatureCurve = 5;
+/// One curve for each measure.
+constexpr int kCurveCount = int{kMeasureCount};
 /// In a slot without a sample.
 constexpr float kNoSample = -999;
 
@@ -39,6 +38,9 @@ ScopeHours ChosenHours(const HourLines& lines);
 /// Not every unit measures its load and its temperature.
 bool IsCurveMeasured(int curve);
 
+/// The date "yyyy/mm/dd" of a day named "yyyymmdd".
+std::string DateOf(const std::string& dayTable);
+
 struct ScopeEvent {
   int32_t time = 0;  ///< seconds from the first hour on
   uint8_t type = 0;  ///< 1 to 12
@@ -48,12 +50,6 @@ struct ScopeEvent {
 enum class LoadResult { Loaded, NoTable, NoRows };
 
 enum class TimeStyle { HourMinute, HourMinuteSecond };
-
-/// The queries for a day named "yyyymmdd". Samples on the bounds are left out, events on them are
-/// not.
-std::string SampleQuery(const std::string& dayTable, const std::string& timeField,
-                        const ScopeHours& hours);
-std::string EventQuery(const std::string& dayTable, const ScopeHours& hours);
 
 class ScopeData final {
  public:

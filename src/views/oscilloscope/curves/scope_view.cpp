@@ -39,15 +39,15 @@ Range Widened(Range range, double reach) {
 }  // namespace
 
 void ScopeView::SetX(double left, double right) {
-  ViewLeft = left;
-  ViewRight = right;
-  ViewSpanX = static_cast<int32_t>(platform::RoundHalfEven(right - left));
+  left_ = left;
+  right_ = right;
+  spanX_ = static_cast<int32_t>(platform::RoundHalfEven(right - left));
 }
 
 void ScopeView::SetY(double bottom, double top) {
-  ViewBottom = bottom;
-  ViewTop = top;
-  ViewSpanY = static_cast<int16_t>(platform::RoundHalfEven(top - bottom));
+  bottom_ = bottom;
+  top_ = top;
+  spanY_ = static_cast<int16_t>(platform::RoundHalfEven(top - bottom));
 }
 
 void ScopeView::ResetView() {
@@ -67,30 +67,30 @@ void ScopeView::ShowAll() {
 }
 
 void ScopeView::ZoomIn() {
-  const double cx = (ViewLeft + ViewRight) / 2;
-  const double cy = platform::RoundHalfEven((ViewBottom + ViewTop) / 2);
-  if (ViewSpanX > kLeastZoomX) SetX(cx - ViewSpanX / 4.0, cx - ViewSpanX / 4.0 + ViewSpanX / 2.0);
-  if (ViewSpanY > kLeastZoomY) SetY(cy - ViewSpanY / 4.0, cy - ViewSpanY / 4.0 + ViewSpanY / 2.0);
+  const double cx = (left_ + right_) / 2;
+  const double cy = platform::RoundHalfEven((bottom_ + top_) / 2);
+  if (spanX_ > kLeastZoomX) SetX(cx - spanX_ / 4.0, cx - spanX_ / 4.0 + spanX_ / 2.0);
+  if (spanY_ > kLeastZoomY) SetY(cy - spanY_ / 4.0, cy - spanY_ / 4.0 + spanY_ / 2.0);
 }
 
 void ScopeView::ZoomOut() {
-  const double cx = (ViewLeft + ViewRight) / 2;
-  const double cy = platform::RoundHalfEven((ViewBottom + ViewTop) / 2);
-  SetX(std::max(cx - ViewSpanX, 0.0), std::min<double>(cx + ViewSpanX, totalSeconds_));
-  SetY(std::max(cy - ViewSpanY, 0.0), std::min<double>(cy + ViewSpanY, kTopOfPlane));
+  const double cx = (left_ + right_) / 2;
+  const double cy = platform::RoundHalfEven((bottom_ + top_) / 2);
+  SetX(std::max(cx - spanX_, 0.0), std::min<double>(cx + spanX_, totalSeconds_));
+  SetY(std::max(cy - spanY_, 0.0), std::min<double>(cy + spanY_, kTopOfPlane));
 }
 
 void ScopeView::Grab(ScopePoint at) {
   grabbedAt_ = at;
-  grabbedLeft_ = ViewLeft;
-  grabbedBottom_ = ViewBottom;
+  grabbedLeft_ = left_;
+  grabbedBottom_ = bottom_;
 }
 
 void ScopeView::DragTo(ScopePoint at, int width, int height) {
-  const double left = grabbedLeft_ - (at.x - grabbedAt_.x) / width * ViewSpanX;
-  const double bottom = grabbedBottom_ + (at.y - grabbedAt_.y) / height * ViewSpanY;
-  const Range x = HeldInside({left, left + ViewSpanX}, totalSeconds_);
-  const Range y = HeldInside({bottom, bottom + ViewSpanY}, kTopOfPlane);
+  const double left = grabbedLeft_ - (at.x - grabbedAt_.x) / width * spanX_;
+  const double bottom = grabbedBottom_ + (at.y - grabbedAt_.y) / height * spanY_;
+  const Range x = HeldInside({left, left + spanX_}, totalSeconds_);
+  const Range y = HeldInside({bottom, bottom + spanY_}, kTopOfPlane);
   SetX(x.low, x.high);
   SetY(y.low, y.high);
 }
@@ -100,8 +100,8 @@ void ScopeView::SelectBand(ScopePoint corner, ScopePoint opposite, int width, in
       {std::clamp<double>(corner.x, 0, width), std::clamp<double>(opposite.x, 0, width)});
   const auto [upper, lower] = std::minmax(
       {std::clamp<double>(corner.y, 0, height), std::clamp<double>(opposite.y, 0, height)});
-  const auto second = [&](double x) { return x / width * ViewSpanX + ViewLeft; };
-  const auto value = [&](double y) { return (height - y) / height * ViewSpanY + ViewBottom; };
+  const auto second = [&](double x) { return x / width * spanX_ + left_; };
+  const auto value = [&](double y) { return (height - y) / height * spanY_ + bottom_; };
   // What is widened at the picture's edge must not lead out of the plane.
   const Range x = HeldInside(Widened({second(left), second(right)}, kWidenX), totalSeconds_);
   const Range y = HeldInside(Widened({value(lower), value(upper)}, kWidenY), kTopOfPlane);
@@ -112,8 +112,8 @@ void ScopeView::SelectBand(ScopePoint corner, ScopePoint opposite, int width, in
 void ScopeView::CentreOn(ScopePoint miniature) {
   const double second = miniature.x * totalSeconds_ / kOverviewWidth;
   const double value = (kOverviewHeight - miniature.y) * kTopOfPlane / kOverviewHeight;
-  const Range x = HeldInside(AroundCentre(second, ViewSpanX), totalSeconds_);
-  const Range y = HeldInside(AroundCentre(value, ViewSpanY), kTopOfPlane);
+  const Range x = HeldInside(AroundCentre(second, spanX_), totalSeconds_);
+  const Range y = HeldInside(AroundCentre(value, spanY_), kTopOfPlane);
   SetX(x.low, x.high);
   SetY(y.low, y.high);
 }

@@ -43,24 +43,24 @@ class ScopeView final {
   /// Puts the middle where the miniature is clicked.
   void CentreOn(ScopePoint miniature);
 
-  double Left() const { return ViewLeft; }
-  double Right() const { return ViewRight; }
-  double Bottom() const { return ViewBottom; }
-  double Top() const { return ViewTop; }
-  int32_t SpanX() const { return ViewSpanX; }
-  int16_t SpanY() const { return ViewSpanY; }
+  double Left() const { return left_; }
+  double Right() const { return right_; }
+  double Bottom() const { return bottom_; }
+  double Top() const { return top_; }
+  int32_t SpanX() const { return spanX_; }
+  int16_t SpanY() const { return spanY_; }
 
  private:
   void SetX(double left, double right);
   void SetY(double bottom, double top);
 
   int32_t totalSeconds_ = 0;
-  double ViewLeft = 0;
-  double ViewRight = 0;
-  double ViewBottom = 0;
-  double ViewTop = 0;
-  int32_t ViewSpanX = 0;
-  int16_t ViewSpanY = 0;
+  double left_ = 0;
+  double right_ = 0;
+  double bottom_ = 0;
+  double top_ = 0;
+  int32_t spanX_ = 0;
+  int16_t spanY_ = 0;
   ScopePoint grabbedAt_;
   double grabbedLeft_ = 0;
   double grabbedBottom_ = 0;
