@@ -71,7 +71,7 @@ TEST_F(NotificationSettingsTest, AClickOrEnterOnTheSecondColumnSwitches) {
 TEST_F(NotificationSettingsTest, TheEditBoxWritesToTheCellOnWhichItWasOpened) {
   Form5& form = OpenMail();
   EventGrid& grid = GridOf(form);
-  QLineEdit& box = *grid.Text7();
+  QLineEdit& box = *grid.EditBox();
   const auto edit = [&](int end) {
     ClickCell(grid, 3, 2);
     EXPECT_FALSE(box.isHidden());
@@ -129,10 +129,10 @@ TEST_F(NotificationSettingsTest, WithoutALoadTheOverloadIsHiddenAndTheEditBoxFol
   form.resize(form.minimumSize());
   test::Settle();
   ClickCell(grid, 3, 2);
-  const int before = grid.Text7()->y();
+  const int before = grid.EditBox()->y();
   grid.verticalScrollBar()->setValue(2);
-  EXPECT_LT(grid.Text7()->y(), before);
-  EXPECT_EQ(grid.Text7()->y(), grid.visualItemRect(grid.item(3, 2)).y() + 2);
+  EXPECT_LT(grid.EditBox()->y(), before);
+  EXPECT_EQ(grid.EditBox()->y(), grid.visualItemRect(grid.item(3, 2)).y() + 2);
   ClickOk(form);
   EXPECT_EQ(DataCenter.settings.MailEventText[9], "overload");
 }
@@ -144,7 +144,7 @@ TEST_F(NotificationSettingsTest, OnlyOkSaves) {
     Box(form, "Mail server").setText(QStringLiteral(" new ] server "));
     ClickCell(GridOf(form), 0, 1);
     ClickCell(GridOf(form), 3, 2);
-    GridOf(form).Text7()->clear();
+    GridOf(form).EditBox()->clear();
     if (ok) {
       ClickOk(form);
     } else {
@@ -226,7 +226,7 @@ TEST_F(NotificationSettingsTest, ATextMessageIsCutToItsLimit) {
       {QStringLiteral("\u00e9").repeated(160), 160},
       {narrow.repeated(69) + QStringLiteral("\U0001F50B"), 69}};
   Form9& form = OpenSms();
-  QLineEdit& box = *GridOf(form).Text7();
+  QLineEdit& box = *GridOf(form).EditBox();
   ClickCell(GridOf(form), 2, 2);
   for (const auto& [pasted, left] : cases) {
     box.clear();

@@ -42,43 +42,41 @@ void ShowManuals() { Manuals().Get().ShowAndRaise(); }
 
 Form17::Form17()
     : ViewWindow(kNumber, kStartSize, kStartSize),
-      List1(new QListWidget(Client())),
-      Picture6(new PictureButton(Client(), QStringLiteral("button"), "form17 Picture6_Click",
-                                 [this] { close(); })) {
-  List1->setObjectName(QStringLiteral("List1"));
-  Picture6->setObjectName(QStringLiteral("Picture6"));
-  List1->setSpacing(kLineSpacing);
-  for (size_t i = 0; i < kManuals.size(); ++i) List1->addItem(QString());
-  List1->setCurrentRow(0);
-  connect(List1, &QListWidget::doubleClicked, this, [this] { OpenSelected(); });
+      list_(new QListWidget(Client())),
+      close_(new PictureButton(Client(), QStringLiteral("button"), "form17 Picture6_Click",
+                               [this] { close(); })) {
+  list_->setSpacing(kLineSpacing);
+  for (size_t i = 0; i < kManuals.size(); ++i) list_->addItem(QString());
+  list_->setCurrentRow(0);
+  connect(list_, &QListWidget::doubleClicked, this, [this] { OpenSelected(); });
   for (const auto key : {Qt::Key_Return, Qt::Key_Enter}) {
-    auto* enter = new QShortcut(key, List1);
+    auto* enter = new QShortcut(key, list_);
     enter->setContext(Qt::WidgetShortcut);
     connect(enter, &QShortcut::activated, this, [this] { OpenSelected(); });
   }
   ApplyLanguage();
   Form17::Form_Resize();
-  List1->setFocus();
+  list_->setFocus();
 }
 
 void Form17::ApplyLanguage() {
   ViewWindow::ApplyLanguage();
   SetCaption(Text(texts::kManualsCaption));
-  List1->setAccessibleName(Text(texts::kManualsCaption));
+  list_->setAccessibleName(Text(texts::kManualsCaption));
   for (size_t i = 0; i < kManuals.size(); ++i)
-    List1->item(static_cast<int>(i))->setText(Text(kManuals[i].title));
-  Picture6->SetText(Text(texts::kAboutClose));
+    list_->item(static_cast<int>(i))->setText(Text(kManuals[i].title));
+  close_->SetText(Text(texts::kAboutClose));
 }
 
 void Form17::Form_Resize() {
   const QRect area = Client()->rect().adjusted(kMargin, kMargin, -kMargin, -kMargin);
-  List1->setGeometry(area.adjusted(0, 0, 0, -kMargin - kButtonSize.height()));
-  Picture6->setGeometry(QRect(
+  list_->setGeometry(area.adjusted(0, 0, 0, -kMargin - kButtonSize.height()));
+  close_->setGeometry(QRect(
       area.bottomRight() - QPoint(kButtonSize.width() - 1, kButtonSize.height() - 1), kButtonSize));
 }
 
 void Form17::OpenSelected() {
-  platform::Guarded("form17 List1_DblClick", [this] { showpdf(List1->currentRow()); });
+  platform::Guarded("form17 List1_DblClick", [this] { showpdf(list_->currentRow()); });
 }
 
 void Form17::showpdf(int index) {

@@ -11,7 +11,7 @@ namespace varek {
 
 class PictureButton;
 
-/// Its controls are found by their names as object names.
+/// The list of manuals.
 class Form17 final : public ViewWindow {
  public:
   static constexpr int kNumber = 17;
@@ -31,8 +31,8 @@ class Form17 final : public ViewWindow {
  private:
   void OpenSelected();
 
-  QListWidget* List1;
-  PictureButton* Picture6;  ///< closes
+  QListWidget* list_;
+  PictureButton* close_;
 };
 
 /// The one instance.

@@ -36,12 +36,6 @@ constexpr const char* kChanges[] = {
 
 QString Text(size_t number) { return QString::fromStdString(LangText[number]); }
 
-template <typename Control>
-Control* Named(Control* control, const char* name) {
-  control->setObjectName(QString::fromLatin1(name));
-  return control;
-}
-
 QString LinkLooks() {
   return QStringLiteral(
              "QPushButton { border: none; padding: 0px 8px; background: transparent; color: %1;"
@@ -67,49 +61,49 @@ void ShowVersion() { VersionWindow().Get().ShowAndRaise(); }
 
 Form16::Form16()
     : ViewWindow(kNumber, kStartSize, kStartSize),
-      panel_(Named(new QFrame(Client()), "panel")),
-      Label1(Named(new QLabel(panel_), "Label1")),
-      Label5(Named(new QLabel(Client()), "Label5")),
-      Label4(Named(new QPushButton(Client()), "Label4")),
-      Picture6(Named(new PictureButton(Client(), QStringLiteral("button"), "form16 Picture6_Click",
-                                       [this] { close(); }),
-                     "Picture6")),
-      List1(Named(new QListWidget(Client()), "List1")) {
-  Label1->setAlignment(Qt::AlignCenter);
-  Label1->setStyleSheet(QStringLiteral("font-size: %1px;").arg(kVersionPixels));
-  Label5->setAlignment(Qt::AlignCenter);
-  Label4->setStyleSheet(LinkLooks());
-  connect(Label4, &QPushButton::clicked, this,
+      panel_(new QFrame(Client())),
+      version_(new QLabel(panel_)),
+      licence_(new QLabel(Client())),
+      manuals_(new QPushButton(Client())),
+      close_(new PictureButton(Client(), QStringLiteral("button"), "form16 Picture6_Click",
+                               [this] { close(); })),
+      changes_(new QListWidget(Client())) {
+  panel_->setObjectName(QStringLiteral("panel"));
+  version_->setAlignment(Qt::AlignCenter);
+  version_->setStyleSheet(QStringLiteral("font-size: %1px;").arg(kVersionPixels));
+  licence_->setAlignment(Qt::AlignCenter);
+  manuals_->setStyleSheet(LinkLooks());
+  connect(manuals_, &QPushButton::clicked, this,
           [] { OpenForPerson("form16 Label4_Click", ShowManuals); });
-  List1->hide();
+  changes_->hide();
   ApplyLanguage();
-  Picture6->setFocus();
+  close_->setFocus();
 }
 
 void Form16::ApplyLanguage() {
   ViewWindow::ApplyLanguage();
   SetCaption(Text(texts::kAboutCaption));
-  Label1->setText(Text(texts::kAboutProduct) + QString::fromLatin1(kVersion));
-  Label4->setText(Text(texts::kManualsCaption));
-  Label5->setText(Text(texts::kAboutLicence));
-  Picture6->SetText(Text(texts::kAboutClose));
+  version_->setText(Text(texts::kAboutProduct) + QString::fromLatin1(kVersion));
+  manuals_->setText(Text(texts::kManualsCaption));
+  licence_->setText(Text(texts::kAboutLicence));
+  close_->SetText(Text(texts::kAboutClose));
   Form16::Form_Resize();
 }
 
 void Form16::Form_Resize() {
   const QRect area = Client()->rect().adjusted(kMargin, kMargin, -kMargin, -kMargin);
   const int buttonTop = area.bottom() + 1 - kButtonSize.height();
-  const int lineHeight = RowHeight(*Label5, kLeastLine);
+  const int lineHeight = RowHeight(*licence_, kLeastLine);
   const int licenceTop = buttonTop - kMargin - lineHeight;
   panel_->setGeometry(area.x(), area.y(), area.width(), licenceTop - kMargin / 2 - area.y());
-  Label1->setGeometry(Centred(Label1->sizeHint(), panel_->size()));
-  Label5->setGeometry(area.x(), licenceTop, area.width(), lineHeight);
-  Label4->setGeometry(QRect({area.x(), buttonTop}, kButtonSize));
-  Picture6->setGeometry(QRect({area.right() + 1 - kButtonSize.width(), buttonTop}, kButtonSize));
+  version_->setGeometry(Centred(version_->sizeHint(), panel_->size()));
+  licence_->setGeometry(area.x(), licenceTop, area.width(), lineHeight);
+  manuals_->setGeometry(QRect({area.x(), buttonTop}, kButtonSize));
+  close_->setGeometry(QRect({area.right() + 1 - kButtonSize.width(), buttonTop}, kButtonSize));
 }
 
 void Form16::printout() {
-  for (const char* change : kChanges) List1->addItem(QString::fromLatin1(change));
+  for (const char* change : kChanges) changes_->addItem(QString::fromLatin1(change));
 }
 
 }  // namespace varek

@@ -13,7 +13,7 @@ namespace varek {
 
 class PictureButton;
 
-/// Its controls are found by their names as object names.
+/// The version window.
 class Form16 final : public ViewWindow {
  public:
   static constexpr int kNumber = 16;
@@ -31,11 +31,11 @@ class Form16 final : public ViewWindow {
 
  private:
   QFrame* panel_;
-  QLabel* Label1;           ///< the version
-  QLabel* Label5;           ///< the licence
-  QPushButton* Label4;      ///< opens the manuals; lights up under the pointer
-  PictureButton* Picture6;  ///< closes
-  QListWidget* List1;       ///< hidden
+  QLabel* version_;
+  QLabel* licence_;
+  QPushButton* manuals_;  ///< opens the manuals; lights up under the pointer
+  PictureButton* close_;
+  QListWidget* changes_;  ///< hidden
 };
 
 /// The one instance.

@@ -45,17 +45,17 @@ void ChooseLanguage(int16_t index) {
 }
 
 Form7::Form7() : ViewWindow(kNumber, kClientSize, kClientSize) {
-  for (size_t i = 0; i < Picture1.size(); ++i) {
+  for (size_t i = 0; i < languages_.size(); ++i) {
     const auto index = static_cast<int16_t>(i);
-    Picture1[i] = new PictureButton(Client(), QStringLiteral("language%1").arg(index),
-                                    "form7 Picture1_Click", [index] { ChooseLanguage(index); });
-    Picture1[i]->setObjectName(QStringLiteral("Picture1"));
-    Picture1[i]->setAccessibleName(QString::fromUtf8(kNames[i]));
+    languages_[i] = new PictureButton(Client(), QStringLiteral("language%1").arg(index),
+                                      "form7 Picture1_Click", [index] { ChooseLanguage(index); });
+    languages_[i]->setAccessibleName(QString::fromUtf8(kNames[i]));
   }
   Form7::Form_Resize();
   ApplyLanguage();
   DataCenter.FormOpen[kNumber] = kSet;
-  Picture1[static_cast<size_t>(DataCenter.settings.LanguageIndex) % Picture1.size()]->setFocus();
+  languages_[static_cast<size_t>(DataCenter.settings.LanguageIndex) % languages_.size()]
+      ->setFocus();
 }
 
 Form7::~Form7() { DataCenter.FormOpen[kNumber] = kClear; }
@@ -70,7 +70,7 @@ void Form7::Form_Resize() {
   QRect column(QPoint(), kClientSize);
   column.moveCenter(Client()->rect().center());
   QPoint corner = column.topLeft() + QPoint(kGap, kGap);
-  for (PictureButton* picture : Picture1) {
+  for (PictureButton* picture : languages_) {
     picture->setGeometry(QRect(corner, kPictureSize));
     corner.ry() += kPictureSize.height() + kGap;
   }

@@ -12,7 +12,7 @@ namespace varek {
 
 class PictureButton;
 
-/// Its pictures are found by the object name "Picture1".
+/// The language picker.
 class Form7 final : public ViewWindow {
  public:
   static constexpr int kNumber = 7;
@@ -27,7 +27,7 @@ class Form7 final : public ViewWindow {
   void Form_Resize() override;
 
  private:
-  std::array<PictureButton*, 3> Picture1;  ///< by language index
+  std::array<PictureButton*, 3> languages_;  ///< by language index
 };
 
 /// Makes language `index` (0 to 2) the present one: on every open window, for the web pages from

@@ -43,18 +43,16 @@ bool IsLostForGood(const QEvent& event) {
 EventGrid::EventGrid(QWidget* parent, std::string name)
     : QTableWidget(kEventCount, kColumnCount, parent),
       name_(std::move(name)),
-      text7_(new QLineEdit(viewport())) {
-  setObjectName(QStringLiteral("MSFlexGrid1"));
+      editBox_(new QLineEdit(viewport())) {
   setEditTriggers(QAbstractItemView::NoEditTriggers);
   setSelectionMode(QAbstractItemView::SingleSelection);
   setTabKeyNavigation(false);
   SetUpColumns();
   FillCells();
-  text7_->setObjectName(QStringLiteral("Text7"));
-  text7_->hide();
-  text7_->installEventFilter(this);
+  editBox_->hide();
+  editBox_->installEventFilter(this);
   connect(this, &QTableWidget::cellClicked, this, [this](int row, int column) {
-    platform::Guarded(name_ + " MSFlexGrid1_Click", [&] { MSFlexGrid1_Click(row, column); });
+    platform::Guarded(name_ + " MSFlexGrid1_Click", [&] { ClickCell(row, column); });
   });
 }
 
@@ -108,7 +106,7 @@ void EventGrid::TakeMessages(EventFlags& enable, EventMessages& text) {
   }
 }
 
-void EventGrid::MSFlexGrid1_Click(int row, int column) {
+void EventGrid::ClickCell(int row, int column) {
   if (column == kEnableColumn) Toggle(row);
   if (column == kTextColumn) OpenBox(row);
 }
@@ -122,32 +120,32 @@ void EventGrid::OpenBox(int row) {
   AcceptBox();
   openRow_ = row;
   PlaceBox();
-  text7_->show();
-  text7_->setFocus();
-  text7_->setText(item(row, kTextColumn)->text());
+  editBox_->show();
+  editBox_->setFocus();
+  editBox_->setText(item(row, kTextColumn)->text());
 }
 
 void EventGrid::PlaceBox() {
   if (openRow_ < 0) return;
   const QRect cell = visualRect(model()->index(openRow_, kTextColumn));
-  text7_->setGeometry(cell.adjusted(kBoxInset, kBoxInset, 0, 0));
+  editBox_->setGeometry(cell.adjusted(kBoxInset, kBoxInset, 0, 0));
 }
 
 /// The cell is forgotten first, since the box loses its focus on the way.
 void EventGrid::CloseBox() {
   if (openRow_ < 0) return;
   openRow_ = -1;
-  if (text7_->hasFocus()) setFocus();
-  text7_->hide();
+  if (editBox_->hasFocus()) setFocus();
+  editBox_->hide();
 }
 
 void EventGrid::AcceptBox() {
   if (openRow_ < 0) return;
-  item(openRow_, kTextColumn)->setText(QString::fromStdString(OneLineOf(*text7_)));
+  item(openRow_, kTextColumn)->setText(QString::fromStdString(OneLineOf(*editBox_)));
   CloseBox();
 }
 
-bool EventGrid::Text7_KeyPress(int key) {
+bool EventGrid::TakeEditKey(int key) {
   if (IsEnter(key)) {
     AcceptBox();
     return true;
@@ -158,11 +156,11 @@ bool EventGrid::Text7_KeyPress(int key) {
 }
 
 bool EventGrid::eventFilter(QObject* watched, QEvent* event) {
-  if (watched != text7_) return QTableWidget::eventFilter(watched, event);
+  if (watched != editBox_) return QTableWidget::eventFilter(watched, event);
   bool taken = false;
   platform::Guarded(name_ + " Text7", [&] {
     if (event->type() == QEvent::KeyPress)
-      taken = Text7_KeyPress(static_cast<QKeyEvent*>(event)->key());
+      taken = TakeEditKey(static_cast<QKeyEvent*>(event)->key());
     if (event->type() == QEvent::FocusOut && IsLostForGood(*event)) AcceptBox();
   });
   return taken;
@@ -174,7 +172,7 @@ void EventGrid::keyPressEvent(QKeyEvent* event) {
   if (!acts || currentRow() < 0) return QTableWidget::keyPressEvent(event);
   if (event->isAutoRepeat()) return;
   platform::Guarded(name_ + " MSFlexGrid1_KeyPress",
-                    [&] { MSFlexGrid1_Click(currentRow(), currentColumn()); });
+                    [&] { ClickCell(currentRow(), currentColumn()); });
 }
 
 void EventGrid::scrollContentsBy(int dx, int dy) {

@@ -31,7 +31,7 @@ class EventGrid final : public QTableWidget {
   void ApplyLanguage();
 
   /// The edit box; hidden while no text is edited.
-  QLineEdit* Text7() const { return text7_; }
+  QLineEdit* EditBox() const { return editBox_; }
 
  protected:
   bool eventFilter(QObject* watched, QEvent* event) override;
@@ -42,16 +42,16 @@ class EventGrid final : public QTableWidget {
  private:
   void SetUpColumns();
   void FillCells();
-  void MSFlexGrid1_Click(int row, int column);
+  void ClickCell(int row, int column);
   void Toggle(int row);
   void OpenBox(int row);
   void PlaceBox();
   void CloseBox();
   void AcceptBox();
-  bool Text7_KeyPress(int key);
+  bool TakeEditKey(int key);
 
   std::string name_;
-  QLineEdit* text7_;
+  QLineEdit* editBox_;
   int openRow_ = -1;  ///< of the cell being edited, whatever the current one is; -1 for none
 };
 

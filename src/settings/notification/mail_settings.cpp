@@ -20,16 +20,16 @@ void ShowMailSettings() { MailSettings().Get().ShowAndRaise(); }
 Form5::Form5()
     : NotificationWindow({kNumber, texts::kMailCaption, texts::kMailEvents,
                           DataCenter.settings.MailEventEnable, DataCenter.settings.MailEventText}) {
-  Text1 = AddField("Text1", AddCaption(texts::kMailServer), DataCenter.settings.MailServer, 0, 0);
-  Text3 = AddField("Text3", AddCaption(texts::kMailSenderName), DataCenter.settings.MailSenderName,
-                   1, 0);
-  Text2 = AddField("Text2", AddCaption(texts::kMailSenderAddress),
-                   DataCenter.settings.MailSenderAddress, 1, 2);
-  Text5 = AddField("Text5", AddCaption(texts::kMailRecipientName),
-                   DataCenter.settings.MailRecipientName, 2, 0);
-  Text4 = AddField("Text4", AddCaption(texts::kMailRecipientAddress),
-                   DataCenter.settings.MailRecipientAddress, 2, 2);
-  Text6 = AddField("Text6", AddCaption(texts::kMailSubject), DataCenter.settings.MailSubject, 3, 0);
+  server_ = AddField(AddCaption(texts::kMailServer), DataCenter.settings.MailServer, 0, 0);
+  senderName_ =
+      AddField(AddCaption(texts::kMailSenderName), DataCenter.settings.MailSenderName, 1, 0);
+  senderAddress_ =
+      AddField(AddCaption(texts::kMailSenderAddress), DataCenter.settings.MailSenderAddress, 1, 2);
+  recipientName_ =
+      AddField(AddCaption(texts::kMailRecipientName), DataCenter.settings.MailRecipientName, 2, 0);
+  recipientAddress_ = AddField(AddCaption(texts::kMailRecipientAddress),
+                               DataCenter.settings.MailRecipientAddress, 2, 2);
+  subject_ = AddField(AddCaption(texts::kMailSubject), DataCenter.settings.MailSubject, 3, 0);
   Fields().addWidget(AddHint(texts::kMailSubjectHint), 3, 2, 1, 2);
   Fields().setColumnStretch(1, 2);
   Fields().setColumnStretch(3, 3);
@@ -38,8 +38,9 @@ Form5::Form5()
 }
 
 int Form5::SendTest() {
-  return StartMail({Trimmed(Text1), Trimmed(Text3), Trimmed(Text2), Trimmed(Text5), Trimmed(Text4)},
-                   Trimmed(Text6), "TEST OK", SendMode::Test);
+  return StartMail({Trimmed(server_), Trimmed(senderName_), Trimmed(senderAddress_),
+                    Trimmed(recipientName_), Trimmed(recipientAddress_)},
+                   Trimmed(subject_), "TEST OK", SendMode::Test);
 }
 
 }  // namespace varek

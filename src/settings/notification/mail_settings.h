@@ -7,7 +7,7 @@
 
 namespace varek {
 
-/// Its controls are found by their names as object names.
+/// The window of the e-mail settings.
 class Form5 final : public NotificationWindow {
  public:
   static constexpr int kNumber = 5;
@@ -18,12 +18,12 @@ class Form5 final : public NotificationWindow {
   int SendTest() override;
 
  private:
-  QLineEdit* Text1;  ///< mail server
-  QLineEdit* Text3;  ///< sender's name
-  QLineEdit* Text2;  ///< sender's address
-  QLineEdit* Text5;  ///< recipient's name
-  QLineEdit* Text4;  ///< recipient's address
-  QLineEdit* Text6;  ///< subject of the test mail
+  QLineEdit* server_;
+  QLineEdit* senderName_;
+  QLineEdit* senderAddress_;
+  QLineEdit* recipientName_;
+  QLineEdit* recipientAddress_;
+  QLineEdit* subject_;  ///< subject of the test mail
 };
 
 /// The one instance.

@@ -51,7 +51,7 @@ NotificationWindow::NotificationWindow(const NotificationSettings& settings)
     : ViewWindow(settings.form, kStartSize, kLeastSize),
       settings_(settings),
       fields_(new QGridLayout),
-      MSFlexGrid1(new EventGrid(Client(), "form" + std::to_string(settings.form))),
+      events_(new EventGrid(Client(), "form" + std::to_string(settings.form))),
       footnotes_(new QVBoxLayout),
       testTimer_(Place(settings.form, "test"), [this] { ShowTestState(); }) {
   MakeButtons();
@@ -64,30 +64,27 @@ NotificationWindow::~NotificationWindow() {
 }
 
 void NotificationWindow::MakeButtons() {
-  Picture3 =
-      new PictureButton(Client(), QStringLiteral("button"),
-                        Place(settings_.form, "Picture3_MouseUp"), [this] { Picture3_Click(); });
-  Picture3->setObjectName(QStringLiteral("Picture3"));
-  Picture3->setFixedSize(kButtonSize);
-  Command2 = new QPushButton(Client());
-  Command2->setObjectName(QStringLiteral("Command2"));
-  Command2->setFixedSize(kButtonSize.width(),
-                         std::max(kButtonSize.height(), LineHeight(*Command2) + kButtonEdges));
-  connect(Command2, &QPushButton::clicked, this, [this] {
-    platform::Guarded(Place(settings_.form, "Command2_Click"), [this] { Command2_Click(); });
+  sendTest_ = new PictureButton(Client(), QStringLiteral("button"),
+                                Place(settings_.form, "Picture3_MouseUp"), [this] { StartTest(); });
+  sendTest_->setFixedSize(kButtonSize);
+  ok_ = new QPushButton(Client());
+  ok_->setFixedSize(kButtonSize.width(),
+                    std::max(kButtonSize.height(), LineHeight(*ok_) + kButtonEdges));
+  connect(ok_, &QPushButton::clicked, this, [this] {
+    platform::Guarded(Place(settings_.form, "Command2_Click"), [this] { Accept(); });
   });
 }
 
 void NotificationWindow::LayoutControls() {
   auto* buttons = new QHBoxLayout;
-  buttons->addWidget(Picture3);
+  buttons->addWidget(sendTest_);
   buttons->addStretch();
-  buttons->addWidget(Command2);
+  buttons->addWidget(ok_);
   auto* column = new QVBoxLayout(Client());
   column->setContentsMargins(kMargin, kMargin, kMargin, kMargin);
   column->addLayout(fields_);
   column->addWidget(AddCaption(settings_.eventsText));
-  column->addWidget(MSFlexGrid1, 1);
+  column->addWidget(events_, 1);
   column->addLayout(footnotes_);
   AddFootnote(texts::kNotifyToggleHint);
   AddFootnote(texts::kNotifyEditHint);
@@ -107,10 +104,9 @@ QLabel* NotificationWindow::AddHint(size_t number) {
   return label;
 }
 
-QLineEdit* NotificationWindow::AddField(const char* name, QLabel* caption, std::string& setting,
-                                        int row, int column) {
+QLineEdit* NotificationWindow::AddField(QLabel* caption, std::string& setting, int row,
+                                        int column) {
   auto* box = new QLineEdit(Client());
-  box->setObjectName(QString::fromLatin1(name));
   caption->setBuddy(box);
   fields_->addWidget(caption, row, column);
   fields_->addWidget(box, row, column + 1);
@@ -122,10 +118,10 @@ void NotificationWindow::AddFootnote(size_t number) { footnotes_->addWidget(AddH
 
 /// The boxes are made last, but come first for a person.
 void NotificationWindow::CompleteControls() {
-  setTabOrder(boxes_.back().box, MSFlexGrid1);
-  setTabOrder(MSFlexGrid1, MSFlexGrid1->Text7());
-  setTabOrder(MSFlexGrid1->Text7(), Picture3);
-  setTabOrder(Picture3, Command2);
+  setTabOrder(boxes_.back().box, events_);
+  setTabOrder(events_, events_->EditBox());
+  setTabOrder(events_->EditBox(), sendTest_);
+  setTabOrder(sendTest_, ok_);
   boxes_.front().box->setFocus();
   ApplyLanguage();
   ShowSettings();
@@ -135,20 +131,20 @@ void NotificationWindow::ApplyLanguage() {
   ViewWindow::ApplyLanguage();
   SetCaption(Text(settings_.captionText));
   for (const auto& [label, number] : captions_) label->setText(Text(number));
-  MSFlexGrid1->ApplyLanguage();
-  MSFlexGrid1->setAccessibleName(Text(settings_.eventsText));
+  events_->ApplyLanguage();
+  events_->setAccessibleName(Text(settings_.eventsText));
   ShowTestState();
-  Command2->setText(Text(texts::kSettingsOk));
+  ok_->setText(Text(texts::kSettingsOk));
 }
 
 void NotificationWindow::ShowSettings() {
   for (const auto& [box, setting] : boxes_) box->setText(QString::fromStdString(*setting));
-  MSFlexGrid1->ShowMessages(settings_.enable, settings_.text);
+  events_->ShowMessages(settings_.enable, settings_.text);
 }
 
 void NotificationWindow::TakeSettings() {
   for (const auto& [box, setting] : boxes_) *setting = OneLineOf(*box);
-  MSFlexGrid1->TakeMessages(settings_.enable, settings_.text);
+  events_->TakeMessages(settings_.enable, settings_.text);
 }
 
 /// A message box, the sender's window or another program takes the focus for a moment; what was
@@ -169,14 +165,14 @@ void NotificationWindow::changeEvent(QEvent* event) {
 void NotificationWindow::keyPressEvent(QKeyEvent* event) {
   if (event->key() != Qt::Key_Return && event->key() != Qt::Key_Enter)
     return ViewWindow::keyPressEvent(event);
-  if (!event->isAutoRepeat()) Command2->click();
+  if (!event->isAutoRepeat()) ok_->click();
 }
 
 std::string NotificationWindow::Trimmed(const QLineEdit* box) {
   return platform::Trim(OneLineOf(*box));
 }
 
-void NotificationWindow::Picture3_Click() {
+void NotificationWindow::StartTest() {
   int& test = LastTest(settings_.form);
   if (!platform::IsRunning(test)) test = SendTest();
   ShowTestState();
@@ -184,11 +180,11 @@ void NotificationWindow::Picture3_Click() {
 
 void NotificationWindow::ShowTestState() {
   const bool running = platform::IsRunning(LastTest(settings_.form));
-  Picture3->SetText(Text(running ? texts::kPleaseWait : texts::kNotifySendTest));
+  sendTest_->SetText(Text(running ? texts::kPleaseWait : texts::kNotifySendTest));
   testTimer_.SetInterval(running ? kTestInterval : 0);
 }
 
-void NotificationWindow::Command2_Click() {
+void NotificationWindow::Accept() {
   TakeSettings();
   if (SaveSettings(Place(settings_.form, "Command2_Click"), this)) close();
 }

@@ -47,9 +47,9 @@ class NotificationWindow : public ViewWindow {
   /// The same as an explanation, in a quieter colour, on several lines where it is long.
   QLabel* AddHint(size_t number);
   /// A box for `setting` with its caption to the left, at `row` and `column` of Fields().
-  QLineEdit* AddField(const char* name, QLabel* caption, std::string& setting, int row, int column);
+  QLineEdit* AddField(QLabel* caption, std::string& setting, int row, int column);
   QGridLayout& Fields() const { return *fields_; }
-  EventGrid& Grid() const { return *MSFlexGrid1; }
+  EventGrid& Grid() const { return *events_; }
   /// Puts a hint below the grid.
   void AddFootnote(size_t number);
   /// To be called once all controls are made.
@@ -79,10 +79,10 @@ class NotificationWindow : public ViewWindow {
   void MakeButtons();
   void LayoutControls();
   /// One test at a time: a text message costs money.
-  void Picture3_Click();
+  void StartTest();
   /// The button says so while a test is under way.
   void ShowTestState();
-  void Command2_Click();
+  void Accept();
 
   NotificationSettings settings_;
   std::vector<Field> boxes_;
@@ -90,10 +90,10 @@ class NotificationWindow : public ViewWindow {
   bool refills_ = true;  ///< at the next activation
 
   QGridLayout* fields_;
-  EventGrid* MSFlexGrid1;
+  EventGrid* events_;
   QVBoxLayout* footnotes_;
-  QPushButton* Command2 = nullptr;
-  PictureButton* Picture3 = nullptr;
+  QPushButton* ok_ = nullptr;
+  PictureButton* sendTest_ = nullptr;
   platform::Timer testTimer_;  ///< runs while a test is under way
 };
 

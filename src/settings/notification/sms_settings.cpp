@@ -36,35 +36,34 @@ Form9::Form9()
   MakeFields();
   AddFootnote(texts::kSmsLimitHint);
   AddFootnote(texts::kSmsChargeHint);
-  connect(Grid().Text7(), &QLineEdit::textChanged, this,
-          [this] { platform::Guarded("form9 Text7_Change", [this] { Text7_Change(); }); });
+  connect(Grid().EditBox(), &QLineEdit::textChanged, this,
+          [this] { platform::Guarded("form9 Text7_Change", [this] { LimitText(); }); });
   CompleteControls();
 }
 
 void Form9::MakeGateway() {
-  Combo1 = new ChoiceList(Client());
-  Combo1->setObjectName(QStringLiteral("Combo1"));
-  for (const char* address : kGateways) Combo1->addItem(QString::fromLatin1(address));
+  gateways_ = new ChoiceList(Client());
+  for (const char* address : kGateways) gateways_->addItem(QString::fromLatin1(address));
   QLabel* caption = AddCaption(texts::kSmsGateway);
-  caption->setBuddy(Combo1);
+  caption->setBuddy(gateways_);
   Fields().addWidget(caption, 0, 0);
-  Fields().addWidget(Combo1, 0, 1);
+  Fields().addWidget(gateways_, 0, 1);
   Fields().addWidget(AddHint(texts::kSmsGatewayHint), 0, 2);
-  connect(Combo1, &QComboBox::currentIndexChanged, this,
-          [this] { platform::Guarded("form9 Combo1_Click", [this] { Combo1_Click(); }); });
+  connect(gateways_, &QComboBox::currentIndexChanged, this,
+          [this] { platform::Guarded("form9 Combo1_Click", [this] { ChooseGateway(); }); });
 }
 
 void Form9::MakeFields() {
-  Text3 = AddField("Text3", AddCaption(texts::kSmsAccount), DataCenter.settings.SmsAccount, 1, 0);
-  Text5 = AddField("Text5", AddCaption(texts::kSmsPassword), DataCenter.settings.SmsPassword, 2, 0);
+  account_ = AddField(AddCaption(texts::kSmsAccount), DataCenter.settings.SmsAccount, 1, 0);
+  password_ = AddField(AddCaption(texts::kSmsPassword), DataCenter.settings.SmsPassword, 2, 0);
   Fields().addWidget(AddHint(texts::kSmsPasswordHint), 2, 2);
-  Text6 = AddField("Text6", AddCaption(texts::kSmsNumber), DataCenter.settings.SmsNumber, 3, 0);
+  number_ = AddField(AddCaption(texts::kSmsNumber), DataCenter.settings.SmsNumber, 3, 0);
   Fields().addWidget(AddHint(texts::kSmsNumberHint), 3, 2);
   auto* caption = new QLabel(QStringLiteral("api_id"), Client());
-  Text1 = AddField("Text1", caption, DataCenter.settings.SmsApiId, 4, 0);
+  apiId_ = AddField(caption, DataCenter.settings.SmsApiId, 4, 0);
   QLabel* hint = AddHint(texts::kSmsApiIdHint);
   Fields().addWidget(hint, 4, 2);
-  apiIdRow_ = {caption, Text1, hint};
+  apiIdRow_ = {caption, apiId_, hint};
   Fields().setColumnStretch(1, 1);
   Fields().setColumnStretch(2, 1);
 }
@@ -72,8 +71,8 @@ void Form9::MakeFields() {
 /// A gateway that the list does not have shows as the first.
 void Form9::ShowSettings() {
   NotificationWindow::ShowSettings();
-  Combo1->setCurrentIndex(DataCenter.settings.SmsGateway == kClickatell ? kClickatell : 0);
-  Combo1_Click();
+  gateways_->setCurrentIndex(DataCenter.settings.SmsGateway == kClickatell ? kClickatell : 0);
+  ChooseGateway();
 }
 
 void Form9::TakeSettings() {
@@ -82,15 +81,15 @@ void Form9::TakeSettings() {
 }
 
 /// A hidden api_id keeps its value.
-void Form9::Combo1_Click() {
-  gateway_ = static_cast<int16_t>(Combo1->currentIndex());
+void Form9::ChooseGateway() {
+  gateway_ = static_cast<int16_t>(gateways_->currentIndex());
   for (QWidget* control : apiIdRow_) control->setVisible(gateway_ == kClickatell);
 }
 
 /// The message comes from the event loop: the window, and the box whose change is handled, could go
 /// while it is shown.
-void Form9::Text7_Change() {
-  QLineEdit* box = Grid().Text7();
+void Form9::LimitText() {
+  QLineEdit* box = Grid().EditBox();
   const std::u16string text = box->text().toStdU16String();
   const std::u16string fitting = FitSmsText(text);
   if (fitting == text) return;
@@ -99,9 +98,9 @@ void Form9::Text7_Change() {
 }
 
 int Form9::SendTest() {
-  const std::string apiId = gateway_ == kClickatell ? Trimmed(Text1) : "";
-  return SendMsg(gateway_, Trimmed(Text3), Trimmed(Text5), Trimmed(Text6), "Send Test OK", apiId,
-                 "T");
+  const std::string apiId = gateway_ == kClickatell ? Trimmed(apiId_) : "";
+  return SendMsg(gateway_, Trimmed(account_), Trimmed(password_), Trimmed(number_), "Send Test OK",
+                 apiId, "T");
 }
 
 }  // namespace varek

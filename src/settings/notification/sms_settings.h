@@ -9,7 +9,7 @@ class QComboBox;
 
 namespace varek {
 
-/// Its controls are found by their names as object names.
+/// The window of the SMS settings.
 class Form9 final : public NotificationWindow {
  public:
   static constexpr int kNumber = 9;
@@ -24,17 +24,17 @@ class Form9 final : public NotificationWindow {
  private:
   void MakeGateway();
   void MakeFields();
-  void Combo1_Click();
-  void Text7_Change();
+  void ChooseGateway();
+  void LimitText();
 
   int16_t gateway_ = 0;  ///< as chosen: 0 every8d, 1 Clickatell
 
-  QComboBox* Combo1 = nullptr;
-  QLineEdit* Text3 = nullptr;       ///< account
-  QLineEdit* Text5 = nullptr;       ///< password, shown in the clear
-  QLineEdit* Text6 = nullptr;       ///< destination number
-  QLineEdit* Text1 = nullptr;       ///< api_id
-  std::vector<QWidget*> apiIdRow_;  ///< Text1 with its labels
+  QComboBox* gateways_ = nullptr;
+  QLineEdit* account_ = nullptr;   ///< at the gateway
+  QLineEdit* password_ = nullptr;  ///< shown in the clear
+  QLineEdit* number_ = nullptr;    ///< destination number
+  QLineEdit* apiId_ = nullptr;
+  std::vector<QWidget*> apiIdRow_;  ///< the box with its labels
 };
 
 /// The one instance.

@@ -25,11 +25,11 @@ struct Password {
   size_t tooShort;
   std::string Settings::*setting;
 };
-constexpr Password kPasswords[] = {{0, 0, 8, &Settings::WebLoginPassword},
-                                   {2, 1, 9, &Settings::WebControlPassword}};
+constexpr Password kPasswords[] = {{kLogin, 0, 8, &Settings::WebLoginPassword},
+                                   {kControl, 1, 9, &Settings::WebControlPassword}};
 
 /// The delays in the order of their boxes.
-constexpr size_t kFirstDelayBox = 4;
+constexpr size_t kFirstDelayBox = kComputerDelay;
 constexpr int16_t Settings::*kDelays[] = {
     &Settings::SystemShutdownBuffer, &Settings::UPSShutdownBuffer, &Settings::PowerFailSystemDelay,
     &Settings::PowerFailUPSDelay,    &Settings::BatLowUPSDelay,    &Settings::BatLowSystemDelay};
@@ -41,7 +41,9 @@ struct DelayPair {
   size_t shorter;
   size_t message;
 };
-constexpr DelayPair kDelayPairs[] = {{5, 4, 4}, {7, 6, 5}, {8, 9, 6}};
+constexpr DelayPair kDelayPairs[] = {{kUpsDelay, kComputerDelay, 4},
+                                     {kMainsFailureUpsDelay, kMainsFailureComputerDelay, 5},
+                                     {kBatteryLowUpsDelay, kBatteryLowComputerDelay, 6}};
 
 /// A delay is taken when the box `judged` is within the limit. The UPS's on battery low goes by the
 /// computer's, so that the two change together or not at all.
@@ -49,7 +51,10 @@ struct LimitedDelay {
   size_t box;
   size_t judged;
 };
-constexpr LimitedDelay kLimitedDelays[] = {{6, 6}, {7, 7}, {9, 9}, {8, 9}};
+constexpr LimitedDelay kLimitedDelays[] = {{kMainsFailureComputerDelay, kMainsFailureComputerDelay},
+                                           {kMainsFailureUpsDelay, kMainsFailureUpsDelay},
+                                           {kBatteryLowComputerDelay, kBatteryLowComputerDelay},
+                                           {kBatteryLowUpsDelay, kBatteryLowComputerDelay}};
 
 constexpr Flag Settings::*kDelaySettings[] = {
     &Settings::PowerFailSystemEnable, &Settings::PowerFailUPSEnable, &Settings::BatLowSystemEnable,
@@ -119,8 +124,8 @@ void TakeDelay(const SettingsFields& fields, size_t box) {
 }
 
 void TakeDelays(const SettingsFields& fields) {
-  TakeDelay(fields, kFirstDelayBox);
-  TakeDelay(fields, kFirstDelayBox + 1);
+  TakeDelay(fields, kComputerDelay);
+  TakeDelay(fields, kUpsDelay);
   for (const LimitedDelay& delay : kLimitedDelays) {
     if (Minutes(fields, delay.judged) < kDelayEnd) TakeDelay(fields, delay.box);
   }

@@ -9,8 +9,32 @@
 
 namespace varek {
 
-constexpr size_t kSettingsBoxes = 10;
-constexpr size_t kDelaySwitches = 4;
+/// The boxes of the dialog: two passwords, each with its repeat, then delays in minutes: those of
+/// schedule and web, those on mains failure, and those on battery low, where the UPS comes first.
+enum SettingsBox : size_t {
+  kLogin,
+  kLoginRepeat,
+  kControl,
+  kControlRepeat,
+  kComputerDelay,
+  kUpsDelay,
+  kMainsFailureComputerDelay,
+  kMainsFailureUpsDelay,
+  kBatteryLowUpsDelay,
+  kBatteryLowComputerDelay,
+  kSettingsBoxes,
+  /// Stands for the web port's field where a box's number is asked for.
+  kWebPortBox = kSettingsBoxes
+};
+
+/// What shuts down on a mains failure and on a low battery.
+enum DelaySwitch : size_t {
+  kMainsFailureComputer,
+  kMainsFailureUps,
+  kBatteryLowComputer,
+  kBatteryLowUps,
+  kDelaySwitches
+};
 
 /// The choices of a port: USB, then COM 1 to COM 16.
 constexpr int kPortChoices = 17;
@@ -23,19 +47,12 @@ struct SettingsFields {
   std::string port;  ///< as PortChoice names it
   bool webEnabled = false;
   std::string webPort;
-  /// 0 and 1 the login password and its repeat, 2 and 3 the control password's; then minutes: 4 and
-  /// 5 the delays of computer and UPS for schedule and web, 6 and 7 those on mains failure, 8 and 9
-  /// those on battery low, where the UPS comes first.
   std::array<std::string, kSettingsBoxes> boxes;
   bool autoSave = false;
-  /// Mains failure: computer, UPS; battery low: computer, UPS.
   std::array<bool, kDelaySwitches> delaysOn{};
   bool eventPopup = false;
   bool celsius = false;
 };
-
-/// Stands for the web port's field where a box's number is asked for.
-constexpr size_t kWebPortBox = kSettingsBoxes;
 
 /// Why OK is refused: the number of the message and the box that it is about.
 struct SettingsFault {

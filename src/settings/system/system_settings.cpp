@@ -64,24 +64,22 @@ constexpr int16_t kNoSearch = -1;
 /// Two delays with switches of their own, the computer's before the UPS's.
 struct SwitchedDelays {
   size_t heading;
-  std::array<size_t, 2> checks;
+  std::array<size_t, 2> switches;
   std::array<size_t, 2> boxes;
 };
-constexpr SwitchedDelays kSwitchedDelays[] = {{texts::kSettingsOnMainsFailure, {0, 1}, {6, 7}},
-                                              {texts::kSettingsOnBatteryLow, {2, 3}, {9, 8}}};
+constexpr SwitchedDelays kSwitchedDelays[] = {{texts::kSettingsOnMainsFailure,
+                                               {kMainsFailureComputer, kMainsFailureUps},
+                                               {kMainsFailureComputerDelay, kMainsFailureUpsDelay}},
+                                              {texts::kSettingsOnBatteryLow,
+                                               {kBatteryLowComputer, kBatteryLowUps},
+                                               {kBatteryLowComputerDelay, kBatteryLowUpsDelay}}};
 
 QString Text(size_t number) { return QString::fromStdString(LangText[number]); }
-
-template <typename Control>
-Control* Named(Control* control, const char* name) {
-  control->setObjectName(QString::fromLatin1(name));
-  return control;
-}
 
 /// Its characters show as asterisks, like the mask of a password that is set. The toolkit takes the
 /// character over only when the sheet of a box that is polished changes.
 QLineEdit* MakePasswordBox(QWidget* parent) {
-  auto* box = Named(new QLineEdit(parent), "Text2");
+  auto* box = new QLineEdit(parent);
   box->setEchoMode(QLineEdit::Password);
   box->ensurePolished();
   box->setStyleSheet(QStringLiteral("QLineEdit { lineedit-password-character: 42; }"));
@@ -89,8 +87,9 @@ QLineEdit* MakePasswordBox(QWidget* parent) {
   return box;
 }
 
+/// Errors are reported under `name`.
 QLineEdit* MakeDigitsBox(QWidget* parent, const char* name, char least, int most) {
-  auto* box = Named(new DigitsBox(parent, std::string("form14 ") + name, least, most), name);
+  auto* box = new DigitsBox(parent, name, least, most);
   box->setFixedWidth(kDigitsWidth);
   return box;
 }
@@ -124,7 +123,7 @@ Form14::Form14()
   ShowFields(PresentSettings());
   FollowChanges();
   Form_Resize();
-  Combo1->setFocus();
+  port_->setFocus();
 }
 
 /// The controls outlive this part of the window, and the focus leaves them then.
@@ -134,17 +133,17 @@ Form14::~Form14() {
 }
 
 QFrame* Form14::AddPanel(int rows) {
-  QFrame* panel = Named(new QFrame(view_), "Picture12");
+  auto* panel = new QFrame(view_);
   panel->setAutoFillBackground(true);
   panel->setBackgroundRole(QPalette::Button);
   auto* grid = new QGridLayout(panel);
   grid->setContentsMargins(kMargin, kPanelPadding, kMargin, kPanelPadding);
   grid->setVerticalSpacing(0);
   grid->setColumnStretch(0, 1);
-  const int top = Picture12.empty() ? 0 : Picture12.back()->geometry().bottom() + 1 + kPanelGap;
+  const int top = panels_.empty() ? 0 : panels_.back()->geometry().bottom() + 1 + kPanelGap;
   panel->setGeometry(0, top, 1, rows * rowHeight_ + 2 * kPanelPadding);
   panelTops_.push_back(top);
-  Picture12.push_back(panel);
+  panels_.push_back(panel);
   return panel;
 }
 
@@ -157,101 +156,99 @@ void Form14::AddRow(QFrame* panel, QWidget* caption, QWidget* field, size_t text
   captions_.push_back({caption, field, text});
 }
 
-QCheckBox* Form14::AddCheck(const char* name, size_t text) {
+QCheckBox* Form14::AddCheck(size_t text) {
   QFrame* panel = AddPanel(1);
-  auto* check = Named(new QCheckBox(panel), name);
+  auto* check = new QCheckBox(panel);
   AddRow(panel, check, nullptr, text);
   return check;
 }
 
 void Form14::MakePort() {
   QFrame* panel = AddPanel(1);
-  Combo1 = Named(new ChoiceList(panel), "Combo1");
-  for (int i = 0; i < kPortChoices; ++i) Combo1->addItem(QString::fromStdString(PortChoice(i)));
-  Picture1 = Named(new PictureButton(panel, QStringLiteral("button"), "form14 Picture1_MouseUp",
-                                     [this] { Picture1_Click(); }),
-                   "Picture1");
-  Picture1->setFixedSize(kSearchSize);
-  AddRow(panel, new QLabel(panel), Combo1, texts::kSettingsPort);
-  GridOf(panel)->addWidget(Picture1, 0, 2);
+  port_ = new ChoiceList(panel);
+  for (int i = 0; i < kPortChoices; ++i) port_->addItem(QString::fromStdString(PortChoice(i)));
+  search_ = new PictureButton(panel, QStringLiteral("button"), "form14 Picture1_MouseUp",
+                              [this] { SearchPort(); });
+  search_->setFixedSize(kSearchSize);
+  AddRow(panel, new QLabel(panel), port_, texts::kSettingsPort);
+  GridOf(panel)->addWidget(search_, 0, 2);
 }
 
 void Form14::MakeWeb() {
-  Check1 = AddCheck("Check1", texts::kSettingsWebOn);
+  webOn_ = AddCheck(texts::kSettingsWebOn);
   QFrame* panel = AddPanel(1);
-  Text1 = MakeDigitsBox(panel, "Text1", '1', 4);
-  AddRow(panel, new QLabel(panel), Text1, texts::kSettingsWebPort);
+  webPort_ = MakeDigitsBox(panel, "form14 Text1", '1', 4);
+  AddRow(panel, new QLabel(panel), webPort_, texts::kSettingsWebPort);
 }
 
 void Form14::MakePasswords() {
-  for (size_t i = 0; i < 4; ++i) {
+  for (size_t i = kLogin; i <= kControlRepeat; ++i) {
     QFrame* panel = AddPanel(1);
-    Text2[i] = MakePasswordBox(panel);
-    AddRow(panel, new QLabel(panel), Text2[i], texts::kSettingsLoginPassword + i);
+    boxes_[i] = MakePasswordBox(panel);
+    AddRow(panel, new QLabel(panel), boxes_[i], texts::kSettingsLoginPassword + i);
   }
 }
 
 void Form14::MakeDelays() {
   for (const size_t i : {0, 1}) {
     QFrame* panel = AddPanel(1);
-    Text2[4 + i] = MakeDigitsBox(panel, "Text2", '0', 2);
-    AddRow(panel, new QLabel(panel), Text2[4 + i], texts::kSettingsComputerDelay + i);
+    QLineEdit* box = boxes_[kComputerDelay + i] = MakeDigitsBox(panel, "form14 Text2", '0', 2);
+    AddRow(panel, new QLabel(panel), box, texts::kSettingsComputerDelay + i);
   }
-  for (const auto& [heading, checks, boxes] : kSwitchedDelays) {
+  for (const auto& [heading, switches, boxes] : kSwitchedDelays) {
     QFrame* panel = AddPanel(3);
     AddRow(panel, new QLabel(panel), nullptr, heading);
     for (const size_t i : {0, 1}) {
-      QCheckBox* check = Check3[checks[i]] = Named(new QCheckBox(panel), "Check3");
-      QLineEdit* box = Text2[boxes[i]] = MakeDigitsBox(panel, "Text2", '0', 2);
+      QCheckBox* check = delaySwitches_[switches[i]] = new QCheckBox(panel);
+      QLineEdit* box = boxes_[boxes[i]] = MakeDigitsBox(panel, "form14 Text2", '0', 2);
       AddRow(panel, check, box, kDelayTexts[i]);
     }
   }
 }
 
 void Form14::MakeSwitches() {
-  Check2 = AddCheck("Check2", texts::kSettingsAutosave);
-  Check4 = AddCheck("Check4", texts::kSettingsPopup);
+  autoSave_ = AddCheck(texts::kSettingsAutosave);
+  eventPopup_ = AddCheck(texts::kSettingsPopup);
 }
 
 void Form14::MakeUnits() {
   QFrame* panel = AddPanel(1);
-  Option1 = Named(new QRadioButton(panel), "Option1");
-  Option2 = Named(new QRadioButton(panel), "Option2");
+  celsius_ = new QRadioButton(panel);
+  fahrenheit_ = new QRadioButton(panel);
   AddRow(panel, new QLabel(panel), nullptr, texts::kSettingsTemperatureUnit);
-  GridOf(panel)->addWidget(Option1, 0, 1);
-  GridOf(panel)->addWidget(Option2, 0, 2);
-  captions_.push_back({Option1, nullptr, texts::kSettingsCelsius});
-  captions_.push_back({Option2, nullptr, texts::kSettingsFahrenheit});
+  GridOf(panel)->addWidget(celsius_, 0, 1);
+  GridOf(panel)->addWidget(fahrenheit_, 0, 2);
+  captions_.push_back({celsius_, nullptr, texts::kSettingsCelsius});
+  captions_.push_back({fahrenheit_, nullptr, texts::kSettingsFahrenheit});
 }
 
 void Form14::MakeScrollBar() {
-  VScroll1 = Named(new QScrollBar(Qt::Vertical, Client()), "VScroll1");
-  VScroll1->setRange(1, kFarthest);
-  VScroll1->setSingleStep(kWheelStep);
-  VScroll1->setPageStep(4 * kWheelStep);
+  scrollBar_ = new QScrollBar(Qt::Vertical, Client());
+  scrollBar_->setRange(1, kFarthest);
+  scrollBar_->setSingleStep(kWheelStep);
+  scrollBar_->setPageStep(4 * kWheelStep);
 }
 
 void Form14::MakeOk() {
   QFrame* panel = AddPanel(1);
-  Label1 = Named(new QLabel(panel), "Label1");
-  GridOf(panel)->addWidget(Label1, 0, 0);
-  Picture6 = Named(new PictureButton(Client(), QStringLiteral("button"), "form14 Picture6_Click",
-                                     [this] { Picture6_Click(); }),
-                   "Picture6");
+  status_ = new QLabel(panel);
+  GridOf(panel)->addWidget(status_, 0, 0);
+  ok_ = new PictureButton(Client(), QStringLiteral("button"), "form14 Picture6_Click",
+                          [this] { Accept(); });
 }
 
 void Form14::LimitHeight() {
-  const int view = Picture12.back()->geometry().bottom() + 1 - kFarthest;
+  const int view = panels_.back()->geometry().bottom() + 1 - kFarthest;
   const int around = kFrameTop + 3 * kMargin + kButtonSize.height() + kFrameEdge;
   setMinimumHeight(std::max(minimumHeight(), view + around));
 }
 
 /// Only from here on: filling the fields is no change of the person's.
 void Form14::FollowChanges() {
-  connect(Check1, &QCheckBox::toggled, this, [this] { RestartNeeded = true; });
-  connect(Text1, &QLineEdit::textChanged, this, [this] { RestartNeeded = true; });
-  connect(VScroll1, &QScrollBar::valueChanged, this,
-          [this] { platform::Guarded("form14 VScroll1_Change", [this] { VScroll1_Change(); }); });
+  connect(webOn_, &QCheckBox::toggled, this, [this] { restartNeeded_ = true; });
+  connect(webPort_, &QLineEdit::textChanged, this, [this] { restartNeeded_ = true; });
+  connect(scrollBar_, &QScrollBar::valueChanged, this,
+          [this] { platform::Guarded("form14 VScroll1_Change", [this] { MovePanels(); }); });
   connect(qApp, &QApplication::focusChanged, this, [this](QWidget*, const QWidget* now) {
     platform::Guarded("form14 GotFocus", [this, now] { BringIntoView(now); });
   });
@@ -264,9 +261,9 @@ void Form14::ApplyLanguage() {
     caption.control->setProperty("text", Text(caption.text));
     if (caption.field) caption.field->setAccessibleName(Text(caption.text));
   }
-  Picture1->SetText(Text(texts::kSettingsSearch));
-  Picture6->SetText(Text(texts::kSettingsOk));
-  Label1->setText(QString::fromStdString(
+  search_->SetText(Text(texts::kSettingsSearch));
+  ok_->SetText(Text(texts::kSettingsOk));
+  status_->setText(QString::fromStdString(
       SettingsMessage[platform::RunsAsService() ? kService : kOrdinaryProgram]));
 }
 
@@ -274,16 +271,16 @@ void Form14::Form_Resize() {
   const QSize client = Client()->size();
   const int bottom = client.height() - kMargin - kButtonSize.height();
   const int scrollLeft = client.width() - kMargin - kScrollBarWidth;
-  Picture6->setGeometry(
+  ok_->setGeometry(
       QRect({scrollLeft + kScrollBarWidth - kButtonSize.width(), bottom}, kButtonSize));
   view_->setGeometry(kMargin, kMargin, scrollLeft - 2 * kMargin, bottom - 2 * kMargin);
-  VScroll1->setGeometry(scrollLeft, kMargin, kScrollBarWidth, view_->height());
-  for (QFrame* panel : Picture12) panel->resize(view_->width(), panel->height());
+  scrollBar_->setGeometry(scrollLeft, kMargin, kScrollBarWidth, view_->height());
+  for (QFrame* panel : panels_) panel->resize(view_->width(), panel->height());
 }
 
-void Form14::VScroll1_Change() {
-  for (size_t i = 0; i < Picture12.size(); ++i)
-    Picture12[i]->move(0, panelTops_[i] - VScroll1->value());
+void Form14::MovePanels() {
+  for (size_t i = 0; i < panels_.size(); ++i)
+    panels_[i]->move(0, panelTops_[i] - scrollBar_->value());
 }
 
 /// The keyboard reaches the fields of a panel that is scrolled away, and so does a refused OK.
@@ -291,8 +288,8 @@ void Form14::BringIntoView(const QWidget* control) {
   if (!control || !view_->isAncestorOf(control)) return;
   const int top = control->mapTo(view_, QPoint()).y();
   const int below = top + control->height() + kPanelPadding - view_->height();
-  if (top < 0) VScroll1->setValue(VScroll1->value() + top - kPanelPadding);
-  if (below > 0) VScroll1->setValue(VScroll1->value() + below);
+  if (top < 0) scrollBar_->setValue(scrollBar_->value() + top - kPanelPadding);
+  if (below > 0) scrollBar_->setValue(scrollBar_->value() + below);
 }
 
 void Form14::keyPressEvent(QKeyEvent* event) {
@@ -300,53 +297,53 @@ void Form14::keyPressEvent(QKeyEvent* event) {
   if (!enter) return ViewWindow::keyPressEvent(event);
   if (event->isAutoRepeat()) return;
   platform::Post("form14 Picture6_Click", [form = QPointer(this)] {
-    if (form) form->Picture6_Click();
+    if (form) form->Accept();
   });
 }
 
 void Form14::wheelEvent(QWheelEvent* event) {
   Enter("VScroll1_Scroll", [&] {
-    VScroll1->setValue(VScroll1->value() - event->angleDelta().y() * kWheelStep / kWheelNotch);
+    scrollBar_->setValue(scrollBar_->value() - event->angleDelta().y() * kWheelStep / kWheelNotch);
   });
 }
 
 void Form14::ShowFields(const SettingsFields& fields) {
-  Combo1->setCurrentIndex(Combo1->findText(QString::fromStdString(fields.port)));
-  Check1->setChecked(fields.webEnabled);
-  Text1->setText(QString::fromStdString(fields.webPort));
+  port_->setCurrentIndex(port_->findText(QString::fromStdString(fields.port)));
+  webOn_->setChecked(fields.webEnabled);
+  webPort_->setText(QString::fromStdString(fields.webPort));
   for (size_t i = 0; i < kSettingsBoxes; ++i)
-    Text2[i]->setText(QString::fromStdString(fields.boxes[i]));
-  Check2->setChecked(fields.autoSave);
-  for (size_t i = 0; i < kDelaySwitches; ++i) Check3[i]->setChecked(fields.delaysOn[i]);
-  Check4->setChecked(fields.eventPopup);
-  (fields.celsius ? Option1 : Option2)->setChecked(true);
+    boxes_[i]->setText(QString::fromStdString(fields.boxes[i]));
+  autoSave_->setChecked(fields.autoSave);
+  for (size_t i = 0; i < kDelaySwitches; ++i) delaySwitches_[i]->setChecked(fields.delaysOn[i]);
+  eventPopup_->setChecked(fields.eventPopup);
+  (fields.celsius ? celsius_ : fahrenheit_)->setChecked(true);
 }
 
 SettingsFields Form14::Fields() const {
   SettingsFields fields;
-  fields.port = Combo1->currentText().toStdString();
-  fields.webEnabled = Check1->isChecked();
-  fields.webPort = OneLineOf(*Text1);
-  for (size_t i = 0; i < kSettingsBoxes; ++i) fields.boxes[i] = OneLineOf(*Text2[i]);
-  fields.autoSave = Check2->isChecked();
-  for (size_t i = 0; i < kDelaySwitches; ++i) fields.delaysOn[i] = Check3[i]->isChecked();
-  fields.eventPopup = Check4->isChecked();
-  fields.celsius = Option1->isChecked();
+  fields.port = port_->currentText().toStdString();
+  fields.webEnabled = webOn_->isChecked();
+  fields.webPort = OneLineOf(*webPort_);
+  for (size_t i = 0; i < kSettingsBoxes; ++i) fields.boxes[i] = OneLineOf(*boxes_[i]);
+  fields.autoSave = autoSave_->isChecked();
+  for (size_t i = 0; i < kDelaySwitches; ++i) fields.delaysOn[i] = delaySwitches_[i]->isChecked();
+  fields.eventPopup = eventPopup_->isChecked();
+  fields.celsius = celsius_->isChecked();
   return fields;
 }
 
 void Form14::Refuse(const SettingsFault& fault) {
-  QLineEdit* box = fault.box == kWebPortBox ? Text1 : Text2[fault.box];
+  QLineEdit* box = fault.box == kWebPortBox ? webPort_ : boxes_[fault.box];
   box->selectAll();
   box->setFocus();
   BringIntoView(box);
   platform::Tell(this, {.text = SettingsMessage[fault.message], .icon = kWarning});
 }
 
-void Form14::Picture6_Click() {
+void Form14::Accept() {
   if (const auto fault = ApplySettings(Fields())) return Refuse(*fault);
   if (!SaveSettings("form14 Picture6_Click", this)) return;
-  if (!RestartNeeded) {
+  if (!restartNeeded_) {
     close();
     return;
   }
@@ -354,7 +351,7 @@ void Form14::Picture6_Click() {
 }
 
 /// The search lets other handlers run, and the window may go meanwhile.
-void Form14::Picture1_Click() {
+void Form14::SearchPort() {
   const QPointer<Form14> form(this);
   int16_t port = kNoSearch;
   findport(port);
@@ -364,7 +361,7 @@ void Form14::Picture1_Click() {
     return;
   }
   SetPort(port);
-  if (form) Combo1->setCurrentIndex(ChoiceOfPort(port));
+  if (form) port_->setCurrentIndex(ChoiceOfPort(port));
 }
 
 }  // namespace varek

@@ -22,7 +22,7 @@ namespace varek {
 
 class PictureButton;
 
-/// Its controls are found by their names as object names.
+/// The window of the system settings.
 class Form14 final : public ViewWindow {
  public:
   static constexpr int kNumber = 14;
@@ -61,37 +61,37 @@ class Form14 final : public ViewWindow {
   QFrame* AddPanel(int rows);
   /// `caption` on the left of the panel's next row, with text `text`, and `field` on its right.
   void AddRow(QFrame* panel, QWidget* caption, QWidget* field, size_t text);
-  QCheckBox* AddCheck(const char* name, size_t text);
+  QCheckBox* AddCheck(size_t text);
 
   void ShowFields(const SettingsFields& fields);
   SettingsFields Fields() const;
   void Refuse(const SettingsFault& fault);
   void BringIntoView(const QWidget* control);
 
-  void Picture1_Click();
-  void Picture6_Click();
-  void VScroll1_Change();
+  void SearchPort();
+  void Accept();
+  void MovePanels();
 
-  bool RestartNeeded = false;
+  bool restartNeeded_ = false;
   int rowHeight_;
   std::vector<Caption> captions_;
   std::vector<int> panelTops_;  ///< at open
 
   QWidget* view_ = nullptr;  ///< the area in which the panels move
-  std::vector<QFrame*> Picture12;
-  QScrollBar* VScroll1 = nullptr;
-  QComboBox* Combo1 = nullptr;
-  PictureButton* Picture1 = nullptr;
-  QCheckBox* Check1 = nullptr;
-  QLineEdit* Text1 = nullptr;
-  std::array<QLineEdit*, kSettingsBoxes> Text2{};
-  QCheckBox* Check2 = nullptr;
-  std::array<QCheckBox*, kDelaySwitches> Check3{};
-  QCheckBox* Check4 = nullptr;
-  QRadioButton* Option1 = nullptr;
-  QRadioButton* Option2 = nullptr;
-  QLabel* Label1 = nullptr;
-  PictureButton* Picture6 = nullptr;
+  std::vector<QFrame*> panels_;
+  QScrollBar* scrollBar_ = nullptr;
+  QComboBox* port_ = nullptr;
+  PictureButton* search_ = nullptr;
+  QCheckBox* webOn_ = nullptr;
+  QLineEdit* webPort_ = nullptr;
+  std::array<QLineEdit*, kSettingsBoxes> boxes_{};          ///< by SettingsBox
+  std::array<QCheckBox*, kDelaySwitches> delaySwitches_{};  ///< by DelaySwitch
+  QCheckBox* autoSave_ = nullptr;
+  QCheckBox* eventPopup_ = nullptr;
+  QRadioButton* celsius_ = nullptr;
+  QRadioButton* fahrenheit_ = nullptr;
+  QLabel* status_ = nullptr;  ///< whether this is a service
+  PictureButton* ok_ = nullptr;
 };
 
 /// The one instance.
