@@ -11,6 +11,7 @@
 #include "platform/toolkit/open_document.h"
 #include "texts/language.h"
 #include "views/kit/controls/picture_button.h"
+#include "views/kit/controls/shown.h"
 
 namespace varek {
 
@@ -28,8 +29,6 @@ struct Manual {
 
 constexpr std::array<Manual, 2> kManuals{{{texts::kUserManualFile, texts::kUserManualTitle},
                                           {texts::kWebManualFile, texts::kWebManualTitle}}};
-
-QString Text(size_t number) { return QString::fromStdString(LangText[number]); }
 
 }  // namespace
 
@@ -61,11 +60,11 @@ Form17::Form17()
 
 void Form17::ApplyLanguage() {
   ViewWindow::ApplyLanguage();
-  SetCaption(Text(texts::kManualsCaption));
-  list_->setAccessibleName(Text(texts::kManualsCaption));
+  SetCaption(Shown(texts::kManualsCaption));
+  list_->setAccessibleName(Shown(texts::kManualsCaption));
   for (size_t i = 0; i < kManuals.size(); ++i)
-    list_->item(static_cast<int>(i))->setText(Text(kManuals[i].title));
-  close_->SetText(Text(texts::kAboutClose));
+    list_->item(static_cast<int>(i))->setText(Shown(kManuals[i].title));
+  close_->SetText(Shown(texts::kAboutClose));
 }
 
 void Form17::Form_Resize() {

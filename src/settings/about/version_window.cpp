@@ -8,9 +8,10 @@
 #include "drawing/palette.h"
 #include "platform/errors/guard.h"
 #include "settings/about/manuals.h"
-#include "texts/language.h"
+#include "texts/text_numbers.h"
 #include "views/kit/controls/colors.h"
 #include "views/kit/controls/picture_button.h"
+#include "views/kit/controls/shown.h"
 #include "views/kit/controls/style.h"
 
 namespace varek {
@@ -33,8 +34,6 @@ constexpr const char* kChanges[] = {
     "Dashboard and tray icon",
     "Monitor on serial and USB links, records, shutdowns",
 };
-
-QString Text(size_t number) { return QString::fromStdString(LangText[number]); }
 
 QString LinkLooks() {
   return QStringLiteral(
@@ -82,11 +81,11 @@ Form16::Form16()
 
 void Form16::ApplyLanguage() {
   ViewWindow::ApplyLanguage();
-  SetCaption(Text(texts::kAboutCaption));
-  version_->setText(Text(texts::kAboutProduct) + QString::fromLatin1(kVersion));
-  manuals_->setText(Text(texts::kManualsCaption));
-  licence_->setText(Text(texts::kAboutLicence));
-  close_->SetText(Text(texts::kAboutClose));
+  SetCaption(Shown(texts::kAboutCaption));
+  version_->setText(Shown(texts::kAboutProduct) + QString::fromLatin1(kVersion));
+  manuals_->setText(Shown(texts::kManualsCaption));
+  licence_->setText(Shown(texts::kAboutLicence));
+  close_->SetText(Shown(texts::kAboutClose));
   Form16::Form_Resize();
 }
 

@@ -4,6 +4,7 @@
 #include "core/save_settings.h"
 #include "texts/language.h"
 #include "views/kit/controls/picture_button.h"
+#include "views/kit/controls/shown.h"
 
 namespace varek {
 
@@ -62,7 +63,7 @@ Form7::~Form7() { DataCenter.FormOpen[kNumber] = kClear; }
 
 void Form7::ApplyLanguage() {
   ViewWindow::ApplyLanguage();
-  SetCaption(QString::fromStdString(LangText[texts::kLanguageCaption]));
+  SetCaption(Shown(texts::kLanguageCaption));
 }
 
 /// The pictures keep their size, one below the other in the middle.

@@ -11,6 +11,7 @@
 #include "platform/text/text.h"
 #include "texts/language.h"
 #include "views/kit/controls/one_line.h"
+#include "views/kit/controls/shown.h"
 #include "views/kit/controls/style.h"
 
 namespace varek {
@@ -79,11 +80,11 @@ void EventGrid::FillCells() {
 
 void EventGrid::ApplyLanguage() {
   QStringList headings;
-  for (const size_t number : kHeadings) headings << QString::fromStdString(LangText[number]);
+  for (const size_t number : kHeadings) headings << Shown(number);
   setHorizontalHeaderLabels(headings);
   for (int row = 0; row < kEventCount; ++row) {
     const std::string& words = EventText[static_cast<size_t>(row)];
-    item(row, kNameColumn)->setText(QString::fromStdString(words));
+    item(row, kNameColumn)->setText(Shown(words));
   }
 }
 
@@ -92,7 +93,7 @@ void EventGrid::ShowMessages(const EventFlags& enable, const EventMessages& text
   for (int row = 0; row < kEventCount; ++row) {
     const auto event = static_cast<size_t>(row);
     item(row, kEnableColumn)->setText(enable[event] ? Enabled() : QString());
-    item(row, kTextColumn)->setText(QString::fromStdString(text[event]));
+    item(row, kTextColumn)->setText(Shown(text[event]));
   }
   setRowHidden(kOverloadRow, !DataCenter.HasLoad);
 }
@@ -141,7 +142,7 @@ void EventGrid::CloseBox() {
 
 void EventGrid::AcceptBox() {
   if (openRow_ < 0) return;
-  item(openRow_, kTextColumn)->setText(QString::fromStdString(OneLineOf(*editBox_)));
+  item(openRow_, kTextColumn)->setText(Shown(OneLineOf(*editBox_)));
   CloseBox();
 }
 

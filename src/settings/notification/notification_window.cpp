@@ -15,10 +15,11 @@
 #include "platform/errors/guard.h"
 #include "platform/system/process.h"
 #include "platform/text/text.h"
-#include "texts/language.h"
+#include "texts/text_numbers.h"
 #include "views/kit/controls/colors.h"
 #include "views/kit/controls/one_line.h"
 #include "views/kit/controls/picture_button.h"
+#include "views/kit/controls/shown.h"
 #include "views/kit/controls/style.h"
 
 namespace varek {
@@ -32,8 +33,6 @@ constexpr QSize kButtonSize{150, 32};
 constexpr int kButtonEdges = 10;  ///< padding and border, above and below
 
 constexpr int kTestInterval = 200;
-
-QString Text(size_t number) { return QString::fromStdString(LangText[number]); }
 
 std::string Place(int form, const char* handler) {
   return "form" + std::to_string(form) + " " + handler;
@@ -129,16 +128,16 @@ void NotificationWindow::CompleteControls() {
 
 void NotificationWindow::ApplyLanguage() {
   ViewWindow::ApplyLanguage();
-  SetCaption(Text(settings_.captionText));
-  for (const auto& [label, number] : captions_) label->setText(Text(number));
+  SetCaption(Shown(settings_.captionText));
+  for (const auto& [label, number] : captions_) label->setText(Shown(number));
   events_->ApplyLanguage();
-  events_->setAccessibleName(Text(settings_.eventsText));
+  events_->setAccessibleName(Shown(settings_.eventsText));
   ShowTestState();
-  ok_->setText(Text(texts::kSettingsOk));
+  ok_->setText(Shown(texts::kSettingsOk));
 }
 
 void NotificationWindow::ShowSettings() {
-  for (const auto& [box, setting] : boxes_) box->setText(QString::fromStdString(*setting));
+  for (const auto& [box, setting] : boxes_) box->setText(Shown(*setting));
   events_->ShowMessages(settings_.enable, settings_.text);
 }
 
@@ -180,7 +179,7 @@ void NotificationWindow::StartTest() {
 
 void NotificationWindow::ShowTestState() {
   const bool running = platform::IsRunning(LastTest(settings_.form));
-  sendTest_->SetText(Text(running ? texts::kPleaseWait : texts::kNotifySendTest));
+  sendTest_->SetText(Shown(running ? texts::kPleaseWait : texts::kNotifySendTest));
   testTimer_.SetInterval(running ? kTestInterval : 0);
 }
 

@@ -25,6 +25,7 @@
 #include "views/kit/controls/choice_list.h"
 #include "views/kit/controls/one_line.h"
 #include "views/kit/controls/picture_button.h"
+#include "views/kit/controls/shown.h"
 #include "views/kit/controls/style.h"
 
 namespace varek {
@@ -73,8 +74,6 @@ constexpr SwitchedDelays kSwitchedDelays[] = {{texts::kSettingsOnMainsFailure,
                                               {texts::kSettingsOnBatteryLow,
                                                {kBatteryLowComputer, kBatteryLowUps},
                                                {kBatteryLowComputerDelay, kBatteryLowUpsDelay}}};
-
-QString Text(size_t number) { return QString::fromStdString(LangText[number]); }
 
 /// Its characters show as asterisks, like the mask of a password that is set. The toolkit takes the
 /// character over only when the sheet of a box that is polished changes.
@@ -166,7 +165,7 @@ QCheckBox* Form14::AddCheck(size_t text) {
 void Form14::MakePort() {
   QFrame* panel = AddPanel(1);
   port_ = new ChoiceList(panel);
-  for (int i = 0; i < kPortChoices; ++i) port_->addItem(QString::fromStdString(PortChoice(i)));
+  for (int i = 0; i < kPortChoices; ++i) port_->addItem(Shown(PortChoice(i)));
   search_ = new PictureButton(panel, QStringLiteral("button"), "form14 Picture1_MouseUp",
                               [this] { SearchPort(); });
   search_->setFixedSize(kSearchSize);
@@ -256,15 +255,14 @@ void Form14::FollowChanges() {
 
 void Form14::ApplyLanguage() {
   ViewWindow::ApplyLanguage();
-  SetCaption(Text(texts::kSettingsCaption));
+  SetCaption(Shown(texts::kSettingsCaption));
   for (const Caption& caption : captions_) {
-    caption.control->setProperty("text", Text(caption.text));
-    if (caption.field) caption.field->setAccessibleName(Text(caption.text));
+    caption.control->setProperty("text", Shown(caption.text));
+    if (caption.field) caption.field->setAccessibleName(Shown(caption.text));
   }
-  search_->SetText(Text(texts::kSettingsSearch));
-  ok_->SetText(Text(texts::kSettingsOk));
-  status_->setText(QString::fromStdString(
-      SettingsMessage[platform::RunsAsService() ? kService : kOrdinaryProgram]));
+  search_->SetText(Shown(texts::kSettingsSearch));
+  ok_->SetText(Shown(texts::kSettingsOk));
+  status_->setText(Shown(SettingsMessage[platform::RunsAsService() ? kService : kOrdinaryProgram]));
 }
 
 void Form14::Form_Resize() {
@@ -308,11 +306,10 @@ void Form14::wheelEvent(QWheelEvent* event) {
 }
 
 void Form14::ShowFields(const SettingsFields& fields) {
-  port_->setCurrentIndex(port_->findText(QString::fromStdString(fields.port)));
+  port_->setCurrentIndex(port_->findText(Shown(fields.port)));
   webOn_->setChecked(fields.webEnabled);
-  webPort_->setText(QString::fromStdString(fields.webPort));
-  for (size_t i = 0; i < kSettingsBoxes; ++i)
-    boxes_[i]->setText(QString::fromStdString(fields.boxes[i]));
+  webPort_->setText(Shown(fields.webPort));
+  for (size_t i = 0; i < kSettingsBoxes; ++i) boxes_[i]->setText(Shown(fields.boxes[i]));
   autoSave_->setChecked(fields.autoSave);
   for (size_t i = 0; i < kDelaySwitches; ++i) delaySwitches_[i]->setChecked(fields.delaysOn[i]);
   eventPopup_->setChecked(fields.eventPopup);
