@@ -10,6 +10,7 @@
 #include "platform/errors/guard.h"
 #include "platform/text/text.h"
 #include "texts/language.h"
+#include "views/kit/controls/keys.h"
 #include "views/kit/controls/one_line.h"
 #include "views/kit/controls/shown.h"
 #include "views/kit/controls/style.h"
@@ -30,8 +31,6 @@ constexpr std::array<size_t, kColumnCount> kHeadings{
     texts::kNotifyHeadEvent, texts::kNotifyHeadSend, texts::kNotifyHeadText};
 
 QString Enabled() { return QStringLiteral("YES"); }
-
-bool IsEnter(int key) { return key == Qt::Key_Return || key == Qt::Key_Enter; }
 
 /// A menu of the edit box, a message box or another program only borrows the focus.
 bool IsLostForGood(const QEvent& event) {
@@ -147,7 +146,7 @@ void EventGrid::AcceptBox() {
 }
 
 bool EventGrid::TakeEditKey(int key) {
-  if (IsEnter(key)) {
+  if (IsEnterKey(key)) {
     AcceptBox();
     return true;
   }
@@ -169,7 +168,7 @@ bool EventGrid::eventFilter(QObject* watched, QEvent* event) {
 
 /// Enter and Space do to the current cell what a click does.
 void EventGrid::keyPressEvent(QKeyEvent* event) {
-  const bool acts = IsEnter(event->key()) || event->key() == Qt::Key_Space;
+  const bool acts = IsClickKey(event->key());
   if (!acts || currentRow() < 0) return QTableWidget::keyPressEvent(event);
   if (event->isAutoRepeat()) return;
   platform::Guarded(name_ + " MSFlexGrid1_KeyPress",

@@ -17,8 +17,10 @@
 #include "platform/text/text.h"
 #include "texts/text_numbers.h"
 #include "views/kit/controls/colors.h"
+#include "views/kit/controls/keys.h"
 #include "views/kit/controls/one_line.h"
 #include "views/kit/controls/picture_button.h"
+#include "views/kit/controls/push_button.h"
 #include "views/kit/controls/shown.h"
 #include "views/kit/controls/style.h"
 
@@ -66,12 +68,9 @@ void NotificationWindow::MakeButtons() {
   sendTest_ = new PictureButton(Client(), QStringLiteral("button"),
                                 Place(settings_.form, "Picture3_MouseUp"), [this] { StartTest(); });
   sendTest_->setFixedSize(kButtonSize);
-  ok_ = new QPushButton(Client());
+  ok_ = MakeButton(Client(), Place(settings_.form, "Command2_Click"), [this] { Accept(); });
   ok_->setFixedSize(kButtonSize.width(),
                     std::max(kButtonSize.height(), LineHeight(*ok_) + kButtonEdges));
-  connect(ok_, &QPushButton::clicked, this, [this] {
-    platform::Guarded(Place(settings_.form, "Command2_Click"), [this] { Accept(); });
-  });
 }
 
 void NotificationWindow::LayoutControls() {
@@ -162,8 +161,7 @@ void NotificationWindow::changeEvent(QEvent* event) {
 
 /// Enter in a box is the OK button.
 void NotificationWindow::keyPressEvent(QKeyEvent* event) {
-  if (event->key() != Qt::Key_Return && event->key() != Qt::Key_Enter)
-    return ViewWindow::keyPressEvent(event);
+  if (!IsEnterKey(event->key())) return ViewWindow::keyPressEvent(event);
   if (!event->isAutoRepeat()) ok_->click();
 }
 

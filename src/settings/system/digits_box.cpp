@@ -5,6 +5,7 @@
 #include <utility>
 
 #include "platform/errors/guard.h"
+#include "views/kit/controls/keys.h"
 
 namespace varek {
 
@@ -17,12 +18,10 @@ DigitsBox::DigitsBox(QWidget* parent, std::string name, char least, int most)
           [this] { platform::Guarded(name_ + "_Change", [this] { KeepTheLast(); }); });
 }
 
-/// Keys that move about or delete carry no character, or one that is none of a text's.
 bool DigitsBox::IsTaken(const QKeyEvent& key) const {
   if (key.matches(QKeySequence::Paste)) return false;
-  if (key.key() == Qt::Key_Backspace || key.key() == Qt::Key_Delete) return true;
-  const QString typed = key.text();
-  return typed.isEmpty() || (typed.at(0) >= QLatin1Char(least_) && typed.at(0) <= QLatin1Char('9'));
+  const auto typed = TypedCharacter(key);
+  return !typed || IsDigitBetween(*typed, least_, '9');
 }
 
 /// What the box drops may still mean something to the window.

@@ -23,6 +23,7 @@
 #include "settings/system/digits_box.h"
 #include "texts/language.h"
 #include "views/kit/controls/choice_list.h"
+#include "views/kit/controls/keys.h"
 #include "views/kit/controls/one_line.h"
 #include "views/kit/controls/picture_button.h"
 #include "views/kit/controls/shown.h"
@@ -291,8 +292,7 @@ void Form14::BringIntoView(const QWidget* control) {
 }
 
 void Form14::keyPressEvent(QKeyEvent* event) {
-  const bool enter = event->key() == Qt::Key_Return || event->key() == Qt::Key_Enter;
-  if (!enter) return ViewWindow::keyPressEvent(event);
+  if (!IsEnterKey(event->key())) return ViewWindow::keyPressEvent(event);
   if (event->isAutoRepeat()) return;
   platform::Post("form14 Picture6_Click", [form = QPointer(this)] {
     if (form) form->Accept();

@@ -12,6 +12,7 @@
 #include "texts/language.h"
 #include "views/kit/controls/bubble.h"
 #include "views/kit/controls/colors.h"
+#include "views/kit/controls/keys.h"
 #include "views/kit/controls/picture_button.h"
 #include "views/kit/controls/picture_view.h"
 #include "views/kit/controls/pictures.h"
@@ -97,11 +98,11 @@ class MenuStrip::ItemView final : public PictureView {
     Leave();
   }
   void keyPressEvent(QKeyEvent* event) override {
-    if (!IsActKey(*event)) return QWidget::keyPressEvent(event);
+    if (!IsClickKey(event->key())) return QWidget::keyPressEvent(event);
     if (!event->isAutoRepeat()) keyDown_ = true;
   }
   void keyReleaseEvent(QKeyEvent* event) override {
-    if (!IsActKey(*event)) return QWidget::keyReleaseEvent(event);
+    if (!IsClickKey(event->key())) return QWidget::keyReleaseEvent(event);
     if (event->isAutoRepeat() || !keyDown_) return;
     keyDown_ = false;
     Open(number_);

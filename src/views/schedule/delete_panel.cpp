@@ -4,7 +4,8 @@
 
 #include "texts/text_numbers.h"
 #include "views/kit/controls/picture_button.h"
-#include "views/schedule/schedule_controls.h"
+#include "views/kit/controls/push_button.h"
+#include "views/kit/controls/shown.h"
 
 namespace varek {
 
@@ -23,19 +24,20 @@ DeletePanel::DeletePanel(QWidget* parent, StickyPanels& panels, size_t number,
     : MovablePanel(parent, "form4 Frame4", panels, number) {
   auto* column = new QVBoxLayout(this);
   column->setContentsMargins(kMargin, kTitleHeight, kMargin, kMargin);
-  for (size_t i = 0; i < Command6.size(); ++i) {
-    Command6[i] = MakeScheduleButton(this, "Command6", [chosen, i] { chosen(kDeleteChoices[i]); });
-    column->addWidget(Command6[i]);
+  for (size_t i = 0; i < choices_.size(); ++i) {
+    choices_[i] =
+        MakeButton(this, "form4 Command6_Click", [chosen, i] { chosen(kDeleteChoices[i]); });
+    column->addWidget(choices_[i]);
   }
   cross_ =
       new PictureButton(this, QStringLiteral("close"), "form4 Frame4_Close", [this] { PutAway(); });
 }
 
 void DeletePanel::ApplyLanguage() {
-  SetTitle(ScheduleText(texts::kDeleteCaption));
-  for (size_t i = 0; i < Command6.size(); ++i) Command6[i]->setText(ScheduleText(kChoiceTexts[i]));
-  cross_->setToolTip(ScheduleText(texts::kCancel));
-  cross_->setAccessibleName(ScheduleText(texts::kCancel));
+  SetTitle(Shown(texts::kDeleteCaption));
+  for (size_t i = 0; i < choices_.size(); ++i) choices_[i]->setText(Shown(kChoiceTexts[i]));
+  cross_->setToolTip(Shown(texts::kCancel));
+  cross_->setAccessibleName(Shown(texts::kCancel));
   layout()->invalidate();
   adjustSize();
   const int margin = (kTitleHeight - kCrossSize) / 2;

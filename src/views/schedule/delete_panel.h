@@ -22,10 +22,10 @@ class DeletePanel final : public MovablePanel {
   /// The captions; the panel takes the size that they need.
   void ApplyLanguage();
   /// By their places in kDeleteChoices.
-  QPushButton& Button(size_t choice) { return *Command6.at(choice); }
+  QPushButton& Button(size_t choice) { return *choices_.at(choice); }
 
  private:
-  std::array<QPushButton*, kDeleteChoices.size()> Command6{};
+  std::array<QPushButton*, kDeleteChoices.size()> choices_{};
   PictureButton* cross_ = nullptr;
 };
 

@@ -12,24 +12,21 @@
 
 #include "core/forms.h"
 #include "scheduler/schedule_edit.h"
-#include "views/kit/windows/design_layout.h"
-#include "views/kit/windows/sticky_panels.h"
-#include "views/kit/windows/view_window.h"
+#include "views/kit/calendar/month_window.h"
 
-class QComboBox;
 class QLabel;
 class QPushButton;
 
 namespace varek {
 
 class DeletePanel;
-class MonthGrid;
 class MovablePanel;
 class PictureView;
 class ScheduleDialog;
 class ScheduleList;
 
-class Form4 final : public ViewWindow {
+/// The window of the schedule.
+class Form4 final : public MonthWindow {
  public:
   static constexpr int kNumber = 4;
   /// Actions that have a picture: all but the cancel mark.
@@ -49,67 +46,49 @@ class Form4 final : public ViewWindow {
   /// Repaints the grid with the table as it stands.
   void reNewTable();
 
-  const SelectedDay& Selected() const { return selected_; }
-  MonthGrid& Month() { return *Picture1; }
-  ScheduleList& Entries() { return *Frame1; }
-  ScheduleDialog& Dialog() { return *Frame2; }
-  DeletePanel& Deleting() { return *Frame4; }
-
- protected:
-  void Form_Resize() override;
+  SelectedDay Selected() const { return {selected_.year, selected_.month, selected_.day}; }
+  MonthGrid& Month() { return *days_; }
+  ScheduleList& Entries() { return *list_; }
+  ScheduleDialog& Dialog() { return *dialog_; }
+  DeletePanel& Deleting() { return *deletePanel_; }
 
  private:
+  void ShowMonth() override;
+  void ClickDay(int day) override;
+  std::vector<const QPixmap*> PicturesOf(int day) const override;
+
   void LoadActionPictures();
-  void MakeChoosers();
   void MakeLegend();
-  void MakeMonth();
   void MakePanels();
   void LayoutControls();
-  void SelectToday();
-  void ReWindow();
-
-  std::vector<const QPixmap*> PicturesOf(int day) const;
-  void ShowSelectedMonth();
   void ShowAfterChange();
   void ShowPanel(MovablePanel& panel);
   void HidePanel(MovablePanel& panel);
   void TitleDialog();
   void CentreDeletePanel();
 
-  void Combo1_Click(int index);
-  void Combo2_Click(int index);
-  void Picture1_Click(int day);
-  void Today_Click();
-  void NewEntry_Click();
-  void Command1_Click();
-  void Command2_Click();
-  void Command3_Click();
-  void Command4_Click();
-  void Command5_Click();
-  void Command6_Click(char choice);
+  void StartNewEntry();
+  void SaveEntry();
+  void HideDialog();
+  void CloseList();
+  void EditSelected();
+  void DeleteSelected();
+  void DeleteBy(char choice);
 
-  std::array<QPixmap, kPictures> ActionPicture;  ///< by place in kActionLetters
+  std::array<QPixmap, kPictures> actionPictures_;  ///< by place in kActionLetters
   MonthTable month_;
-  SelectedDay selected_;
   std::optional<int> edited_;  ///< the entry on which the dialog was opened
   int deleting_ = 0;           ///< the entry that waits in the delete panel
   SelectedDay deletingDay_;    ///< the day from whose list it was taken
   std::string deletingTime_;
-  DesignLayout layout_;
-  StickyPanels panels_;
 
-  QLabel* Label1 = nullptr;
-  QComboBox* Combo1 = nullptr;
-  QComboBox* Combo2 = nullptr;
-  QPushButton* today_ = nullptr;
   QPushButton* newEntry_ = nullptr;
   QWidget* legend_ = nullptr;
-  std::array<PictureView*, kPictures> Picture5{};
-  QLabel* Label6 = nullptr;
-  MonthGrid* Picture1 = nullptr;
-  ScheduleList* Frame1 = nullptr;
-  ScheduleDialog* Frame2 = nullptr;
-  DeletePanel* Frame4 = nullptr;
+  std::array<PictureView*, kPictures> legendPictures_{};
+  QLabel* legendText_ = nullptr;
+  ScheduleList* list_ = nullptr;
+  ScheduleDialog* dialog_ = nullptr;
+  DeletePanel* deletePanel_ = nullptr;
 };
 
 /// The one instance.

@@ -10,7 +10,8 @@
 #include "platform/errors/guard.h"
 #include "texts/language.h"
 #include "views/kit/controls/choice_list.h"
-#include "views/schedule/schedule_controls.h"
+#include "views/kit/controls/push_button.h"
+#include "views/kit/controls/shown.h"
 #include "views/schedule/time_box.h"
 
 namespace varek {
@@ -52,62 +53,62 @@ ScheduleDialog::ScheduleDialog(QWidget* parent, StickyPanels& panels, size_t num
   grid_->setColumnStretch(2, 1);
   MakeFields();
   MakeButtons(std::move(handlers));
-  Combo7_Click();
+  FollowAction();
 }
 
 void ScheduleDialog::MakeFields() {
   for (size_t row = 0; row < kRows; ++row)
     grid_->addWidget(captions_[row] = new QLabel(this), static_cast<int>(row), 0);
-  grid_->addWidget(Text1 = MakeTimeBox(this, "Text1"), 0, 1);
-  grid_->addWidget(Combo7 = MakeList(this, "Combo7", kActions), 1, 1, 1, 2);
-  grid_->addWidget(Combo3 = MakeList(this, "Combo3", kRecurrences), 2, 1, 1, 2);
-  grid_->addWidget(Text2 = MakeTimeBox(this, "Text2"), 3, 1);
-  grid_->addWidget(Combo4 = MakeList(this, "Combo4", kRestartDays), 3, 2);
-  connect(Combo7, &QComboBox::currentIndexChanged, this,
-          [this] { platform::Guarded("form4 Combo7_Click", [this] { Combo7_Click(); }); });
+  grid_->addWidget(time_ = MakeTimeBox(this, "Text1"), 0, 1);
+  grid_->addWidget(actions_ = MakeList(this, "Combo7", kActions), 1, 1, 1, 2);
+  grid_->addWidget(recurrences_ = MakeList(this, "Combo3", kRecurrences), 2, 1, 1, 2);
+  grid_->addWidget(restartTime_ = MakeTimeBox(this, "Text2"), 3, 1);
+  grid_->addWidget(restartDays_ = MakeList(this, "Combo4", kRestartDays), 3, 2);
+  connect(actions_, &QComboBox::currentIndexChanged, this,
+          [this] { platform::Guarded("form4 Combo7_Click", [this] { FollowAction(); }); });
 }
 
 void ScheduleDialog::MakeButtons(Handlers handlers) {
-  Command1 = MakeScheduleButton(this, "Command1", std::move(handlers.save));
-  Command2 = MakeScheduleButton(this, "Command2", std::move(handlers.cancel));
+  save_ = MakeButton(this, "form4 Command1_Click", std::move(handlers.save));
+  cancel_ = MakeButton(this, "form4 Command2_Click", std::move(handlers.cancel));
   auto* row = new QHBoxLayout;
   row->addStretch();
-  row->addWidget(Command1);
-  row->addWidget(Command2);
+  row->addWidget(save_);
+  row->addWidget(cancel_);
   grid_->addLayout(row, int{kRows}, 0, 1, 3);
 }
 
 ScheduleForm ScheduleDialog::Fields() const {
-  return {Text1->Time(), Combo7->currentIndex(), Combo3->currentIndex(), Combo4->currentIndex(),
-          Text2->Time()};
+  return {time_->Time(), actions_->currentIndex(), recurrences_->currentIndex(),
+          restartDays_->currentIndex(), restartTime_->Time()};
 }
 
 void ScheduleDialog::SetFields(const ScheduleForm& form) {
-  Text1->SetTime(form.time);
-  Combo7->setCurrentIndex(form.action);
-  Combo3->setCurrentIndex(form.recurrence);
-  Combo4->setCurrentIndex(form.restartDays);
-  Text2->SetTime(form.restartTime);
+  time_->SetTime(form.time);
+  actions_->setCurrentIndex(form.action);
+  recurrences_->setCurrentIndex(form.recurrence);
+  restartDays_->setCurrentIndex(form.restartDays);
+  restartTime_->SetTime(form.restartTime);
 }
 
 /// Only the two actions with a restart take its time and day.
-void ScheduleDialog::Combo7_Click() {
-  const char letter = kActionLetters[static_cast<size_t>(Combo7->currentIndex())];
+void ScheduleDialog::FollowAction() {
+  const char letter = kActionLetters[static_cast<size_t>(actions_->currentIndex())];
   const bool restarts = letter == 'R' || letter == 'B';
-  Combo4->setEnabled(restarts);
-  Text2->setEnabled(restarts);
+  restartDays_->setEnabled(restarts);
+  restartTime_->setEnabled(restarts);
 }
 
 void ScheduleDialog::ApplyLanguage() {
-  for (size_t row = 0; row < kRows; ++row) captions_[row]->setText(ScheduleText(kRowTexts[row]));
+  for (size_t row = 0; row < kRows; ++row) captions_[row]->setText(Shown(kRowTexts[row]));
   for (int i = 0; i < kActions; ++i)
-    Combo7->setItemText(i, QString::fromStdString(ActionName[static_cast<size_t>(i)]));
+    actions_->setItemText(i, Shown(ActionName[static_cast<size_t>(i)]));
   for (int i = 0; i < kRecurrences; ++i)
-    Combo3->setItemText(i, ScheduleText(texts::kRepeatOnce + static_cast<size_t>(i)));
+    recurrences_->setItemText(i, Shown(texts::kRepeatOnce + static_cast<size_t>(i)));
   for (int i = 0; i < kRestartDays; ++i)
-    Combo4->setItemText(i, ScheduleText(texts::kRestartSameDay + static_cast<size_t>(i)).trimmed());
-  Command1->setText(ScheduleText(texts::kScheduleSave));
-  Command2->setText(ScheduleText(texts::kCancel));
+    restartDays_->setItemText(i, Shown(texts::kRestartSameDay + static_cast<size_t>(i)).trimmed());
+  save_->setText(Shown(texts::kScheduleSave));
+  cancel_->setText(Shown(texts::kCancel));
   grid_->activate();  // The row of buttons within it too.
   adjustSize();
   TellPanels();

@@ -36,17 +36,17 @@ class ScheduleDialog final : public MovablePanel {
 
   void MakeFields();
   void MakeButtons(Handlers handlers);
-  void Combo7_Click();
+  void FollowAction();
 
   QGridLayout* grid_ = nullptr;
   std::array<QLabel*, kRows> captions_{};
-  TimeBox* Text1 = nullptr;
-  QComboBox* Combo7 = nullptr;  ///< actions
-  QComboBox* Combo3 = nullptr;  ///< recurrence
-  TimeBox* Text2 = nullptr;     ///< time of the restart
-  QComboBox* Combo4 = nullptr;  ///< its day
-  QPushButton* Command1 = nullptr;
-  QPushButton* Command2 = nullptr;
+  TimeBox* time_ = nullptr;
+  QComboBox* actions_ = nullptr;      ///< actions
+  QComboBox* recurrences_ = nullptr;  ///< recurrence
+  TimeBox* restartTime_ = nullptr;    ///< time of the restart
+  QComboBox* restartDays_ = nullptr;  ///< its day
+  QPushButton* save_ = nullptr;
+  QPushButton* cancel_ = nullptr;
 };
 
 }  // namespace varek

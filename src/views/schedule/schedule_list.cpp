@@ -8,8 +8,9 @@
 #include <utility>
 
 #include "texts/text_numbers.h"
+#include "views/kit/controls/push_button.h"
+#include "views/kit/controls/shown.h"
 #include "views/kit/controls/style.h"
-#include "views/schedule/schedule_controls.h"
 
 namespace varek {
 
@@ -38,53 +39,53 @@ constexpr std::array<ColumnDesign, 5> kColumns{{{texts::kScheduleHeadTime, 10},
 ScheduleList::ScheduleList(QWidget* parent, StickyPanels& panels, size_t number, Handlers handlers)
     : MovablePanel(parent, "form4 Frame1", panels, number) {
   MakeGrid();
-  Command4 = MakeScheduleButton(this, "Command4", std::move(handlers.edit));
-  Command5 = MakeScheduleButton(this, "Command5", std::move(handlers.remove));
-  Command3 = MakeScheduleButton(this, "Command3", std::move(handlers.close));
+  edit_ = MakeButton(this, "form4 Command4_Click", std::move(handlers.edit));
+  delete_ = MakeButton(this, "form4 Command5_Click", std::move(handlers.remove));
+  close_ = MakeButton(this, "form4 Command3_Click", std::move(handlers.close));
   auto* layout = new QGridLayout(this);
   layout->setContentsMargins(kMargin, kTitleHeight, kMargin, kMargin);
-  layout->addWidget(MSFlexGrid1, 0, 0, 1, 4);
-  layout->addWidget(Command4, 1, 0);
-  layout->addWidget(Command5, 1, 1);
-  layout->addWidget(Command3, 1, 3);
+  layout->addWidget(table_, 0, 0, 1, 4);
+  layout->addWidget(edit_, 1, 0);
+  layout->addWidget(delete_, 1, 1);
+  layout->addWidget(close_, 1, 3);
   layout->setColumnStretch(2, 1);
   resize(kSize);
 }
 
 void ScheduleList::MakeGrid() {
-  MSFlexGrid1 = new QTableWidget(0, static_cast<int>(kColumns.size()), this);
-  MSFlexGrid1->setObjectName(QStringLiteral("MSFlexGrid1"));
-  MSFlexGrid1->setStyleSheet(QStringLiteral("font-size: %1px;").arg(kTextSize));
-  MSFlexGrid1->setEditTriggers(QAbstractItemView::NoEditTriggers);
-  MSFlexGrid1->setSelectionBehavior(QAbstractItemView::SelectRows);
-  MSFlexGrid1->setSelectionMode(QAbstractItemView::SingleSelection);
-  MSFlexGrid1->setHorizontalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
-  MSFlexGrid1->setTabKeyNavigation(false);
-  MSFlexGrid1->verticalHeader()->hide();
-  MSFlexGrid1->verticalHeader()->setDefaultSectionSize(RowHeight(*MSFlexGrid1, kRowHeight));
-  QHeaderView& heads = *MSFlexGrid1->horizontalHeader();
+  table_ = new QTableWidget(0, static_cast<int>(kColumns.size()), this);
+  table_->setObjectName(QStringLiteral("MSFlexGrid1"));
+  table_->setStyleSheet(QStringLiteral("font-size: %1px;").arg(kTextSize));
+  table_->setEditTriggers(QAbstractItemView::NoEditTriggers);
+  table_->setSelectionBehavior(QAbstractItemView::SelectRows);
+  table_->setSelectionMode(QAbstractItemView::SingleSelection);
+  table_->setHorizontalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
+  table_->setTabKeyNavigation(false);
+  table_->verticalHeader()->hide();
+  table_->verticalHeader()->setDefaultSectionSize(RowHeight(*table_, kRowHeight));
+  QHeaderView& heads = *table_->horizontalHeader();
   heads.setHighlightSections(false);
   heads.setStretchLastSection(true);  // It gives way to the scroll bar.
   heads.moveSection(kNumber, 0);
   const int width = kSize.width() - 2 * kMargin;
-  for (int column = 0; column < MSFlexGrid1->columnCount(); ++column)
+  for (int column = 0; column < table_->columnCount(); ++column)
     heads.resizeSection(column, width * kColumns[static_cast<size_t>(column)].percent / 100);
 }
 
 void ScheduleList::ShowEntries(const std::vector<ScheduleEntry>& entries) {
-  MSFlexGrid1->setRowCount(0);
+  table_->setRowCount(0);
   for (const ScheduleEntry& entry : entries) {
     if (entry.number != kHole) AddRow(entry);
   }
 }
 
 void ScheduleList::AddRow(const ScheduleEntry& entry) {
-  const int row = MSFlexGrid1->rowCount();
-  MSFlexGrid1->setRowCount(row + 1);
+  const int row = table_->rowCount();
+  table_->setRowCount(row + 1);
   const auto put = [&](int column, const std::string& text) {
-    auto* item = new QTableWidgetItem(QString::fromStdString(text));
+    auto* item = new QTableWidgetItem(Shown(text));
     item->setToolTip(item->text());
-    MSFlexGrid1->setItem(row, column, item);
+    table_->setItem(row, column, item);
   };
   put(kNumber, std::to_string(entry.number));
   put(kTime, entry.time);
@@ -94,8 +95,8 @@ void ScheduleList::AddRow(const ScheduleEntry& entry) {
 }
 
 QString ScheduleList::SelectedText(int column) const {
-  const auto rows = MSFlexGrid1->selectionModel()->selectedRows();
-  return rows.isEmpty() ? QString() : MSFlexGrid1->item(rows.front().row(), column)->text();
+  const auto rows = table_->selectionModel()->selectedRows();
+  return rows.isEmpty() ? QString() : table_->item(rows.front().row(), column)->text();
 }
 
 std::optional<int> ScheduleList::SelectedNumber() const {
@@ -108,11 +109,11 @@ std::string ScheduleList::SelectedTime() const { return SelectedText(kTime).toSt
 
 void ScheduleList::ApplyLanguage() {
   QStringList heads;
-  for (const ColumnDesign& column : kColumns) heads.append(ScheduleText(column.headText));
-  MSFlexGrid1->setHorizontalHeaderLabels(heads);
-  Command4->setText(ScheduleText(texts::kScheduleEdit));
-  Command5->setText(ScheduleText(texts::kScheduleDelete));
-  Command3->setText(ScheduleText(texts::kScheduleClose));
+  for (const ColumnDesign& column : kColumns) heads.append(Shown(column.headText));
+  table_->setHorizontalHeaderLabels(heads);
+  edit_->setText(Shown(texts::kScheduleEdit));
+  delete_->setText(Shown(texts::kScheduleDelete));
+  close_->setText(Shown(texts::kScheduleClose));
 }
 
 }  // namespace varek

@@ -40,10 +40,10 @@ class ScheduleList final : public MovablePanel {
   void AddRow(const ScheduleEntry& entry);
   QString SelectedText(int column) const;
 
-  QTableWidget* MSFlexGrid1 = nullptr;
-  QPushButton* Command4 = nullptr;
-  QPushButton* Command5 = nullptr;
-  QPushButton* Command3 = nullptr;
+  QTableWidget* table_ = nullptr;
+  QPushButton* edit_ = nullptr;
+  QPushButton* delete_ = nullptr;
+  QPushButton* close_ = nullptr;
 };
 
 }  // namespace varek

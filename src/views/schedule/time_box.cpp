@@ -6,6 +6,8 @@
 
 #include "platform/errors/guard.h"
 #include "platform/storage/query_dialect.h"
+#include "views/kit/controls/keys.h"
+#include "views/kit/controls/shown.h"
 
 namespace varek {
 
@@ -19,7 +21,7 @@ constexpr int kColon = 2;
 
 bool FitsPlace(char key, size_t place) {
   if (place == kColon) return key == ':';
-  return key >= '0' && key <= kHighest[place];
+  return IsDigitBetween(QLatin1Char(key), '0', kHighest[place]);
 }
 
 /// Whatever else can change a field (Delete, the clipboard, its menu) can't leave it without a
@@ -62,7 +64,7 @@ void TimeMask::Backspace() {
 }
 
 TimeBox::TimeBox(QWidget* parent, std::string name)
-    : QLineEdit(QString::fromStdString(TimeMask().text), parent), name_(std::move(name)) {
+    : QLineEdit(Shown(TimeMask().text), parent), name_(std::move(name)) {
   setValidator(new TimesOnly(this));
   setAlignment(Qt::AlignCenter);
 }
@@ -71,19 +73,19 @@ void TimeBox::SetTime(const std::string& time) {
   const auto sortable = platform::SortableDate(time);
   if (!sortable) return;
   const std::string minutes = sortable->substr(0, kHighest.size());
-  if (IsTimeOfDay(minutes)) setText(QString::fromStdString(minutes));
+  if (IsTimeOfDay(minutes)) setText(Shown(minutes));
 }
 
 /// False for a key that is none of the mask's.
 bool TimeBox::HandleKey(const QKeyEvent& event) {
-  const QString typed = event.text();
+  const auto typed = TypedCharacter(event);
   const bool isBack = event.key() == Qt::Key_Backspace;
-  if (!isBack && (typed.size() != 1 || !typed.at(0).isPrint())) return false;
+  if (!isBack && !(typed && typed->isPrint())) return false;
   // A field that was reached by Tab or a double click is selected, and the caret stands at its end.
   const bool startsAnew = hasSelectedText() && !isBack;
   TimeMask mask{text().toStdString(), startsAnew ? selectionStart() : cursorPosition()};
-  isBack ? mask.Backspace() : mask.Type(typed.at(0).toLatin1());
-  setText(QString::fromStdString(mask.text));
+  isBack ? mask.Backspace() : mask.Type(typed->toLatin1());
+  setText(Shown(mask.text));
   setCursorPosition(mask.caret);
   return true;
 }

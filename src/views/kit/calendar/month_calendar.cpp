@@ -5,17 +5,19 @@
 #include <QPainter>
 #include <QPointer>
 #include <algorithm>
-#include <iterator>
 #include <utility>
 
 #include "drawing/palette.h"
 #include "platform/errors/guard.h"
 #include "platform/time/calendar.h"
 #include "platform/time/events.h"
-#include "texts/language.h"
+#include "texts/text_numbers.h"
 #include "views/kit/calendar/calendar_page.h"
+#include "views/kit/calendar/day_keys.h"
 #include "views/kit/calendar/month_choosers.h"
 #include "views/kit/controls/colors.h"
+#include "views/kit/controls/keys.h"
+#include "views/kit/controls/shown.h"
 #include "views/kit/controls/style.h"
 
 namespace varek {
@@ -27,17 +29,6 @@ constexpr int kHeaderHeight = 24;
 constexpr int kButtonWidth = 28;
 constexpr QSize kStartSize{224, 192};
 constexpr QSize kLeastSize{154, 136};
-
-struct DayStep {
-  int key;
-  int days;
-};
-constexpr DayStep kDaySteps[] = {{Qt::Key_Left, -1},
-                                 {Qt::Key_Right, 1},
-                                 {Qt::Key_Up, -kCalendarColumns},
-                                 {Qt::Key_Down, kCalendarColumns}};
-
-QString Shown(const std::string& text) { return QString::fromStdString(text); }
 
 }  // namespace
 
@@ -93,8 +84,8 @@ void MonthCalendar::Nextmonth() {
 }
 
 void MonthCalendar::ApplyLanguage() {
-  previous_.setToolTip(Shown(LangText[texts::kPreviousMonth]));
-  next_.setToolTip(Shown(LangText[texts::kNextMonth]));
+  previous_.setToolTip(Shown(texts::kPreviousMonth));
+  next_.setToolTip(Shown(texts::kNextMonth));
   for (QPushButton* button : {&previous_, &next_}) button->setAccessibleName(button->toolTip());
   update();
 }
@@ -146,15 +137,13 @@ void MonthCalendar::MoveDay(int days) {
 }
 
 bool MonthCalendar::HandleKey(int key) {
-  const auto step = std::find_if(std::begin(kDaySteps), std::end(kDaySteps),
-                                 [key](const DayStep& each) { return each.key == key; });
-  if (step != std::end(kDaySteps)) {
-    MoveDay(step->days);
+  if (const int days = DaysOfArrow(key)) {
+    MoveDay(days);
   } else if (key == Qt::Key_PageUp) {
     Lastmonth();
   } else if (key == Qt::Key_PageDown) {
     Nextmonth();
-  } else if (key == Qt::Key_Return || key == Qt::Key_Enter || key == Qt::Key_Space) {
+  } else if (IsClickKey(key)) {
     Choose();
   } else {
     return false;
@@ -213,7 +202,7 @@ void MonthCalendar::PaintCell(QPainter& painter, int cell) const {
   painter.setPen(ink);
   if (cell < kCalendarColumns) {
     const auto name = static_cast<size_t>(cell);
-    painter.drawText(place, Qt::AlignCenter, Shown(LangText[texts::kHeadSunday + name]));
+    painter.drawText(place, Qt::AlignCenter, Shown(texts::kHeadSunday + name));
   }
   if (day == 0) return;
   painter.drawText(place, Qt::AlignCenter, QString::number(day));

@@ -4,7 +4,8 @@
 #include <QPushButton>
 #include <QSignalBlocker>
 
-#include "texts/language.h"
+#include "texts/text_numbers.h"
+#include "views/kit/controls/shown.h"
 
 namespace varek {
 
@@ -12,9 +13,7 @@ namespace {
 
 constexpr int kMonths = 12;
 
-QString Text(size_t number) { return QString::fromStdString(LangText[number]); }
-
-QString MonthName(int month) { return Text(texts::kJanuary + static_cast<size_t>(month - 1)); }
+QString MonthName(int month) { return Shown(texts::kJanuary + static_cast<size_t>(month - 1)); }
 
 }  // namespace
 
@@ -31,10 +30,10 @@ void SelectMonth(QComboBox& years, QComboBox& months, int year, int month) {
 }
 
 void ApplyChooserLanguage(QComboBox& years, QComboBox& months, QPushButton& today) {
-  years.setPlaceholderText(Text(texts::kChooseYear));
-  years.setToolTip(Text(texts::kChooseYear));
-  months.setToolTip(Text(texts::kChooseMonth));
-  today.setText(Text(texts::kToday));
+  years.setPlaceholderText(Shown(texts::kChooseYear));
+  years.setToolTip(Shown(texts::kChooseYear));
+  months.setToolTip(Shown(texts::kChooseMonth));
+  today.setText(Shown(texts::kToday));
   for (int month = 1; month <= kMonths; ++month) months.setItemText(month - 1, MonthName(month));
 }
 

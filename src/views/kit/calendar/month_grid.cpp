@@ -4,16 +4,18 @@
 #include <QMouseEvent>
 #include <QPainter>
 #include <algorithm>
-#include <iterator>
 #include <utility>
 
 #include "drawing/palette.h"
 #include "platform/errors/guard.h"
 #include "platform/time/calendar.h"
 #include "platform/time/clock.h"
-#include "texts/language.h"
+#include "texts/text_numbers.h"
 #include "views/kit/calendar/calendar_page.h"
+#include "views/kit/calendar/day_keys.h"
 #include "views/kit/controls/colors.h"
+#include "views/kit/controls/keys.h"
+#include "views/kit/controls/shown.h"
 #include "views/kit/controls/style.h"
 
 namespace varek {
@@ -29,17 +31,6 @@ constexpr int kHeadHeight = 22;
 constexpr int kNumberWidth = 24;  ///< of the column in which a cell's number stands
 constexpr int kNumberSize = 13;   ///< pixels
 constexpr int kMargin = 3;
-
-struct DayStep {
-  int key;
-  int days;
-};
-constexpr DayStep kDaySteps[] = {
-    {Qt::Key_Left, -1}, {Qt::Key_Right, 1}, {Qt::Key_Up, -kColumns}, {Qt::Key_Down, kColumns}};
-
-bool IsClickKey(int key) {
-  return key == Qt::Key_Return || key == Qt::Key_Enter || key == Qt::Key_Space;
-}
 
 /// Where part `part` of `parts` equal ones begins, so that each ends where the next one begins.
 int PartOf(int length, int part, int parts) { return length * part / parts; }
@@ -165,10 +156,8 @@ void MonthGrid::MoveFocus(int days) {
 }
 
 bool MonthGrid::HandleKey(int key) {
-  const auto step = std::find_if(std::begin(kDaySteps), std::end(kDaySteps),
-                                 [key](const DayStep& each) { return each.key == key; });
-  if (step != std::end(kDaySteps)) {
-    MoveFocus(step->days);
+  if (const int days = DaysOfArrow(key)) {
+    MoveFocus(days);
   } else if (IsClickKey(key)) {
     Click(focused_);
   } else {
@@ -204,8 +193,7 @@ void MonthGrid::PaintHeads(QPainter& painter) const {
   painter.fillRect(0, 0, width(), kHeadHeight, ToQColor(palette::kPanel));
   painter.setPen(ToQColor(palette::kText));
   for (int column = 0; column < kColumns; ++column) {
-    const QString name =
-        QString::fromStdString(LangText[texts::kHeadSunday + static_cast<size_t>(column)]);
+    const QString name = Shown(texts::kHeadSunday + static_cast<size_t>(column));
     const QRect cell = CellRect(column);
     const QRect room(cell.left(), 0, cell.width(), kHeadHeight);
     painter.setFont(FittingFont(font(), name, room.size()));

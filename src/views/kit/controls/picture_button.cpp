@@ -9,6 +9,7 @@
 #include "drawing/palette.h"
 #include "platform/time/events.h"
 #include "views/kit/controls/colors.h"
+#include "views/kit/controls/keys.h"
 #include "views/kit/controls/pictures.h"
 #include "views/kit/controls/style.h"
 
@@ -20,11 +21,6 @@ constexpr int kTextMargin = 4;
 constexpr double kDisabledOpacity = 0.4;
 
 }  // namespace
-
-bool IsActKey(const QKeyEvent& event) {
-  const int key = event.key();
-  return key == Qt::Key_Space || key == Qt::Key_Return || key == Qt::Key_Enter;
-}
 
 PictureButton::PictureButton(QWidget* parent, const QString& picture, std::string place,
                              std::function<void()> act)
@@ -79,14 +75,14 @@ void PictureButton::mouseReleaseEvent(QMouseEvent* event) {
 void PictureButton::leaveEvent(QEvent*) { ShowPicture(ButtonPicture::Normal); }
 
 void PictureButton::keyPressEvent(QKeyEvent* event) {
-  if (!IsActKey(*event)) return QWidget::keyPressEvent(event);
+  if (!IsClickKey(event->key())) return QWidget::keyPressEvent(event);
   if (event->isAutoRepeat()) return;
   keyDown_ = true;
   ShowPicture(ButtonPicture::Pressed);
 }
 
 void PictureButton::keyReleaseEvent(QKeyEvent* event) {
-  if (!IsActKey(*event)) return QWidget::keyReleaseEvent(event);
+  if (!IsClickKey(event->key())) return QWidget::keyReleaseEvent(event);
   // A key that went down elsewhere, as on the dialog that gave the focus back, is not for us.
   if (event->isAutoRepeat() || !keyDown_) return;
   keyDown_ = false;

@@ -11,9 +11,6 @@
 
 namespace varek {
 
-/// Space, Return and the keypad's Enter act on what has the focus, when they are released.
-bool IsActKey(const QKeyEvent& event);
-
 enum class ButtonPicture { Normal, Hover, Pressed };
 
 class PictureButton : public QWidget {
