@@ -40,7 +40,7 @@ Attempt Deliver(const Delivery& delivery, Mode mode, const LogFile& log) {
   const std::string what = Shortened(delivery.what, kLoggedCharacters);
   std::vector<int> waits = mode == Mode::Event ? delivery.settings.waits : std::vector<int>();
   for (size_t tried = 0;; ++tried) {
-    const Attempt attempt = delivery.attempt();
+    Attempt attempt = delivery.attempt();
     if (attempt.result == Result::Sent) {
       log.Add(what + ": sent");
       return attempt;

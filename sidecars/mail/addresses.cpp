@@ -53,7 +53,7 @@ MailServer ParseServer(const std::string& text) {
 std::string CheckedAddress(const std::string& address, Person whose) {
   const bool sender = whose == Person::Sender;
   const std::string what = sender ? "sender's address" : "recipient's address";
-  const std::string checked = platform::Trim(address);
+  std::string checked = platform::Trim(address);
   if (checked.empty())
     Fail("no " + what + " is set", sender ? Trouble::NoSender : Trouble::NoRecipient);
   std::smatch parts;

@@ -38,7 +38,7 @@ Line LetterLine(Flag& field, char set, char clear) {
 Line SwitchLine(Flag& field) { return LetterLine(field, 'T', 'F'); }
 
 /// Several switches in one line, a letter each; letters that are missing read as clear.
-Line SwitchesLine(std::vector<Flag*> fields) {
+Line SwitchesLine(const std::vector<Flag*>& fields) {
   return {[fields](const std::string& text) {
             for (size_t i = 0; i < fields.size(); ++i) {
               *fields[i] = ToFlag(i < text.size() && text[i] == 'T');
@@ -53,6 +53,7 @@ Line SwitchesLine(std::vector<Flag*> fields) {
 
 Line SwitchesLine(std::array<Flag, kEventCount>& fields) {
   std::vector<Flag*> pointers;
+  pointers.reserve(fields.size());
   for (Flag& field : fields) pointers.push_back(&field);
   return SwitchesLine(pointers);
 }

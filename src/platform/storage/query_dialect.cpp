@@ -60,7 +60,7 @@ std::string TakeTable(std::string_view& text) {
   if (!text.starts_with('[')) return std::string(TakeWord(text));
   const size_t close = text.find(']');
   if (close == std::string_view::npos) FailSyntax(std::string(text));
-  const std::string name(text.substr(1, close - 1));
+  std::string name(text.substr(1, close - 1));
   text.remove_prefix(close + 1);
   return name;
 }

@@ -52,6 +52,7 @@ pid_t Spawn(std::vector<std::string> arguments) {
   // Nobody waits for these programs: the system clears them away when they end.
   std::signal(SIGCHLD, SIG_IGN);
   std::vector<char*> pointers;
+  pointers.reserve(arguments.size() + 1);
   for (std::string& argument : arguments) pointers.push_back(argument.data());
   pointers.push_back(nullptr);
   const SpawnAttributes attributes;

@@ -51,7 +51,8 @@ bool MenuSizes::Tick() {
 std::array<int, kMenuItems> MenuSizes::Lefts(int windowWidth) const {
   const int sum = std::accumulate(sizes_.begin(), sizes_.end() - 1, 0);
   std::array<int, kMenuItems> lefts{};
-  lefts[0] = platform::RoundToInt16(windowWidth / 2 - sum / 2.0);
+  const int middle = windowWidth / 2;
+  lefts[0] = platform::RoundToInt16(middle - sum / 2.0);
   for (size_t item = 1; item < kMenuItems; ++item) lefts[item] = lefts[item - 1] + sizes_[item - 1];
   return lefts;
 }

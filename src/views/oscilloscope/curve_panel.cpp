@@ -38,7 +38,7 @@ platform::Color SwitchColor(int index) {
 }  // namespace
 
 CurvePanel::CurvePanel(QWidget* parent, StickyPanels& panels, size_t number,
-                       std::function<void()> clicked)
+                       const std::function<void()>& clicked)
     : MovablePanel(parent, "form3 Picture7", panels, number),
       rowHeight_(RowHeight(*this, kLeastRowHeight)) {
   for (int i = 0; i < kScopeSwitches; ++i) {

@@ -14,7 +14,8 @@ namespace varek {
 class CurvePanel final : public MovablePanel {
  public:
   /// Panel `number` of `panels`. `clicked` runs guarded after a click on any box.
-  CurvePanel(QWidget* parent, StickyPanels& panels, size_t number, std::function<void()> clicked);
+  CurvePanel(QWidget* parent, StickyPanels& panels, size_t number,
+             const std::function<void()>& clicked);
 
   void ApplyLanguage();
   /// Takes out the curves that the unit does not measure; those behind move up into their places.

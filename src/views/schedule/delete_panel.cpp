@@ -20,7 +20,7 @@ constexpr std::array<size_t, kDeleteChoices.size()> kChoiceTexts{
 }  // namespace
 
 DeletePanel::DeletePanel(QWidget* parent, StickyPanels& panels, size_t number,
-                         std::function<void(char choice)> chosen)
+                         const std::function<void(char choice)>& chosen)
     : MovablePanel(parent, "form4 Frame4", panels, number) {
   auto* column = new QVBoxLayout(this);
   column->setContentsMargins(kMargin, kTitleHeight, kMargin, kMargin);

@@ -17,7 +17,7 @@ class DeletePanel final : public MovablePanel {
   /// `chosen` runs guarded with one of kDeleteChoices. The cross in the title puts the panel away
   /// and deletes nothing.
   DeletePanel(QWidget* parent, StickyPanels& panels, size_t number,
-              std::function<void(char choice)> chosen);
+              const std::function<void(char choice)>& chosen);
 
   /// The captions; the panel takes the size that they need.
   void ApplyLanguage();

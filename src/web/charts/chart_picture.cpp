@@ -86,8 +86,8 @@ void DrawExtents(const Extents& columns, Surface& plot, Color color) {
   for (size_t column = 0; column < columns.size(); ++column) {
     const auto [top, bottom] = columns[column];
     if (top > bottom) continue;
-    plot.Fill({static_cast<double>(column) - kCurveWidth / 2, top - kCurveWidth / 2.0, kCurveWidth,
-               bottom - top + kCurveWidth},
+    plot.Fill({static_cast<double>(column) - kCurveWidth / 2.0, top - kCurveWidth / 2.0,
+               kCurveWidth, bottom - top + kCurveWidth},
               color);
   }
 }
@@ -164,8 +164,9 @@ Surface NoDataPicture(const ChartShape& shape) {
   picture.Rectangle({0, 0, shape.width - 1.0, shape.height - 1.0}, palette::kPanelEdge);
   picture.SetTextColor(palette::kText);
   const std::string& text = LangText[texts::kNoDataForDay];
-  picture.Text((shape.width - picture.TextWidth(text)) / 2,
-               (shape.height - picture.TextHeight()) / 2, text);
+  const int left = (shape.width - picture.TextWidth(text)) / 2;
+  const int top = (shape.height - picture.TextHeight()) / 2;
+  picture.Text(left, top, text);
   return picture;
 }
 

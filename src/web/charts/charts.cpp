@@ -33,7 +33,7 @@ HourSamples ReadLastHour(LastHourChart chart, const SampleWindow& window) {
   static std::optional<Reading> handedOn;
   std::optional<Reading> former = std::exchange(handedOn, std::nullopt);
   if (chart == LastHourChart::Temperature && former && former->window == window) {
-    return std::move(former->samples);
+    return former->samples;
   }
   HourSamples samples = ReadSamples(window);
   if (chart == LastHourChart::Battery) handedOn = Reading{window, samples};

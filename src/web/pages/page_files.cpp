@@ -59,8 +59,7 @@ std::string WebPath(const std::string& name) {
   // A name that ends in a folder would find the file before it, under a name that is no page's.
   if (name.ends_with('\\') || name.ends_with("\\.")) Refuse("a folder's name");
   const std::string folder = platform::ProgramPath("\\" + DataCenter.settings.WebLanguageFolder);
-  const std::string path =
-      platform::ProgramPath("\\" + DataCenter.settings.WebLanguageFolder + name);
+  std::string path = platform::ProgramPath("\\" + DataCenter.settings.WebLanguageFolder + name);
   if (!LiesIn(path, folder)) Refuse("the name leaves the language folder");
   return path;
 }
