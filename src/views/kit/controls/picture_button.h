@@ -13,7 +13,7 @@ namespace varek {
 
 enum class ButtonPicture { Normal, Hover, Pressed };
 
-class PictureButton : public QWidget {
+class PictureButton final : public QWidget {
  public:
   /// The three pictures are `\image\<picture>0.jpg` to `2.jpg`, stretched to the button's size,
   /// which is at first the picture's. A missing one throws RuntimeError 53. `act` runs guarded, as
