@@ -205,16 +205,7 @@ TEST_F(DashboardRules, NeedlesPointAtTheTicksOfTheirReadings) {
   }
 }
 
-TEST_F(DashboardRules, ButtonsCommandTheUnit) {
-  const std::pair<ControlButton, const char*> commands[] = {{kShortTest, "T"},
-                                                            {kTestUntilBatteryLow, "TL"},
-                                                            {kCancelTest, "CT"},
-                                                            {kCancelShutdowns, "C"}};
-  DataCenter.readings.OutputVoltage = 220;
-  for (const auto& [button, command] : commands) {
-    PressControl(button);
-    EXPECT_EQ(Link.PendingCommand, command);
-  }
+TEST_F(DashboardRules, ShutdownButtonsStartTheirOwnCountdown) {
   DataCenter.readings.OutputVoltage = 0;
   Link.PendingCommand.clear();
   PressControl(kCancelShutdowns);

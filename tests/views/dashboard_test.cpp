@@ -76,9 +76,19 @@ TEST_F(DashboardTest, ItsButtonsActAndItsMenuOpensTheWindows) {
       {"Language", 7},     {"System settings", 14}, {"UPS schedule", 4},
       {"Event log", 6},    {"Data history", 2},     {"Oscilloscope", 3},
       {"SMS settings", 9}, {"E-mail settings", 5},  {"Web login log", 15}};
+  const std::pair<const char*, const char*> commands[] = {{"10-second battery test", "T"},
+                                                          {"Battery test until low", "TL"},
+                                                          {"Cancel battery test", "CT"},
+                                                          {"Cancel shutdown", "C"}};
   Form1& form = Open();
-  Click(Saying<PictureButton>(form, "Battery test until low"));
-  EXPECT_EQ(Link.PendingCommand, "TL");
+  DataCenter.readings.OutputVoltage = 220;
+  Click(Saying<PictureButton>(form, "Shut down computer"));
+  EXPECT_TRUE(DataCenter.FormOpen[10]);
+  for (const auto& [button, command] : commands) {
+    Click(Saying<PictureButton>(form, button));
+    EXPECT_EQ(Link.PendingCommand, command);
+  }
+  EXPECT_FALSE(DataCenter.FormOpen[10]);
   for (const auto& [item, opened] : cases) {
     Click(Saying(form, item));
     EXPECT_TRUE(DataCenter.FormOpen[opened]) << item;
