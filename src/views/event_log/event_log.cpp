@@ -7,21 +7,14 @@
 #include <QPushButton>
 #include <QTableWidget>
 #include <QVBoxLayout>
-#include <algorithm>
-#include <functional>
 #include <string>
-#include <utility>
 
 #include "drawing/palette.h"
-#include "platform/errors/guard.h"
-#include "platform/time/calendar.h"
-#include "platform/time/clock.h"
-#include "views/kit/calendar/month_choosers.h"
 #include "views/kit/calendar/month_grid.h"
 #include "views/kit/controls/bubble.h"
-#include "views/kit/controls/choice_list.h"
 #include "views/kit/controls/picture_button.h"
 #include "views/kit/controls/pictures.h"
+#include "views/kit/controls/push_button.h"
 #include "views/kit/controls/shown.h"
 #include "views/kit/controls/style.h"
 #include "views/kit/windows/movable_panel.h"
@@ -33,17 +26,15 @@ namespace {
 // Places are those in a client area of the start size.
 constexpr QSize kStartSize{900, 580};
 constexpr QSize kLeastSize{790, 490};
-constexpr QRect kHeaderPlace{12, 10, 216, 28};
-constexpr QRect kYearPlace{236, 10, 140, 28};
-constexpr QRect kMonthPlace{384, 10, 120, 28};
-constexpr QRect kTodayPlace{512, 10, 108, 28};
-constexpr QRect kGridPlace{12, 48, 608, 520};
+constexpr MonthPlaces kPlaces{.title{12, 10, 216, 28},
+                              .years{236, 10, 140, 28},
+                              .months{384, 10, 120, 28},
+                              .today{512, 10, 108, 28},
+                              .days{12, 48, 608, 520}};
 constexpr QRect kTypesPlace{632, 10, 256, 558};
 /// The day list keeps its size in a window of any size.
 constexpr QRect kListPlace{150, 262, 372, 294};
 
-constexpr int kHeaderSize = 18;   ///< pixels, of its letters
-constexpr int kTodayHeight = 28;  ///< in the lowest window too: Chinese letters are high
 constexpr int kCloseSize = 20;
 constexpr int kTimeWidth = 150;
 constexpr int kRowHeight = 22;
@@ -53,14 +44,6 @@ constexpr std::array<size_t, 2> kColumnHeads{texts::kEventLogTime, texts::kEvent
 constexpr DayColors kPlainDay{{255, 255, 255}, palette::kFace};
 constexpr DayColors kToday{{255, 255, 255}, {0, 110, 200}};
 constexpr DayColors kSelectedDay{{111, 127, 255}, {255, 255, 255}};
-
-/// `act` runs guarded, as the handler `place`.
-QPushButton* MakeButton(QWidget* parent, const char* place, std::function<void()> act) {
-  auto* button = new QPushButton(parent);
-  QObject::connect(button, &QPushButton::clicked, parent,
-                   [place, act = std::move(act)] { platform::Guarded(place, act); });
-  return button;
-}
 
 Panel PanelOf(const QRect& place) {
   return {place.x(), place.y(), place.width(), place.height(), true};
@@ -76,11 +59,10 @@ FormSlot<Form6>& EventLog() {
 void ShowEventLog() { EventLog().Get().ShowAndRaise(); }
 
 Form6::Form6()
-    : ViewWindow(kNumber, kStartSize, kLeastSize),
-      panels_({PanelOf(kListPlace)}, WhenResized::StayInside) {
+    : MonthWindow(kNumber, kStartSize, kLeastSize, {PanelOf(kListPlace)}, WhenResized::StayInside) {
   LoadEventPictures();
-  MakeChoosers();
-  MakeMonth();
+  MakeDays({kPlainDay, kToday, kSelectedDay});
+  days_->OnHover([this](int day, int picture) { PictureHovered(day, picture); });
   MakeTypes();
   MakeDayList();
   bubble_ = new Bubble(Client());
@@ -89,41 +71,18 @@ Form6::Form6()
   DataCenter.FormOpen[kNumber] = kSet;
   ShowMonth();
   LayoutControls();
-  month_->setFocus();
+  days_->setFocus();
 }
 
 /// The controls outlive this part of the window, and the toolkit lets the pointer leave them then.
 Form6::~Form6() {
-  month_->OnHover({});
+  days_->OnHover({});
   DataCenter.FormOpen[kNumber] = kClear;
 }
 
 void Form6::LoadEventPictures() {
   for (size_t i = 0; i < eventPictures_.size(); ++i)
     eventPictures_[i] = LoadPicture("EventPic" + std::to_string(i + 1) + ".jpg");
-}
-
-void Form6::MakeChoosers() {
-  monthTitle_ = new QLabel(Client());
-  monthTitle_->setStyleSheet(
-      QStringLiteral("font-size: %1px; font-weight: bold;").arg(kHeaderSize));
-  years_ = new ChoiceList(Client());
-  months_ = new ChoiceList(Client());
-  FillMonthChoosers(*years_, *months_);
-  connect(years_, &QComboBox::currentIndexChanged, this, [this](int index) {
-    platform::Guarded("form6 Combo1_Click", [this, index] { YearChosen(index); });
-  });
-  connect(months_, &QComboBox::currentIndexChanged, this, [this](int index) {
-    platform::Guarded("form6 Combo2_Click", [this, index] { MonthChosen(index); });
-  });
-  todayButton_ = MakeButton(Client(), "form6 Today_Click", [this] { ShowToday(); });
-  todayButton_->setMinimumHeight(kTodayHeight);
-}
-
-void Form6::MakeMonth() {
-  month_ = new MonthGrid(Client(), "form6 Picture1", {kPlainDay, kToday, kSelectedDay});
-  month_->OnClick([this](int day) { DayClicked(day); });
-  month_->OnHover([this](int day, int picture) { PictureHovered(day, picture); });
 }
 
 /// The boxes are the key to the pictures as well.
@@ -151,6 +110,8 @@ void Form6::MakeTypes() {
 void Form6::MakeDayList() {
   dayPanel_ = new MovablePanel(Client(), "form6 Frame2", panels_, 0);
   dayPanel_->OnPutAway([this] { CloseDayList(); });
+  AddPanel(*dayPanel_);
+  dayPanel_->setObjectName(QString());  // It keeps a frame of its own, not the style's.
   dayPanel_->setFrameShape(QFrame::Box);
   dayPanel_->setAutoFillBackground(true);
   dayPanel_->setGeometry(kListPlace);
@@ -179,20 +140,9 @@ void Form6::MakeDayClose() {
   dayClose_->setGeometry(dayPanel_->width() - kCloseSize - margin, margin, kCloseSize, kCloseSize);
 }
 
-/// The list of years ends before today. Such a year can't be chosen and none is selected, but its
-/// month is shown all the same until another year is chosen.
-void Form6::SelectToday() {
-  const platform::DateTime now = platform::Now();
-  shownYear_ = now.year;
-  shownMonth_ = now.month;
-  selectedDay_ = now.day;
-  SelectMonth(*years_, *months_, now.year, now.month);
-}
-
 void Form6::ApplyLanguage() {
-  ViewWindow::ApplyLanguage();
+  MonthWindow::ApplyLanguage();
   SetCaption(Shown(texts::kEventLogCaption));
-  ApplyChooserLanguage(*years_, *months_, *todayButton_);
   typesHead_->setText(Shown(texts::kEventLogTypes));
   for (size_t i = 0; i < typeBoxes_.size(); ++i) typeBoxes_[i]->setText(Shown(EventText[i]));
   dayClose_->setToolTip(Shown(texts::kEventLogClose));
@@ -209,33 +159,15 @@ void Form6::ApplyLanguage() {
 }
 
 void Form6::LayoutControls() {
-  monthTitle_->setGeometry(kHeaderPlace);
-  years_->setGeometry(kYearPlace);
-  months_->setGeometry(kMonthPlace);
-  todayButton_->setGeometry(kTodayPlace);
-  month_->setGeometry(kGridPlace);
   typesFrame_->setGeometry(kTypesPlace);
-  layout_.Resizeinit(Client()->size(),
-                     {monthTitle_, years_, months_, todayButton_, month_, typesFrame_});
+  LayoutMonth(kPlaces, {typesFrame_});
   Form_Resize();
-}
-
-void Form6::Form_Resize() {
-  layout_.Apply(Client()->size());
-  ReWindow();
-}
-
-void Form6::ReWindow() {
-  panels_.SetClientSize(Client()->width(), Client()->height());
-  panels_.ReWindow();
-  dayPanel_->FollowPanels();
 }
 
 /// The list of a day of the former month goes with it.
 void Form6::ShowMonth() {
   dayPanel_->hide();
-  selectedDay_ = std::min(selectedDay_, platform::DaysInMonth(shownYear_, shownMonth_));
-  if (!events_.reloadmon(shownYear_, shownMonth_)) Tell("DATA EVENT ERROR");
+  if (!events_.reloadmon(selected_.year, selected_.month)) Tell("DATA EVENT ERROR");
   renewdatetable();
 }
 
@@ -245,35 +177,12 @@ std::vector<const QPixmap*> Form6::PicturesOf(int day) const {
   return pictures;
 }
 
-void Form6::renewdatetable() {
-  monthTitle_->setText(MonthTitle(shownYear_, shownMonth_));
-  month_->ShowMonth(shownYear_, shownMonth_);
-  month_->SelectDay(selectedDay_);
-  for (int day = 1; day <= platform::DaysInMonth(shownYear_, shownMonth_); ++day)
-    month_->SetPictures(day, PicturesOf(day));
-}
+void Form6::renewdatetable() { RepaintMonth(); }
 
-void Form6::ShowToday() {
-  SelectToday();
-  ShowMonth();
-}
-
-void Form6::YearChosen(int index) {
-  if (index < 0) return;
-  shownYear_ = kFirstChooserYear + index;
-  ShowMonth();
-}
-
-void Form6::MonthChosen(int index) {
-  if (index < 0) return;
-  shownMonth_ = index + 1;
-  ShowMonth();
-}
-
-void Form6::DayClicked(int day) {
-  selectedDay_ = day;
+void Form6::ClickDay(int day) {
+  selected_.day = day;
   renewdatetable();
-  dayPanel_->SetTitle(QStringLiteral("%1/%2/%3").arg(shownYear_).arg(shownMonth_).arg(day));
+  dayPanel_->SetTitle(QStringLiteral("%1/%2/%3").arg(selected_.year).arg(selected_.month).arg(day));
   FillDayList();
   dayPanel_->show();
   dayPanel_->raise();
@@ -287,7 +196,7 @@ EventKinds Form6::CheckedKinds() const {
 }
 
 void Form6::FillDayList() {
-  const auto events = events_.Listed(selectedDay_, CheckedKinds());
+  const auto events = events_.Listed(selected_.day, CheckedKinds());
   dayEvents_->setRowCount(0);  // The rows of another day leave neither selection nor position.
   dayEvents_->setRowCount(static_cast<int>(events.size()));
   for (int row = 0; row < dayEvents_->rowCount(); ++row) {
@@ -296,7 +205,7 @@ void Form6::FillDayList() {
     dayEvents_->setItem(row, 0, new QTableWidgetItem(Shown(event.time)));
     dayEvents_->setItem(row, 1, new QTableWidgetItem(Shown(words)));
   }
-  const bool empty = events_.CountOf(selectedDay_) == 0;
+  const bool empty = events_.CountOf(selected_.day) == 0;
   dayCount_->setText(
       empty ? Shown(texts::kEventLogNoEvents)
             : QStringLiteral("%1: %2").arg(Shown(texts::kEventLogCount)).arg(events.size()));
@@ -305,15 +214,15 @@ void Form6::FillDayList() {
 void Form6::PictureHovered(int day, int picture) {
   if (picture < 0) return bubble_->hide();
   const auto index = static_cast<size_t>(picture);
-  const QPoint corner = month_->PictureRects(day).at(index).bottomRight();
+  const QPoint corner = days_->PictureRects(day).at(index).bottomRight();
   bubble_->ShowText(EventText.at(events_.KindsOf(day).at(index)),
-                    month_->mapToParent(corner + QPoint(1, 1)));
+                    days_->mapToParent(corner + QPoint(1, 1)));
 }
 
 /// The keyboard goes on in the month, and not in a chooser that the next key would turn.
 void Form6::CloseDayList() {
   dayPanel_->hide();
-  month_->setFocus();
+  days_->setFocus();
 }
 
 void Form6::CheckAll(bool checked) {

@@ -10,12 +10,9 @@
 #include "core/data_center.h"
 #include "core/forms.h"
 #include "views/event_log/event_month.h"
-#include "views/kit/windows/design_layout.h"
-#include "views/kit/windows/sticky_panels.h"
-#include "views/kit/windows/view_window.h"
+#include "views/kit/calendar/month_window.h"
 
 class QCheckBox;
-class QComboBox;
 class QFrame;
 class QLabel;
 class QPushButton;
@@ -24,12 +21,11 @@ class QTableWidget;
 namespace varek {
 
 class Bubble;
-class MonthGrid;
 class MovablePanel;
 class PictureButton;
 
 /// The event log's window.
-class Form6 final : public ViewWindow {
+class Form6 final : public MonthWindow {
  public:
   static constexpr int kNumber = 6;
 
@@ -39,47 +35,28 @@ class Form6 final : public ViewWindow {
 
   void ApplyLanguage();
 
- protected:
-  void Form_Resize() override;
-
  private:
+  void ShowMonth() override;
+  void ClickDay(int day) override;
+  std::vector<const QPixmap*> PicturesOf(int day) const override;
+
   void LoadEventPictures();
-  void MakeChoosers();
-  void MakeMonth();
   void MakeTypes();
   void MakeDayList();
   void MakeDayClose();
   void LayoutControls();
 
-  void SelectToday();
-  void ShowMonth();
   void renewdatetable();
   void FillDayList();
-  std::vector<const QPixmap*> PicturesOf(int day) const;
   EventKinds CheckedKinds() const;
   void CheckAll(bool checked);
-  void ReWindow();
 
-  void ShowToday();
-  void YearChosen(int index);
-  void MonthChosen(int index);
-  void DayClicked(int day);
   void PictureHovered(int day, int picture);
   void CloseDayList();
 
   std::array<QPixmap, kEventCount> eventPictures_;  ///< by event number less one
   EventMonth events_;
-  int shownYear_ = 0;
-  int shownMonth_ = 0;   ///< 1 to 12
-  int selectedDay_ = 0;  ///< 1 to 31
-  DesignLayout layout_;
-  StickyPanels panels_;  ///< the day list alone
 
-  QLabel* monthTitle_ = nullptr;
-  QComboBox* years_ = nullptr;
-  QComboBox* months_ = nullptr;
-  QPushButton* todayButton_ = nullptr;
-  MonthGrid* month_ = nullptr;
   QFrame* typesFrame_ = nullptr;
   QLabel* typesHead_ = nullptr;
   std::array<QCheckBox*, kEventCount> typeBoxes_{};

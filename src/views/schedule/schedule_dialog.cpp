@@ -29,16 +29,15 @@ constexpr int kActions = int{kMarkAction};
 constexpr int kRecurrences = 4;
 constexpr int kRestartDays = 7;
 
-QComboBox* MakeList(QWidget* parent, const char* name, int items) {
+QComboBox* MakeList(QWidget* parent, int items) {
   auto* list = new ChoiceList(parent);
-  list->setObjectName(QString::fromLatin1(name));
   for (int i = 0; i < items; ++i) list->addItem(QString());
   return list;
 }
 
+/// Errors are reported under `name`.
 TimeBox* MakeTimeBox(QWidget* parent, const char* name) {
-  auto* box = new TimeBox(parent, std::string("form4 ") + name);
-  box->setObjectName(QString::fromLatin1(name));
+  auto* box = new TimeBox(parent, name);
   box->setFixedWidth(kTimeWidth);
   return box;
 }
@@ -59,11 +58,11 @@ ScheduleDialog::ScheduleDialog(QWidget* parent, StickyPanels& panels, size_t num
 void ScheduleDialog::MakeFields() {
   for (size_t row = 0; row < kRows; ++row)
     grid_->addWidget(captions_[row] = new QLabel(this), static_cast<int>(row), 0);
-  grid_->addWidget(time_ = MakeTimeBox(this, "Text1"), 0, 1);
-  grid_->addWidget(actions_ = MakeList(this, "Combo7", kActions), 1, 1, 1, 2);
-  grid_->addWidget(recurrences_ = MakeList(this, "Combo3", kRecurrences), 2, 1, 1, 2);
-  grid_->addWidget(restartTime_ = MakeTimeBox(this, "Text2"), 3, 1);
-  grid_->addWidget(restartDays_ = MakeList(this, "Combo4", kRestartDays), 3, 2);
+  grid_->addWidget(time_ = MakeTimeBox(this, "form4 Text1"), 0, 1);
+  grid_->addWidget(actions_ = MakeList(this, kActions), 1, 1, 1, 2);
+  grid_->addWidget(recurrences_ = MakeList(this, kRecurrences), 2, 1, 1, 2);
+  grid_->addWidget(restartTime_ = MakeTimeBox(this, "form4 Text2"), 3, 1);
+  grid_->addWidget(restartDays_ = MakeList(this, kRestartDays), 3, 2);
   connect(actions_, &QComboBox::currentIndexChanged, this,
           [this] { platform::Guarded("form4 Combo7_Click", [this] { FollowAction(); }); });
 }

@@ -54,7 +54,6 @@ ScheduleList::ScheduleList(QWidget* parent, StickyPanels& panels, size_t number,
 
 void ScheduleList::MakeGrid() {
   table_ = new QTableWidget(0, static_cast<int>(kColumns.size()), this);
-  table_->setObjectName(QStringLiteral("MSFlexGrid1"));
   table_->setStyleSheet(QStringLiteral("font-size: %1px;").arg(kTextSize));
   table_->setEditTriggers(QAbstractItemView::NoEditTriggers);
   table_->setSelectionBehavior(QAbstractItemView::SelectRows);
