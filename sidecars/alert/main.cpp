@@ -11,6 +11,7 @@
 #include "platform/errors/runtime_error.h"
 #include "platform/time/clock.h"
 #include "platform/toolkit/application.h"
+#include "platform/toolkit/display.h"
 
 namespace {
 

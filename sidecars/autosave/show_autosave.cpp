@@ -10,6 +10,7 @@
 #include "platform/errors/runtime_error.h"
 #include "platform/system/paths.h"
 #include "platform/toolkit/application.h"
+#include "platform/toolkit/display.h"
 
 namespace {
 

@@ -2,6 +2,8 @@
 
 #include <map>
 
+#include "core/data_center.h"
+
 namespace varek {
 
 namespace {
@@ -18,6 +20,11 @@ FormEntry* Find(int number) {
 
 FormEntry::FormEntry(int number) : number_(number) { Entries()[number] = this; }
 FormEntry::~FormEntry() { Entries().erase(number_); }
+
+void FormEntry::NoteOpen(bool open) const {
+  const auto index = static_cast<size_t>(number_);
+  if (index < DataCenter.FormOpen.size()) DataCenter.FormOpen[index] = ToFlag(open);
+}
 
 void UnloadForm(int number) {
   if (FormEntry* entry = Find(number)) entry->Unload();

@@ -20,6 +20,10 @@ class FormEntry {
   virtual void Unload() = 0;
   virtual void ApplyLanguage() = 0;
 
+ protected:
+  /// Keeps FormOpen of the window, which other modules ask.
+  void NoteOpen(bool open) const;
+
  private:
   int number_;
 };
@@ -39,10 +43,16 @@ class FormSlot final : public FormEntry {
   bool IsLoaded() const override { return form_ != nullptr; }
   /// Loads the window if it is not loaded.
   Form& Get() {
-    if (!form_) form_ = std::make_unique<Form>();
+    if (form_) return *form_;
+    form_ = std::make_unique<Form>();
+    NoteOpen(true);
     return *form_;
   }
-  void Unload() override { form_.reset(); }
+  void Unload() override {
+    if (!form_) return;
+    NoteOpen(false);
+    form_.reset();
+  }
   void ApplyLanguage() override {
     if (form_) form_->ApplyLanguage();
   }

@@ -5,11 +5,12 @@
 #include "core/data_center.h"
 #include "core/journal.h"
 #include "core/link_record.h"
+#include "core/unit_commands.h"
 #include "link/protocol.h"
 #include "link/usb_link.h"
 #include "platform/errors/guard.h"
 #include "platform/text/text.h"
-#include "records/events.h"
+#include "records/event_record.h"
 
 namespace varek {
 
@@ -34,11 +35,11 @@ int32_t Minutes(std::string_view digits) {
 /// On USB the arguments of a shutdown command travel beside it.
 void SendUsbCommand(const std::string& command) {
   constexpr size_t kShortestWithRestart = 6;
-  if (!command.starts_with('S')) {
+  if (!IsShutdownCommand(command)) {
     SentCommand(command);
   } else if (command.size() < kShortestWithRestart) {
     Usb.ShutdownDelay = Minutes(platform::Middle(command, 2));
-    SentCommand("S");
+    SentCommand(commands::kShutdown);
   } else {
     Usb.ShutdownDelayLong = Minutes(platform::Middle(command, 2, 2));
     Usb.RestartDelay = Minutes(platform::Middle(command, 5, 4));
@@ -68,9 +69,9 @@ void PollCycle::SendTimer_Timer() {
 void PollCycle::SendSerial() {
   if (Link.LinkUp == 0) {
     if (!Link.MSComm1.PortOpen()) Link.MSComm1.Open();
-    SendLine("Q1");
+    SendLine(commands::kStatus);
   } else if (Phase == 0) {
-    SendLine("Q1");
+    SendLine(commands::kStatus);
     Phase = 1;
   } else {
     SendSpareCommand();
@@ -84,16 +85,16 @@ void PollCycle::SendSpareCommand() {
     SendLine(platform::Trim(Link.PendingCommand));
     Link.PendingCommand.clear();
   } else if (DataCenter.ratings.RatingVoltage == 0) {
-    SendLine("F");
+    SendLine(commands::kRating);
   } else if (IdentificationIsEmpty()) {
-    SendLine("I");
+    SendLine(commands::kIdentification);
   }
 }
 
 void PollCycle::SendUsb() {
   if (Link.LinkUp == 1) return;  // The whole exchange belongs to the receive step.
   if (Link.UsbOpen == 0) Action();
-  LastReply = SentCommand("Q1");
+  LastReply = SentCommand(commands::kStatus);
   if (LastReply.starts_with('(')) BringLinkUp();
 }
 
@@ -162,7 +163,7 @@ void PollCycle::ReceiveUsb() {
 }
 
 void PollCycle::ReceiveUsbStatus() {
-  LastReply = SentCommand("Q1");
+  LastReply = SentCommand(commands::kStatus);
   if (LastReply.starts_with('(')) {
     MissCount = 0;
     BringLinkUp();

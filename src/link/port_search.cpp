@@ -4,6 +4,7 @@
 
 #include "core/journal.h"
 #include "core/link_record.h"
+#include "core/unit_commands.h"
 #include "link/protocol.h"
 #include "link/usb_link.h"
 #include "platform/errors/guard.h"
@@ -48,7 +49,7 @@ std::string AskUsb() {
   while (!IsAnswer(reply) && elapsed <= kUsbMilliseconds && !Link.ExitRequested) {
     if (elapsed % kUsbAskInterval == 0) {
       OpenUsb();
-      reply = SentCommand("Q1");
+      reply = SentCommand(commands::kStatus);
     }
     Show(Display().progress, static_cast<double>(elapsed) / kUsbMilliseconds * kUsbShare);
     platform::SpinEvents();
@@ -71,7 +72,7 @@ void OpenSearchPort(int number) {
   port.SetCommPort(number);
   platform::Guarded(places::kSearchOpen, [&port] {
     port.Open();
-    port.Output("Q1\r");
+    port.Output(commands::kStatus + std::string("\r"));
   });
 }
 

@@ -3,10 +3,11 @@
 #include <algorithm>
 #include <optional>
 
+#include "core/debug_lines.h"
 #include "core/link_record.h"
+#include "core/unit_commands.h"
 #include "platform/errors/log.h"
 #include "platform/text/text.h"
-#include "records/events.h"
 
 namespace varek {
 
@@ -47,9 +48,9 @@ std::string ShutdownWithRestart() {
 
 /// The eleven commands that exist on USB; nothing for any other text.
 std::optional<Frame> FrameFor(const std::string& command) {
-  if (command == "S") return Frame{Kind::Order, Shutdown()};
+  if (command == commands::kShutdown) return Frame{Kind::Order, Shutdown()};
   if (command == "SR") return Frame{Kind::Order, ShutdownWithRestart()};
-  for (const char* query : {"Q1", "F", "I"}) {
+  for (const char* query : {commands::kStatus, commands::kRating, commands::kIdentification}) {
     if (command == query) return Frame{Kind::Query, command};
   }
   for (const char* order : {"T", "TL", "T1", "Q", "C", "CT"}) {
@@ -141,7 +142,7 @@ std::string SentCommand(const std::string& command) {
   SendCommandB(ReportBytes(*frame));
   if (frame->kind == Kind::Order) return {};
   const std::string reply = ReadReply();
-  return command == "Q1" ? CheckedStatus(reply) : reply;
+  return command == commands::kStatus ? CheckedStatus(reply) : reply;
 }
 
 void SendCommandB(const std::vector<uint8_t>& bytes) {

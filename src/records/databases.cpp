@@ -10,7 +10,7 @@
 #include "platform/time/calendar.h"
 #include "platform/time/clock.h"
 #include "records/clock_jump.h"
-#include "records/recording.h"
+#include "records/recording_watch.h"
 #include "records/sample_columns.h"
 
 namespace varek {

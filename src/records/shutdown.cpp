@@ -3,6 +3,7 @@
 #include "core/data_center.h"
 #include "core/forms.h"
 #include "core/link_record.h"
+#include "core/unit_commands.h"
 #include "records/system_countdown.h"
 #include "records/ups_countdown.h"
 
@@ -21,7 +22,7 @@ void StartUPSShutdown(int minutes, int restart) {
 }
 
 void CancelShutdowns() {
-  if (OutputIsAlive()) Link.PendingCommand = "C";
+  if (OutputIsAlive()) Link.PendingCommand = commands::kStopShutdown;
   UnloadForm(Form10::kNumber);
   UnloadForm(Form11::kNumber);
 }

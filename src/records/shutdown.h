@@ -5,13 +5,6 @@
 
 namespace varek {
 
-/// A restart argument that gives the shutdown command without a restart part.
-constexpr int kNoRestart = -1;
-
-/// What stands for no timed restart where a person or the schedule asks for the shutdown; the unit
-/// gets it as it stands, about a week of minutes.
-constexpr int kUntimedRestart = 9999;
-
 /// Starts the countdown to the shutdown of the operating system, or shortens a running one.
 void StartSystemShutdown(int minutes);
 

@@ -7,7 +7,7 @@
 #include "platform/system/process.h"
 #include "platform/system/system.h"
 #include "platform/text/text.h"
-#include "records/events.h"
+#include "records/event_record.h"
 #include "texts/text_numbers.h"
 
 namespace varek {
@@ -34,10 +34,7 @@ Form10::Form10()
       Timer1("form10 Timer1", [this] { Timer1_Timer(); }) {
   view_->SetCaption("關機倒數");
   ApplyLanguage();
-  DataCenter.FormOpen[kNumber] = kSet;
 }
-
-Form10::~Form10() { DataCenter.FormOpen[kNumber] = kClear; }
 
 void Form10::ApplyLanguage() { view_->ApplyLanguage(texts::kComputerCountdownCaption); }
 

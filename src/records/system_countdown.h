@@ -17,7 +17,6 @@ class Form10 final {
   static constexpr int kNumber = 10;
 
   Form10();
-  ~Form10();
 
   /// Begins the countdown, or shortens a running one; a longer time changes nothing.
   void SysShuntDown(int minutes);

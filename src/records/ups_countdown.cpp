@@ -4,11 +4,11 @@
 
 #include "core/data_center.h"
 #include "core/link_record.h"
+#include "core/unit_commands.h"
 #include "platform/text/text.h"
 #include "platform/time/clock.h"
 #include "platform/time/events.h"
-#include "records/events.h"
-#include "records/shutdown.h"
+#include "records/event_record.h"
 #include "texts/text_numbers.h"
 
 namespace varek {
@@ -33,7 +33,7 @@ struct Preparation {
 
 bool CommandIsUnsent() {
   const bool held = UPSCountdown().IsLoaded() && UPSCountdown().Get().IsCommandWaiting();
-  return held || Link.PendingCommand.starts_with('S');
+  return held || IsShutdownCommand(Link.PendingCommand);
 }
 
 /// A preparation ends by itself, and behind it come the row and the messages of the event that
@@ -53,10 +53,7 @@ Form11::Form11()
           "form11 Timer1", [this] { Timer1_Timer(); }, kTick) {
   Timer1.SetEnabled(false);  // It counts only once a start time is known.
   ApplyLanguage();
-  DataCenter.FormOpen[kNumber] = kSet;
 }
-
-Form11::~Form11() { DataCenter.FormOpen[kNumber] = kClear; }
 
 void Form11::ApplyLanguage() { view_->ApplyLanguage(texts::kUpsCountdownCaption); }
 
@@ -70,7 +67,7 @@ void SetUPSShuntDown(int minutes, int restartMinutes) {
   const auto isCurrent = [request] {
     return UPSCountdown().IsLoaded() && UPSCountdown().Get().request_ == request;
   };
-  Link.PendingCommand = "C";
+  Link.PendingCommand = commands::kStopShutdown;
   Delay(1);
   if (!isCurrent()) return;
   UPSCountdown().Get().Arm(minutes, restartMinutes);
@@ -90,8 +87,7 @@ bool Form11::Begin(int minutes) {
 }
 
 void Form11::Arm(int minutes, int restartMinutes) {
-  UpsCommand = "S" + platform::ZeroPadded(minutes, 2);
-  if (restartMinutes != kNoRestart) UpsCommand += "R" + platform::ZeroPadded(restartMinutes, 4);
+  UpsCommand = ShutdownCommand(minutes, restartMinutes);
   CommandWaiting = true;
 }
 
@@ -128,7 +124,7 @@ void Form11::ShowRemaining(int64_t milliseconds) {
 }
 
 void CancelUPSShutdown() {
-  Link.PendingCommand = "C";
+  Link.PendingCommand = commands::kStopShutdown;
   UPSCountdown().Unload();
 }
 

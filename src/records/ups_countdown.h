@@ -17,7 +17,6 @@ class Form11 final {
   static constexpr int kNumber = 11;
 
   Form11();
-  ~Form11();
 
   /// A tenth of a second: offers the command until the slot takes it, then shows the time. At the
   /// end: event 9, and the window goes.

@@ -4,14 +4,14 @@
 #include <optional>
 #include <utility>
 
+#include "core/debug_lines.h"
 #include "platform/errors/guard.h"
 #include "platform/errors/runtime_error.h"
 #include "platform/storage/query_dialect.h"
 #include "platform/text/text.h"
 #include "platform/time/calendar.h"
-#include "records/events.h"
+#include "platform/time/clock.h"
 #include "scheduler/schedule_rows.h"
-#include "scheduler/schedule_runner.h"
 
 namespace varek {
 

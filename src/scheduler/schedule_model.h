@@ -6,30 +6,11 @@
 #include <array>
 #include <cstdint>
 #include <string>
-#include <string_view>
 #include <vector>
 
-#include "platform/time/clock.h"
+#include "scheduler/schedule_entry.h"
 
 namespace varek {
-
-/// The first letters of `event`, in the order of the action list and of ActionName; the cancel
-/// mark, which no list offers, comes last.
-inline constexpr std::string_view kActionLetters = "TLCSRABMD";
-inline constexpr size_t kMarkAction = 8;
-
-/// The number of an entry that a cancel mark has taken out.
-inline constexpr int32_t kHole = -1;
-
-/// One row. `note` is the restart text of actions R and B: a digit for the days, then "hh:mm".
-struct ScheduleEntry {
-  int32_t number = 0;  ///< `munber`, or kHole
-  std::string note;
-  std::string rept;   ///< "Null", "Day", "W0" to "W6", "M1" to "M31"
-  std::string time;   ///< "hh:mm"
-  std::string event;  ///< "T", "L", "C", "S", "Rnnnn", "A", "Bnnnn", "M", or "D" and a number
-  std::string date;   ///< "2026-03-05" as loaded; written also as year/month/day
-};
 
 /// The entries of one date, in the order of the query, holes included. `count` is what the loader
 /// counted: 101 when there were more than 100, of which the first 100 stand here.
@@ -77,6 +58,17 @@ std::string ReptText(const std::string& rept);
 /// The set of the date shown in the calendar, and today's run list.
 extern DayEntries ShownEntries;
 extern DayEntries RunEntries;
+
+/// The date for which the run list was loaded; all 0 before the first tick.
+struct RunDate {
+  int year = 0;
+  int month = 0;
+  int day = 0;
+
+  friend bool operator==(const RunDate&, const RunDate&) = default;
+};
+
+inline RunDate LoadedRunDate;
 
 /// Load the two sets. Errors are ignored; a date with more than 100 entries leaves a debug line for
 /// the shown set.

@@ -7,7 +7,7 @@
 
 #include "platform/storage/database.h"
 #include "records/databases.h"
-#include "scheduler/schedule_model.h"
+#include "scheduler/schedule_entry.h"
 
 namespace varek {
 

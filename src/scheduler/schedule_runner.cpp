@@ -5,6 +5,7 @@
 
 #include "core/data_center.h"
 #include "core/link_record.h"
+#include "core/unit_commands.h"
 #include "platform/storage/query_dialect.h"
 #include "platform/text/text.h"
 #include "platform/time/clock.h"
@@ -25,13 +26,13 @@ void ShutDownSystem() { StartSystemShutdown(DataCenter.settings.SystemShutdownBu
 void Start(const std::string& event) {
   switch (event[0]) {
     case 'T':
-      Link.PendingCommand = "T";
+      Link.PendingCommand = commands::kShortTest;
       return;
     case 'L':
-      Link.PendingCommand = "TL";
+      Link.PendingCommand = commands::kTestUntilLow;
       return;
     case 'C':
-      Link.PendingCommand = "CT";
+      Link.PendingCommand = commands::kStopTest;
       return;
     case 'S':
       return ShutDownUPS(kUntimedRestart);

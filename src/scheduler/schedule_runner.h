@@ -5,18 +5,6 @@
 
 namespace varek {
 
-/// The date for which the run list was loaded; all 0 before the first tick.
-struct RunDate {
-  int year = 0;
-  int month = 0;
-  int day = 0;
-
-  friend bool operator==(const RunDate&, const RunDate&) = default;
-};
-
-/// Defined here, so that whoever starts afresh needs no more of this module.
-inline RunDate LoadedRunDate;
-
 /// The tick of the minute timer. A start of the unit's shutdown lets other handlers run for about
 /// two seconds.
 void RunSchedule();

@@ -1,6 +1,8 @@
 // The twelve events: latches, order, what a failure stops and what it does not.
 
 #include "records/events.h"
+#include "core/debug_lines.h"
+#include "records/event_record.h"
 
 #include "core/data_center.h"
 #include "core/link_record.h"

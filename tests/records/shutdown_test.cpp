@@ -1,6 +1,7 @@
 // The two countdowns, second by second on a replaced clock.
 
 #include "records/shutdown.h"
+#include "core/unit_commands.h"
 
 #include <stdlib.h>
 #include <unistd.h>

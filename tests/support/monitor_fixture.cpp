@@ -1,4 +1,5 @@
 #include "support/monitor_fixture.h"
+#include "scheduler/schedule_model.h"
 
 #include <stdlib.h>
 
@@ -19,7 +20,6 @@
 #include "platform/toolkit/application.h"
 #include "records/countdown_view.h"
 #include "records/databases.h"
-#include "scheduler/schedule_runner.h"
 #include "support/serial_line.h"
 #include "texts/language.h"
 

@@ -9,6 +9,7 @@
 #include <fstream>
 
 #include "app/windows.h"
+#include "core/unit_commands.h"
 #include "platform/desktop/message_box.h"
 #include "records/shutdown.h"
 #include "records/system_countdown.h"

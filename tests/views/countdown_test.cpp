@@ -6,6 +6,7 @@
 #include <utility>
 
 #include "core/link_record.h"
+#include "core/unit_commands.h"
 #include "records/shutdown.h"
 #include "support/windows.h"
 

@@ -8,9 +8,9 @@
 #include <filesystem>
 
 #include "app/windows.h"
+#include "core/debug_lines.h"
 #include "core/link_record.h"
 #include "platform/errors/runtime_error.h"
-#include "records/events.h"
 #include "settings/about/version_window.h"
 #include "support/windows.h"
 #include "views/kit/controls/picture_button.h"

@@ -9,8 +9,9 @@
 
 #include "app/windows.h"
 #include "core/configuration.h"
+#include "core/unit_commands.h"
 #include "platform/toolkit/open_document.h"
-#include "records/events.h"
+#include "records/event_record.h"
 #include "records/shutdown.h"
 #include "scheduler/schedule_edit.h"
 #include "settings/about/manuals.h"

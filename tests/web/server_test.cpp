@@ -1,6 +1,7 @@
 // The console's server over real connections: the bytes of every answer, the session rules, the
 // routes, the ways out of the folder, and clients of every bad habit.
 
+#include "core/debug_lines.h"
 #include "web/server/http_server.h"
 
 #include <arpa/inet.h>
@@ -24,7 +25,6 @@
 #include "platform/time/events.h"
 #include "platform/time/timers.h"
 #include "records/databases.h"
-#include "records/events.h"
 #include "support/monitor_fixture.h"
 #include "support/serial_line.h"
 #include "texts/language.h"

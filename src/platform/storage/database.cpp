@@ -50,22 +50,6 @@ FieldType TypeFromDeclaration(const std::string& declared) {
   return FieldType::Text;
 }
 
-std::string ValueText(const Value& value) {
-  if (const auto* whole = std::get_if<int64_t>(&value)) return std::to_string(*whole);
-  if (const auto* number = std::get_if<double>(&value)) {
-    return SingleText(static_cast<float>(*number));
-  }
-  const auto* text = std::get_if<std::string>(&value);
-  return text ? *text : std::string();
-}
-
-double ValueNumber(const Value& value) {
-  if (const auto* whole = std::get_if<int64_t>(&value)) return static_cast<double>(*whole);
-  if (const auto* number = std::get_if<double>(&value)) return *number;
-  const auto* text = std::get_if<std::string>(&value);
-  return text ? LenientNumber(*text) : 0;
-}
-
 Connection::Connection(const std::string& path, Access access)
     : sqlite(path, access == Access::ReadOnly ? SQLite::OPEN_READONLY : SQLite::OPEN_READWRITE,
              kBusyMilliseconds) {

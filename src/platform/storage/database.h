@@ -7,36 +7,14 @@
 #include <cstdint>
 #include <memory>
 #include <string>
-#include <variant>
 #include <vector>
+
+#include "platform/storage/values.h"
 
 namespace platform {
 
-/// The numbers are those of the table definitions; the declared types in the files tell them.
-enum class FieldType { Byte = 2, Long = 4, Single = 6, Date = 8, Text = 10 };
-
-/// A field's value; the empty state is a missing one.
-using Value = std::variant<std::monostate, int64_t, double, std::string>;
-
-/// The default text of a value: numbers as SingleText, a missing value empty.
-std::string ValueText(const Value& value);
-/// A value as a number; texts go through the lenient reader, a missing value is 0.
-double ValueNumber(const Value& value);
-
-struct FieldDef {
-  std::string name;
-  FieldType type;
-};
-
-struct TableDef {
-  std::string name;
-  std::vector<FieldDef> fields;
-};
-
 struct Connection;
 class Recordset;
-
-enum class Access { ReadWrite, ReadOnly };
 
 /// One connection to one file; closed when it and its recordsets are gone.
 class Database final {

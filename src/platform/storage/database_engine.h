@@ -8,7 +8,7 @@
 #include <string>
 
 #include "platform/errors/runtime_error.h"
-#include "platform/storage/database.h"
+#include "platform/storage/values.h"
 
 namespace platform {
 

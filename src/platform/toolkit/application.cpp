@@ -202,11 +202,6 @@ void Application::OnSessionEnd(std::function<void()> ending) {
 
 void Application::Run() { QApplication::exec(); }
 
-bool HasDisplay() {
-  return QCoreApplication::instance() &&
-         QGuiApplication::platformName() != QStringLiteral("offscreen");
-}
-
 void EndProcess(int status) {
   if (EndReplacement()) EndReplacement()(status);
   std::fflush(nullptr);

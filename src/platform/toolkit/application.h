@@ -33,9 +33,6 @@ class Application final {
   std::unique_ptr<Impl> impl_;
 };
 
-/// True when windows are really seen by a person: message boxes wait only then.
-bool HasDisplay();
-
 /// Ends the process at once with `status`; does not return. Nothing that stands further up the
 /// stack runs any more, so everything must have been closed before.
 [[noreturn]] void EndProcess(int status);

@@ -13,7 +13,7 @@
 #include <QSystemTrayIcon>
 
 #include "platform/time/clock.h"
-#include "platform/toolkit/application.h"
+#include "platform/toolkit/display.h"
 
 namespace platform {
 

@@ -7,7 +7,7 @@
 #include <QPointer>
 
 #include "platform/errors/guard.h"
-#include "platform/toolkit/application.h"
+#include "platform/toolkit/display.h"
 
 namespace platform {
 

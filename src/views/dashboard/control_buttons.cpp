@@ -2,6 +2,7 @@
 
 #include "core/data_center.h"
 #include "core/link_record.h"
+#include "core/unit_commands.h"
 #include "records/shutdown.h"
 
 namespace varek {
@@ -9,13 +10,13 @@ namespace varek {
 void PressControl(ControlButton control) {
   switch (control) {
     case kShortTest:
-      Link.PendingCommand = "T";
+      Link.PendingCommand = commands::kShortTest;
       break;
     case kTestUntilBatteryLow:
-      Link.PendingCommand = "TL";
+      Link.PendingCommand = commands::kTestUntilLow;
       break;
     case kCancelTest:
-      Link.PendingCommand = "CT";
+      Link.PendingCommand = commands::kStopTest;
       break;
     case kShutDownUnit:
       StartUPSShutdown(DataCenter.settings.UPSShutdownBuffer, kUntimedRestart);

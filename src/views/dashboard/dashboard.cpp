@@ -9,12 +9,12 @@
 #include <algorithm>
 
 #include "core/data_center.h"
+#include "core/debug_lines.h"
 #include "drawing/palette.h"
 #include "link/port_search.h"
 #include "platform/errors/guard.h"
 #include "platform/text/text.h"
-#include "platform/toolkit/application.h"
-#include "records/events.h"
+#include "platform/toolkit/display.h"
 #include "records/shutdown.h"
 #include "texts/language.h"
 #include "views/dashboard/menu_strip.h"

@@ -5,9 +5,9 @@
 #include <limits>
 #include <string_view>
 
+#include "core/debug_lines.h"
 #include "platform/errors/runtime_error.h"
 #include "platform/text/text.h"
-#include "records/events.h"
 #include "scheduler/schedule_edit.h"
 #include "scheduler/schedule_model.h"
 #include "texts/language.h"

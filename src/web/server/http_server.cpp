@@ -4,6 +4,7 @@
 #include <utility>
 
 #include "core/data_center.h"
+#include "core/debug_lines.h"
 #include "core/error_list.h"
 #include "platform/errors/guard.h"
 #include "platform/errors/runtime_error.h"
@@ -12,7 +13,6 @@
 #include "platform/time/clock.h"
 #include "platform/time/events.h"
 #include "records/databases.h"
-#include "records/events.h"
 #include "texts/language.h"
 #include "web/pages/page_files.h"
 #include "web/server/request.h"

@@ -7,6 +7,7 @@
 
 #include "core/data_center.h"
 #include "core/link_record.h"
+#include "core/unit_commands.h"
 #include "platform/errors/runtime_error.h"
 #include "platform/text/text.h"
 #include "platform/time/clock.h"
@@ -32,7 +33,7 @@ void ShutDownUnit(int restart) { StartUPSShutdown(DataCenter.settings.UPSShutdow
 /// What is longer than any command is ignored: it would only keep the line busy.
 void TestForMinutes(const std::string& command) {
   const std::string minutes = command.substr(1, command.find_first_of("\r\n") - 1);
-  if (minutes.size() <= kLongestMinutes) Link.PendingCommand = "T" + minutes;
+  if (minutes.size() <= kLongestMinutes) Link.PendingCommand = commands::kShortTest + minutes;
 }
 
 double NumberBetween(const std::string& text, size_t first, size_t end) {
@@ -81,11 +82,11 @@ struct Order {
 };
 
 constexpr Order kOrders[] = {
-    {'T', false, false, [](const std::string&) { Link.PendingCommand = "T"; }},
-    {'L', false, false, [](const std::string&) { Link.PendingCommand = "TL"; }},
+    {'T', false, false, [](const std::string&) { Link.PendingCommand = commands::kShortTest; }},
+    {'L', false, false, [](const std::string&) { Link.PendingCommand = commands::kTestUntilLow; }},
     {'D', false, false, TestForMinutes},
-    {'P', false, false, [](const std::string&) { Link.PendingCommand = "CT"; }},
-    {'Q', false, false, [](const std::string&) { Link.PendingCommand = "Q"; }},
+    {'P', false, false, [](const std::string&) { Link.PendingCommand = commands::kStopTest; }},
+    {'Q', false, false, [](const std::string&) { Link.PendingCommand = commands::kToggleBeeper; }},
     {'C', false, true, [](const std::string&) { CancelShutdowns(); }},
     {'S', true, true, [](const std::string&) { ShutDownUnit(kUntimedRestart); }},
     {'M', true, false, [](const std::string&) { ShutDownComputer(); }},
