@@ -54,12 +54,9 @@ Form7::Form7() : ViewWindow(kNumber, kClientSize, kClientSize) {
   }
   Form7::Form_Resize();
   ApplyLanguage();
-  DataCenter.FormOpen[kNumber] = kSet;
   languages_[static_cast<size_t>(DataCenter.settings.LanguageIndex) % languages_.size()]
       ->setFocus();
 }
-
-Form7::~Form7() { DataCenter.FormOpen[kNumber] = kClear; }
 
 void Form7::ApplyLanguage() {
   ViewWindow::ApplyLanguage();

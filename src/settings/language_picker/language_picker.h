@@ -19,7 +19,6 @@ class Form7 final : public ViewWindow {
 
   /// A missing picture throws RuntimeError 53.
   Form7();
-  ~Form7() override;
 
   void ApplyLanguage();
 

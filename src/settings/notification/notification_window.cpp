@@ -57,12 +57,9 @@ NotificationWindow::NotificationWindow(const NotificationSettings& settings)
       testTimer_(Place(settings.form, "test"), [this] { ShowTestState(); }) {
   MakeButtons();
   LayoutControls();
-  DataCenter.FormOpen[static_cast<size_t>(settings.form)] = kSet;
 }
 
-NotificationWindow::~NotificationWindow() {
-  DataCenter.FormOpen[static_cast<size_t>(settings_.form)] = kClear;
-}
+NotificationWindow::~NotificationWindow() = default;
 
 void NotificationWindow::MakeButtons() {
   sendTest_ = new PictureButton(Client(), QStringLiteral("button"),

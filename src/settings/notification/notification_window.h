@@ -28,7 +28,6 @@ struct NotificationSettings {
   EventMessages& text;
 };
 
-/// FormOpen of the window is set while it exists.
 class NotificationWindow : public ViewWindow {
  public:
   ~NotificationWindow() override;

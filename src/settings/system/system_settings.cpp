@@ -119,7 +119,6 @@ Form14::Form14()
   MakeOk();
   LimitHeight();
   ApplyLanguage();
-  DataCenter.FormOpen[kNumber] = kSet;
   ShowFields(PresentSettings());
   FollowChanges();
   Form_Resize();
@@ -129,7 +128,6 @@ Form14::Form14()
 /// The controls outlive this part of the window, and the focus leaves them then.
 Form14::~Form14() {
   disconnect(qApp, nullptr, this, nullptr);
-  DataCenter.FormOpen[kNumber] = kClear;
 }
 
 QFrame* Form14::AddPanel(int rows) {

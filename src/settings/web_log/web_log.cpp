@@ -76,10 +76,7 @@ Form15::Form15()
   logins_->setColumnWidth(0, kTimeWidth);
   (new QVBoxLayout(Client()))->addWidget(logins_);
   ApplyLanguage();
-  DataCenter.FormOpen[kNumber] = kSet;
 }
-
-Form15::~Form15() { DataCenter.FormOpen[kNumber] = kClear; }
 
 void Form15::ApplyLanguage() {
   ViewWindow::ApplyLanguage();

@@ -15,7 +15,6 @@ class Form15 final : public ViewWindow {
   static constexpr int kNumber = 15;
 
   Form15();
-  ~Form15() override;
 
   void ApplyLanguage();
   /// Reads the logins anew and shows the newest, which is the last. What can't be read is a line

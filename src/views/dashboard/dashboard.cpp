@@ -131,7 +131,6 @@ Form1::Form1()
   ShowDebugLines();
   LayoutDashboard();
   UpdateStatusLamps();
-  DataCenter.FormOpen[kNumber] = kSet;
 }
 
 Form1::~Form1() {
@@ -141,7 +140,6 @@ Form1::~Form1() {
   needleTimer_.SetInterval(0);
   lampTimer_.SetInterval(0);
   menu_->Stop();
-  DataCenter.FormOpen[kNumber] = kClear;
 }
 
 void Form1::MakeBackground() {

@@ -68,7 +68,6 @@ Form6::Form6()
   bubble_ = new Bubble(Client());
   SelectToday();
   ApplyLanguage();
-  DataCenter.FormOpen[kNumber] = kSet;
   ShowMonth();
   LayoutControls();
   days_->setFocus();
@@ -77,7 +76,6 @@ Form6::Form6()
 /// The controls outlive this part of the window, and the toolkit lets the pointer leave them then.
 Form6::~Form6() {
   days_->OnHover({});
-  DataCenter.FormOpen[kNumber] = kClear;
 }
 
 void Form6::LoadEventPictures() {

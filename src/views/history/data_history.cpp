@@ -79,13 +79,11 @@ Form2::Form2()
   MakePanels();
   ApplyLanguage();
   Layout();
-  DataCenter.FormOpen[kNumber] = kSet;
 }
 
 Form2::~Form2() {
   // Its parts go after it, and must not call it then.
   disconnect(grid_->selectionModel(), nullptr, this, nullptr);
-  DataCenter.FormOpen[kNumber] = kClear;
 }
 
 /// Without the file the window opens all the same, and has no data.

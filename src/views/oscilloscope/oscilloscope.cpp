@@ -77,7 +77,6 @@ Form3::Form3()
   busyBar_ = new BusyBar(room_);
   ApplyLanguage();
   Resizeinit();
-  DataCenter.FormOpen[kNumber] = kSet;
 }
 
 Form3::~Form3() {
@@ -85,7 +84,6 @@ Form3::~Form3() {
   disconnect(hours_, nullptr, this, nullptr);
   plot_->Forget();
   miniature_->Forget();
-  DataCenter.FormOpen[kNumber] = kClear;
 }
 
 /// Without the files the window opens all the same, and has no data.

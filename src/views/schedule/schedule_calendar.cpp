@@ -78,13 +78,11 @@ Form4::Form4()
   LayoutControls();
   ClickDay(selected_.day);
   days_->setFocus();
-  DataCenter.FormOpen[kNumber] = kSet;
 }
 
 Form4::~Form4() {
   // The toolkit may send leave events to parts of a window that is being destroyed.
   for (PictureView* picture : legendPictures_) picture->OnMouse({}, {});
-  DataCenter.FormOpen[kNumber] = kClear;
 }
 
 void Form4::LoadActionPictures() {
