@@ -12,7 +12,7 @@
 #include "platform/time/clock.h"
 #include "platform/time/events.h"
 #include "platform/toolkit/application.h"
-#include "records/databases.h"
+#include "records/files/databases.h"
 #include "texts/language.h"
 #include "views/event_log/event_log.h"
 #include "views/event_log/event_month.h"

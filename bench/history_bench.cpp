@@ -22,7 +22,7 @@
 #include "platform/time/events.h"
 #include "platform/time/timers.h"
 #include "platform/toolkit/application.h"
-#include "records/databases.h"
+#include "records/files/databases.h"
 #include "texts/language.h"
 #include "views/history/data_history.h"
 #include "views/history/save_dialog.h"

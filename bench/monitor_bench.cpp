@@ -9,8 +9,8 @@
 #include "core/data_center.h"
 #include "link/protocol.h"
 #include "platform/system/paths.h"
-#include "records/databases.h"
 #include "records/events.h"
+#include "records/files/databases.h"
 
 namespace {
 

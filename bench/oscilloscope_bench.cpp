@@ -12,7 +12,7 @@
 #include "platform/system/paths.h"
 #include "platform/time/clock.h"
 #include "platform/toolkit/application.h"
-#include "records/databases.h"
+#include "records/files/databases.h"
 #include "views/oscilloscope/curves/scope_chart.h"
 
 namespace {

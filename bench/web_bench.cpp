@@ -15,7 +15,7 @@
 #include "platform/text/text.h"
 #include "platform/time/clock.h"
 #include "platform/toolkit/application.h"
-#include "records/databases.h"
+#include "records/files/databases.h"
 #include "texts/language.h"
 #include "web/pages/chart_pages.h"
 #include "web/pages/data_page.h"

@@ -7,7 +7,7 @@
 #include "core/forms.h"
 #include "link/poll_cycle.h"
 #include "platform/time/timers.h"
-#include "records/ups_countdown.h"
+#include "records/shutdown/ups_countdown.h"
 
 namespace varek {
 

@@ -1,6 +1,6 @@
 #include "app/windows.h"
 
-#include "records/countdown_view.h"
+#include "records/shutdown/countdown_view.h"
 #include "settings/about/version_window.h"
 #include "settings/language_picker/language_picker.h"
 #include "settings/notification/mail_settings.h"

@@ -10,7 +10,7 @@
 #include "link/usb_link.h"
 #include "platform/errors/guard.h"
 #include "platform/text/text.h"
-#include "records/event_record.h"
+#include "records/notices/event_record.h"
 
 namespace varek {
 

@@ -4,8 +4,8 @@
 #include "core/unit_commands.h"
 #include "platform/errors/guard.h"
 #include "platform/errors/on_exit.h"
-#include "records/event_record.h"
-#include "records/shutdown.h"
+#include "records/notices/event_record.h"
+#include "records/shutdown/shutdown.h"
 #include "tray/tray.h"
 
 namespace varek {

@@ -6,7 +6,7 @@
 #include <string>
 
 #include "platform/storage/database.h"
-#include "records/databases.h"
+#include "records/files/databases.h"
 #include "scheduler/schedule_entry.h"
 
 namespace varek {

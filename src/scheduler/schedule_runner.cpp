@@ -9,7 +9,7 @@
 #include "platform/storage/query_dialect.h"
 #include "platform/text/text.h"
 #include "platform/time/clock.h"
-#include "records/shutdown.h"
+#include "records/shutdown/shutdown.h"
 #include "scheduler/schedule_model.h"
 
 namespace varek {

@@ -12,8 +12,8 @@
 #include "platform/storage/database.h"
 #include "platform/system/paths.h"
 #include "platform/time/timers.h"
-#include "records/shutdown.h"
-#include "records/system_countdown.h"
+#include "records/shutdown/shutdown.h"
+#include "records/shutdown/system_countdown.h"
 #include "support/hid_unit.h"
 #include "support/monitor_fixture.h"
 

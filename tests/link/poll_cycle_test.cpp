@@ -11,7 +11,7 @@
 #include "core/data_center.h"
 #include "core/error_list.h"
 #include "core/link_record.h"
-#include "records/databases.h"
+#include "records/files/databases.h"
 #include "support/monitor_fixture.h"
 #include "support/serial_line.h"
 

@@ -10,7 +10,7 @@
 #include "core/link_record.h"
 #include "link/poll_cycle.h"
 #include "platform/time/timers.h"
-#include "records/databases.h"
+#include "records/files/databases.h"
 #include "support/hid_unit.h"
 #include "support/monitor_fixture.h"
 

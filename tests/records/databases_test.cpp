@@ -1,11 +1,11 @@
 // Samples and the purge, with a replaced clock and real files.
 
-#include "records/databases.h"
+#include "records/files/databases.h"
 
 #include <filesystem>
 
 #include "core/data_center.h"
-#include "records/recording.h"
+#include "records/files/recording.h"
 #include "support/monitor_fixture.h"
 
 namespace varek {

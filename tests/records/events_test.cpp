@@ -2,13 +2,13 @@
 
 #include "records/events.h"
 #include "core/debug_lines.h"
-#include "records/event_record.h"
+#include "records/notices/event_record.h"
 
 #include "core/data_center.h"
 #include "core/link_record.h"
-#include "records/databases.h"
-#include "records/system_countdown.h"
-#include "records/ups_countdown.h"
+#include "records/files/databases.h"
+#include "records/shutdown/system_countdown.h"
+#include "records/shutdown/ups_countdown.h"
 #include "support/monitor_fixture.h"
 #include "texts/language.h"
 

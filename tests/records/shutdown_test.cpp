@@ -1,6 +1,6 @@
 // The two countdowns, second by second on a replaced clock.
 
-#include "records/shutdown.h"
+#include "records/shutdown/shutdown.h"
 #include "core/unit_commands.h"
 
 #include <stdlib.h>
@@ -15,10 +15,10 @@
 #include "platform/time/clock.h"
 #include "platform/time/events.h"
 #include "platform/time/timers.h"
-#include "records/databases.h"
 #include "records/events.h"
-#include "records/system_countdown.h"
-#include "records/ups_countdown.h"
+#include "records/files/databases.h"
+#include "records/shutdown/system_countdown.h"
+#include "records/shutdown/ups_countdown.h"
 #include "support/monitor_fixture.h"
 #include "texts/language.h"
 

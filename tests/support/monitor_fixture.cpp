@@ -18,8 +18,8 @@
 #include "platform/system/paths.h"
 #include "platform/system/process.h"
 #include "platform/toolkit/application.h"
-#include "records/countdown_view.h"
-#include "records/databases.h"
+#include "records/files/databases.h"
+#include "records/shutdown/countdown_view.h"
 #include "support/serial_line.h"
 #include "texts/language.h"
 

@@ -11,7 +11,7 @@
 #include "core/error_list.h"
 #include "core/forms.h"
 #include "platform/system/paths.h"
-#include "records/databases.h"
+#include "records/files/databases.h"
 #include "support/monitor_fixture.h"
 #include "texts/language.h"
 

@@ -7,7 +7,7 @@
 
 #include "core/link_record.h"
 #include "core/unit_commands.h"
-#include "records/shutdown.h"
+#include "records/shutdown/shutdown.h"
 #include "support/windows.h"
 
 namespace varek {

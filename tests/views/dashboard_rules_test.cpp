@@ -10,7 +10,7 @@
 #include "core/link_record.h"
 #include "pictures/scales.h"
 #include "platform/system/paths.h"
-#include "records/system_countdown.h"
+#include "records/shutdown/system_countdown.h"
 #include "support/monitor_fixture.h"
 #include "texts/language.h"
 #include "views/dashboard/control_buttons.h"

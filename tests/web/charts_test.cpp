@@ -10,7 +10,7 @@
 #include "platform/errors/runtime_error.h"
 #include "platform/picture/surface.h"
 #include "platform/system/paths.h"
-#include "records/databases.h"
+#include "records/files/databases.h"
 #include "support/monitor_fixture.h"
 #include "texts/language.h"
 

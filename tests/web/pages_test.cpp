@@ -6,7 +6,7 @@
 #include "core/data_center.h"
 #include "platform/errors/runtime_error.h"
 #include "platform/system/paths.h"
-#include "records/databases.h"
+#include "records/files/databases.h"
 #include "scheduler/schedule_model.h"
 #include "support/monitor_fixture.h"
 #include "texts/language.h"

@@ -7,8 +7,8 @@
 #include "core/data_center.h"
 #include "core/link_record.h"
 #include "platform/errors/runtime_error.h"
-#include "records/system_countdown.h"
-#include "records/ups_countdown.h"
+#include "records/shutdown/system_countdown.h"
+#include "records/shutdown/ups_countdown.h"
 #include "support/monitor_fixture.h"
 #include "web/session/session.h"
 

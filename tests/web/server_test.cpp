@@ -24,7 +24,7 @@
 #include "core/link_record.h"
 #include "platform/time/events.h"
 #include "platform/time/timers.h"
-#include "records/databases.h"
+#include "records/files/databases.h"
 #include "support/monitor_fixture.h"
 #include "support/serial_line.h"
 #include "texts/language.h"

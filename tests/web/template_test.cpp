@@ -7,7 +7,7 @@
 
 #include "core/data_center.h"
 #include "platform/errors/runtime_error.h"
-#include "records/databases.h"
+#include "records/files/databases.h"
 #include "support/monitor_fixture.h"
 #include "texts/language.h"
 #include "web/pages/page_files.h"

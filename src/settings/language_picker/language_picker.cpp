@@ -1,10 +1,10 @@
 #include "settings/language_picker/language_picker.h"
 
 #include "core/data_center.h"
-#include "core/save_settings.h"
 #include "texts/language.h"
 #include "views/kit/controls/picture_button.h"
 #include "views/kit/controls/shown.h"
+#include "views/kit/windows/save_settings.h"
 
 namespace varek {
 

@@ -5,7 +5,7 @@
 #include <QLineEdit>
 
 #include "platform/text/text.h"
-#include "records/notification.h"
+#include "records/notices/notification.h"
 #include "texts/text_numbers.h"
 
 namespace varek {

@@ -10,7 +10,6 @@
 #include <algorithm>
 #include <array>
 
-#include "core/save_settings.h"
 #include "drawing/palette.h"
 #include "platform/errors/guard.h"
 #include "platform/system/process.h"
@@ -23,6 +22,7 @@
 #include "views/kit/controls/push_button.h"
 #include "views/kit/controls/shown.h"
 #include "views/kit/controls/style.h"
+#include "views/kit/windows/save_settings.h"
 
 namespace varek {
 

@@ -7,7 +7,7 @@
 #include "platform/desktop/message_box.h"
 #include "platform/errors/guard.h"
 #include "platform/time/events.h"
-#include "records/notification.h"
+#include "records/notices/notification.h"
 #include "settings/notification/sms_text.h"
 #include "texts/text_numbers.h"
 #include "views/kit/controls/choice_list.h"

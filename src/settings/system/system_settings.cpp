@@ -14,7 +14,6 @@
 #include <string>
 
 #include "core/data_center.h"
-#include "core/save_settings.h"
 #include "link/port_search.h"
 #include "platform/desktop/message_box.h"
 #include "platform/errors/guard.h"
@@ -28,6 +27,7 @@
 #include "views/kit/controls/picture_button.h"
 #include "views/kit/controls/shown.h"
 #include "views/kit/controls/style.h"
+#include "views/kit/windows/save_settings.h"
 
 namespace varek {
 
@@ -126,9 +126,7 @@ Form14::Form14()
 }
 
 /// The controls outlive this part of the window, and the focus leaves them then.
-Form14::~Form14() {
-  disconnect(qApp, nullptr, this, nullptr);
-}
+Form14::~Form14() { disconnect(qApp, nullptr, this, nullptr); }
 
 QFrame* Form14::AddPanel(int rows) {
   auto* panel = new QFrame(view_);

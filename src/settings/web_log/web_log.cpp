@@ -9,8 +9,8 @@
 #include "core/data_center.h"
 #include "platform/errors/guard.h"
 #include "platform/storage/database.h"
-#include "records/databases.h"
-#include "records/event_file.h"
+#include "records/files/databases.h"
+#include "records/files/event_file.h"
 #include "views/kit/controls/shown.h"
 #include "views/kit/controls/style.h"
 

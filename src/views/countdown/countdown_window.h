@@ -3,7 +3,7 @@
 // closed by its frame, since closing and cancelling are not the same thing when the session ends.
 #pragma once
 
-#include "records/countdown_view.h"
+#include "records/shutdown/countdown_view.h"
 
 namespace varek {
 

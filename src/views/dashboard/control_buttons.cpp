@@ -3,7 +3,7 @@
 #include "core/data_center.h"
 #include "core/link_record.h"
 #include "core/unit_commands.h"
-#include "records/shutdown.h"
+#include "records/shutdown/shutdown.h"
 
 namespace varek {
 

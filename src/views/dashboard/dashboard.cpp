@@ -15,7 +15,7 @@
 #include "platform/errors/guard.h"
 #include "platform/text/text.h"
 #include "platform/toolkit/display.h"
-#include "records/shutdown.h"
+#include "records/shutdown/shutdown.h"
 #include "texts/language.h"
 #include "views/dashboard/menu_strip.h"
 #include "views/dashboard/search_box.h"

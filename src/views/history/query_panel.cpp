@@ -9,7 +9,7 @@
 #include <utility>
 
 #include "platform/errors/guard.h"
-#include "records/sample_columns.h"
+#include "records/files/sample_columns.h"
 #include "views/history/rows/column_caption.h"
 #include "views/kit/controls/choice_list.h"
 #include "views/kit/controls/shown.h"

@@ -13,7 +13,7 @@
 #include "platform/text/text.h"
 #include "platform/time/clock.h"
 #include "platform/time/events.h"
-#include "records/databases.h"
+#include "records/files/databases.h"
 #include "views/kit/calendar/month_calendar.h"
 #include "views/kit/controls/colors.h"
 #include "views/kit/controls/picture_button.h"

@@ -6,7 +6,7 @@
 #include "platform/system/paths.h"
 #include "platform/text/text.h"
 #include "platform/time/clock.h"
-#include "records/databases.h"
+#include "records/files/databases.h"
 
 namespace varek {
 

@@ -7,7 +7,7 @@
 #include <optional>
 
 #include "platform/picture/surface.h"
-#include "records/sample_columns.h"
+#include "records/files/sample_columns.h"
 #include "web/charts/chart_samples.h"
 
 namespace varek {

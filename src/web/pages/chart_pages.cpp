@@ -1,6 +1,6 @@
 #include "web/pages/chart_pages.h"
 
-#include "records/databases.h"
+#include "records/files/databases.h"
 #include "web/pages/page_files.h"
 #include "web/pages/request_values.h"
 

@@ -3,8 +3,8 @@
 #include <memory>
 
 #include "platform/storage/database.h"
-#include "records/databases.h"
-#include "records/sample_columns.h"
+#include "records/files/databases.h"
+#include "records/files/sample_columns.h"
 #include "web/charts/chart_samples.h"
 #include "web/pages/month_page.h"
 #include "web/pages/page_files.h"

@@ -12,7 +12,7 @@
 #include "platform/system/paths.h"
 #include "platform/time/clock.h"
 #include "platform/time/events.h"
-#include "records/databases.h"
+#include "records/files/databases.h"
 #include "texts/language.h"
 #include "web/pages/page_files.h"
 #include "web/server/request.h"

@@ -11,7 +11,7 @@
 #include "platform/errors/runtime_error.h"
 #include "platform/text/text.h"
 #include "platform/time/clock.h"
-#include "records/shutdown.h"
+#include "records/shutdown/shutdown.h"
 #include "web/session/session.h"
 
 namespace varek {

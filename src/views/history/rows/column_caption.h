@@ -3,7 +3,7 @@
 
 #include <string>
 
-#include "records/sample_columns.h"
+#include "records/files/sample_columns.h"
 #include "texts/language.h"
 
 namespace varek {

@@ -5,7 +5,7 @@
 
 #include "platform/errors/runtime_error.h"
 #include "platform/system/paths.h"
-#include "records/sample_columns.h"
+#include "records/files/sample_columns.h"
 
 namespace varek {
 

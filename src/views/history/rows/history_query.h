@@ -8,7 +8,7 @@
 #include <string>
 #include <vector>
 
-#include "records/sample_columns.h"
+#include "records/files/sample_columns.h"
 
 namespace varek {
 

@@ -4,8 +4,8 @@
 
 #include "platform/errors/guard.h"
 #include "platform/text/text.h"
-#include "records/databases.h"
-#include "records/event_file.h"
+#include "records/files/databases.h"
+#include "records/files/event_file.h"
 
 namespace varek {
 

@@ -9,7 +9,7 @@
 #include <vector>
 
 #include "platform/storage/database.h"
-#include "records/sample_columns.h"
+#include "records/files/sample_columns.h"
 
 namespace varek {
 

@@ -1,4 +1,4 @@
-#include "records/system_countdown.h"
+#include "records/shutdown/system_countdown.h"
 
 #include <algorithm>
 
@@ -7,7 +7,7 @@
 #include "platform/system/process.h"
 #include "platform/system/system.h"
 #include "platform/text/text.h"
-#include "records/event_record.h"
+#include "records/notices/event_record.h"
 #include "texts/text_numbers.h"
 
 namespace varek {

@@ -1,4 +1,4 @@
-#include "core/save_settings.h"
+#include "views/kit/windows/save_settings.h"
 
 #include "core/configuration.h"
 #include "platform/desktop/message_box.h"

@@ -1,9 +1,9 @@
-#include "records/recording.h"
+#include "records/files/recording.h"
 
 #include "platform/errors/guard.h"
 #include "platform/time/clock.h"
-#include "records/databases.h"
-#include "records/recording_watch.h"
+#include "records/files/databases.h"
+#include "records/files/recording_watch.h"
 
 namespace varek {
 

@@ -1,4 +1,4 @@
-#include "records/ups_countdown.h"
+#include "records/shutdown/ups_countdown.h"
 
 #include <utility>
 
@@ -8,7 +8,7 @@
 #include "platform/text/text.h"
 #include "platform/time/clock.h"
 #include "platform/time/events.h"
-#include "records/event_record.h"
+#include "records/notices/event_record.h"
 #include "texts/text_numbers.h"
 
 namespace varek {

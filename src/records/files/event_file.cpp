@@ -1,10 +1,10 @@
-#include "records/event_file.h"
+#include "records/files/event_file.h"
 
 #include <algorithm>
 
 #include "platform/system/paths.h"
 #include "platform/text/text.h"
-#include "records/databases.h"
+#include "records/files/databases.h"
 
 namespace varek {
 

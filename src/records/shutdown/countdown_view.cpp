@@ -1,4 +1,4 @@
-#include "records/countdown_view.h"
+#include "records/shutdown/countdown_view.h"
 
 #include <utility>
 

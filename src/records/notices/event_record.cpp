@@ -1,4 +1,4 @@
-#include "records/event_record.h"
+#include "records/notices/event_record.h"
 
 #include "core/data_center.h"
 #include "core/debug_lines.h"
@@ -6,9 +6,9 @@
 #include "platform/errors/on_exit.h"
 #include "platform/errors/runtime_error.h"
 #include "platform/time/clock.h"
-#include "records/databases.h"
-#include "records/notification.h"
-#include "records/recording_watch.h"
+#include "records/files/databases.h"
+#include "records/files/recording_watch.h"
+#include "records/notices/notification.h"
 #include "texts/language.h"
 
 namespace varek {

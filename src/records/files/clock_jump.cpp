@@ -1,4 +1,4 @@
-#include "records/clock_jump.h"
+#include "records/files/clock_jump.h"
 
 #include <cstdlib>
 

@@ -8,7 +8,7 @@
 
 #include "core/forms.h"
 #include "platform/time/timers.h"
-#include "records/countdown_view.h"
+#include "records/shutdown/countdown_view.h"
 
 namespace varek {
 

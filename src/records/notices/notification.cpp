@@ -1,4 +1,4 @@
-#include "records/notification.h"
+#include "records/notices/notification.h"
 
 #include <vector>
 

@@ -7,8 +7,8 @@
 #include "core/data_center.h"
 #include "core/forms.h"
 #include "platform/time/timers.h"
-#include "records/countdown_view.h"
-#include "records/ups_countdown.h"
+#include "records/shutdown/countdown_view.h"
+#include "records/shutdown/ups_countdown.h"
 
 namespace varek {
 

@@ -1,11 +1,11 @@
-#include "records/shutdown.h"
+#include "records/shutdown/shutdown.h"
 
 #include "core/data_center.h"
 #include "core/forms.h"
 #include "core/link_record.h"
 #include "core/unit_commands.h"
-#include "records/system_countdown.h"
-#include "records/ups_countdown.h"
+#include "records/shutdown/system_countdown.h"
+#include "records/shutdown/ups_countdown.h"
 
 namespace varek {
 

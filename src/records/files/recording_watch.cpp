@@ -1,4 +1,4 @@
-#include "records/recording_watch.h"
+#include "records/files/recording_watch.h"
 
 #include <string>
 

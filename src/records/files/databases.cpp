@@ -1,4 +1,4 @@
-#include "records/databases.h"
+#include "records/files/databases.h"
 
 #include <utility>
 
@@ -9,9 +9,9 @@
 #include "platform/text/text.h"
 #include "platform/time/calendar.h"
 #include "platform/time/clock.h"
-#include "records/clock_jump.h"
-#include "records/recording_watch.h"
-#include "records/sample_columns.h"
+#include "records/files/clock_jump.h"
+#include "records/files/recording_watch.h"
+#include "records/files/sample_columns.h"
 
 namespace varek {
 

@@ -1,4 +1,4 @@
-#include "records/sample_columns.h"
+#include "records/files/sample_columns.h"
 
 #include "core/data_center.h"
 #include "core/temperature.h"
