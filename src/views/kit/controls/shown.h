@@ -1,4 +1,4 @@
-// Texts and controls as every window makes them.
+// Texts of the program as the toolkit's, for every window.
 #pragma once
 
 #include <QString>
@@ -8,17 +8,9 @@
 
 namespace varek {
 
-/// A text of the program as the toolkit's.
 inline QString Shown(const std::string& text) { return QString::fromStdString(text); }
 
 /// A text of the present language, by its number in the table.
 inline QString Shown(size_t number) { return Shown(LangText[number]); }
-
-/// `control`, which is found by `name` among its window's children.
-template <typename Control>
-Control* Named(Control* control, const char* name) {
-  control->setObjectName(QString::fromLatin1(name));
-  return control;
-}
 
 }  // namespace varek
