@@ -106,7 +106,7 @@ void Form2::MakeStrip() {
   position_ = new QLabel(Client());
   position_->setObjectName(QStringLiteral("position"));
   position_->setAlignment(Qt::AlignCenter);
-  notice_ = new QLabel(Client());
+  notice_ = Named(new QLabel(Client()), "notice");
 }
 
 void Form2::MakeGrid() {
