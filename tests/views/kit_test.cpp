@@ -87,8 +87,10 @@ TEST(StickyPanels, StuckOnesFollowTheirEdgesWhereTheViewWantsIt) {
   StickyPanels panels = TwoPanels();
   DragTo(panels, 345, 255);
   DragTo(panels, 300, 255);
-  EXPECT_FALSE(panels.IsStuckRight(0));
-  EXPECT_TRUE(panels.IsStuckBottom(0));
+  panels.SetClientSize(500, 400);
+  panels.ReWindow();
+  EXPECT_EQ(panels.At(0).left, 300);  // Dragged away from its edge.
+  EXPECT_EQ(panels.At(0).top, 360);
   panels.SetClientSize(320, 30);  // Too low for both: they end at the upper edge.
   panels.ReWindow();
   EXPECT_EQ(panels.At(0).left, 270);

@@ -51,10 +51,16 @@ class ScheduleCalendarTest : public test::WindowTest {
   static Form4& Form() { return ScheduleCalendar().Get(); }
   static QComboBox& Years() { return Nth<QComboBox>(Form()); }
   static QComboBox& Months() { return Nth<QComboBox>(Form(), 1); }
-  static QTableWidget& List() { return Nth<QTableWidget>(Form().Entries()); }
+  static MonthGrid& Month() { return Nth<MonthGrid>(Form()); }
+  static ScheduleList& Entries() { return Nth<ScheduleList>(Form()); }
+  static ScheduleDialog& Dialog() { return Nth<ScheduleDialog>(Form()); }
+  static DeletePanel& Deleting() { return Nth<DeletePanel>(Form()); }
+  /// As the list says it.
+  static std::string SelectedDate() { return Nth<QLabel>(Entries()).text().toStdString(); }
+  static QTableWidget& List() { return Nth<QTableWidget>(Entries()); }
   /// In the order of the dialog: time, action, recurrence, time of the restart, its day.
-  static TimeBox& Time(size_t which) { return Nth<TimeBox>(Form().Dialog(), which); }
-  static QComboBox& Choice(size_t which) { return Nth<QComboBox>(Form().Dialog(), which); }
+  static TimeBox& Time(size_t which) { return Nth<TimeBox>(Dialog(), which); }
+  static QComboBox& Choice(size_t which) { return Nth<QComboBox>(Dialog(), which); }
 
   /// A button of the window, or of one of its panels.
   static void Click(const std::string& button, QWidget& panel = Form()) {
@@ -62,12 +68,11 @@ class ScheduleCalendarTest : public test::WindowTest {
   }
   static void ClickEdit(int row) {
     List().selectRow(row);
-    Click("Edit", Form().Entries());
+    Click("Edit", Entries());
   }
 
   static void ClickDay(int day) {
-    MonthGrid& month = Form().Month();
-    test::Click(month, month.CellRect(month.CellOf(day)).center());
+    test::Click(Month(), Month().CellRect(Month().CellOf(day)).center());
   }
 
   static void TypeTime(size_t which, const char* digits) {
@@ -91,7 +96,7 @@ class ScheduleCalendarTest : public test::WindowTest {
     return numbers;
   }
 
-  static size_t PicturesOn(int day) { return Form().Month().PictureRects(day).size(); }
+  static size_t PicturesOn(int day) { return Month().PictureRects(day).size(); }
 };
 
 TEST_F(ScheduleCalendarTest, ATimeBoxAlwaysHoldsATime) {
@@ -156,9 +161,9 @@ TEST_F(ScheduleCalendarTest, ShowsTodayThenWhatIsChosen) {
   EXPECT_EQ(Listed(), (Texts{"1", "2", "4"}));
   EXPECT_EQ(ShownEntries.count, 3);
   ClickDay(0);  // The cell before the first.
-  EXPECT_EQ(Form().Selected().day, 31);
+  EXPECT_EQ(SelectedDate(), "2010/3/31");
   Months().setCurrentIndex(1);
-  EXPECT_EQ(Form().Selected().day, 28);
+  EXPECT_EQ(SelectedDate(), "2010/2/28");
   EXPECT_EQ(Listed(), Texts{});
   Years().setCurrentIndex(11);
   EXPECT_EQ(Listed(), (Texts{"1"}));
@@ -168,16 +173,15 @@ TEST_F(ScheduleCalendarTest, ShowsTodayThenWhatIsChosen) {
 TEST_F(ScheduleCalendarTest, ThePresentMonthIsNeverLost) {
   clock.SetNow({2026, 8, 31, 12, 0, 0});
   Add("T", "Day", "2026/8/1");
-  Form4& form = Open();
+  Open();
   EXPECT_EQ(Years().currentIndex(), -1);
   test::Wheel(Years());
-  EXPECT_EQ(form.Selected().year, 2026);
+  EXPECT_EQ(SelectedDate(), "2026/8/31");
   test::Key(Years(), Qt::Key_Down);
-  EXPECT_EQ(form.Selected().year, 2000);
+  EXPECT_EQ(SelectedDate(), "2000/8/31");
   Click("Today");
-  EXPECT_EQ(form.Selected().year, 2026);
+  EXPECT_EQ(SelectedDate(), "2026/8/31");
   EXPECT_EQ(Years().currentIndex(), -1);
-  EXPECT_EQ(form.Selected().day, 31);
   EXPECT_EQ(Listed(), Texts{"1"});
 }
 
@@ -186,14 +190,14 @@ TEST_F(ScheduleCalendarTest, EscapeClosesTheInnermostPanelFirst) {
   Form4& form = Open();
   List().selectRow(0);
   Click("New entry");
-  Click("Delete", form.Entries());
-  Saying<QPushButton>(form.Dialog(), "Save").setFocus();  // Below the delete panel.
-  QWidget* const panels[] = {&form.Dialog(), &form.Deleting(), &form.Entries()};
+  Click("Delete", Entries());
+  Saying<QPushButton>(Dialog(), "Save").setFocus();  // Below the delete panel.
+  QWidget* const panels[] = {&Dialog(), &Deleting(), &Entries()};
   for (QWidget* innermost : panels) {
     EXPECT_FALSE(innermost->isHidden());
     test::Key(test::FocusOf(form), Qt::Key_Escape);
     EXPECT_TRUE(innermost->isHidden());
-    EXPECT_EQ(form.focusWidget(), &form.Month());
+    EXPECT_EQ(form.focusWidget(), &Month());
   }
   test::Key(test::FocusOf(form), Qt::Key_Escape);
   EXPECT_FALSE(ScheduleCalendar().IsLoaded());
@@ -230,21 +234,21 @@ TEST_F(ScheduleCalendarTest, NewEntriesAreSavedOrRefused) {
     EXPECT_EQ(Table(), rows);
     EXPECT_EQ(messages, c.row ? Texts{} : Texts{LangText[texts::kRestartOutOfRange]});
     EXPECT_EQ(Listed().size(), rows.size());
-    EXPECT_FALSE(Form().Dialog().isHidden());
+    EXPECT_FALSE(Dialog().isHidden());
   }
   EXPECT_EQ(PicturesOn(16), 8U);
   EXPECT_EQ(RunEntries.count, 0);  // All begin after today.
   Click("Cancel");
-  EXPECT_TRUE(Form().Dialog().isHidden());
+  EXPECT_TRUE(Dialog().isHidden());
 }
 
 TEST_F(ScheduleCalendarTest, AnEditedEntryGoesToTheSelectedDate) {
   Add("R0119", "W3", "2010/3/10", "019:41");
   Open();
-  Click("Edit", Form().Entries());  // Nothing is selected.
-  EXPECT_TRUE(Form().Dialog().isHidden());
+  Click("Edit", Entries());  // Nothing is selected.
+  EXPECT_TRUE(Dialog().isHidden());
   ClickEdit(0);
-  const ScheduleForm fields = Form().Dialog().Fields();
+  const ScheduleForm fields = Dialog().Fields();
   EXPECT_EQ((std::array{fields.action, fields.recurrence, fields.restartDays}),
             (std::array{4, 2, 0}));
   EXPECT_EQ(fields.time, "08:00");
@@ -252,18 +256,18 @@ TEST_F(ScheduleCalendarTest, AnEditedEntryGoesToTheSelectedDate) {
   Fill("0800", 4, 2, 0, "0800");
   Click("Save");
   EXPECT_EQ(messages, Texts{"時間設定錯誤"});
-  EXPECT_FALSE(Form().Dialog().isHidden());
+  EXPECT_FALSE(Dialog().isHidden());
   TypeTime(1, "0801");  // No delay is one that only an edit may leave.
   Click("Save");
   EXPECT_EQ(Table(), Texts{"1 2010-03-11 08:00 R0000 W4 008:01"});
-  EXPECT_TRUE(Form().Dialog().isHidden());
+  EXPECT_TRUE(Dialog().isHidden());
   EXPECT_EQ(Listed(), Texts{"1"});
 
   ClickEdit(0);
   delschdeule(1);  // From elsewhere.
   Click("Cancel");
-  Click("Edit", Form().Entries());
-  EXPECT_TRUE(Form().Dialog().isHidden());
+  Click("Edit", Entries());
+  EXPECT_TRUE(Dialog().isHidden());
 }
 
 /// However the edit was left, what is saved then is a row of its own.
@@ -276,7 +280,7 @@ TEST_F(ScheduleCalendarTest, AnEditThatWasLeftIsNotOverwritten) {
          Click("New entry");
        }},
       {"a new one at once", [] { Click("New entry"); }},
-      {"the list put away", [] { Click("Close", Form().Entries()); }}};
+      {"the list put away", [] { Click("Close", Entries()); }}};
   for (const auto& [way, leave] : ways) {
     test::InstallDatabases(Folder());
     Add("T", "W3");
@@ -311,14 +315,14 @@ TEST_F(ScheduleCalendarTest, EveryWayOfDeleting) {
     Add("T", "Day");
     Add("L", "Null");
     Add("D9", "W3");
-    Form4& form = Open();
+    Open();
     if (c.row >= 0) List().selectRow(c.row);
-    Click("Delete", form.Entries());
-    EXPECT_EQ(form.Deleting().isHidden(), c.choice < 0);
+    Click("Delete", Entries());
+    EXPECT_EQ(Deleting().isHidden(), c.choice < 0);
     const char* const choices[] = {"Delete this date only", "Delete whole entry",
                                    "Delete weekly from here", "Delete monthly from here"};
-    if (c.choice >= 0) Click(choices[c.choice], form.Deleting());
-    EXPECT_TRUE(form.Deleting().isHidden());
+    if (c.choice >= 0) Click(choices[c.choice], Deleting());
+    EXPECT_TRUE(Deleting().isHidden());
     EXPECT_EQ(Table(), c.table);
     EXPECT_EQ(Listed(), c.listed);
     ScheduleCalendar().Unload();
@@ -338,7 +342,7 @@ TEST_F(ScheduleCalendarTest, ADayTakesAHundredEntries) {
             "2010/03/10 12:00:00  Load todayschedule error! more then 100 event!");
   List().selectRow(99);
   messages.clear();
-  Click("Delete", Form().Entries());
+  Click("Delete", Entries());
   EXPECT_TRUE(messages.empty());
   EXPECT_EQ(Listed().size(), 99U);
   EXPECT_EQ(PicturesOn(11), 1U);

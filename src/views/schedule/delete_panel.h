@@ -21,11 +21,9 @@ class DeletePanel final : public MovablePanel {
 
   /// The captions; the panel takes the size that they need.
   void ApplyLanguage();
-  /// By their places in kDeleteChoices.
-  QPushButton& Button(size_t choice) { return *choices_.at(choice); }
 
  private:
-  std::array<QPushButton*, kDeleteChoices.size()> choices_{};
+  std::array<QPushButton*, kDeleteChoices.size()> choices_{};  ///< by place in kDeleteChoices
   PictureButton* cross_ = nullptr;
 };
 

@@ -46,12 +46,6 @@ class Form4 final : public MonthWindow {
   /// Repaints the grid with the table as it stands.
   void reNewTable();
 
-  SelectedDay Selected() const { return {selected_.year, selected_.month, selected_.day}; }
-  MonthGrid& Month() { return *days_; }
-  ScheduleList& Entries() { return *list_; }
-  ScheduleDialog& Dialog() { return *dialog_; }
-  DeletePanel& Deleting() { return *deletePanel_; }
-
  private:
   void ShowMonth() override;
   void ClickDay(int day) override;
@@ -61,6 +55,7 @@ class Form4 final : public MonthWindow {
   void MakeLegend();
   void MakePanels();
   void LayoutControls();
+  SelectedDay Selected() const { return {selected_.year, selected_.month, selected_.day}; }
   void ShowAfterChange();
   void ShowPanel(MovablePanel& panel);
   void HidePanel(MovablePanel& panel);

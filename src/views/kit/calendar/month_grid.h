@@ -50,8 +50,6 @@ class MonthGrid final : public QWidget {
 
   /// Where a cell (0 to 41) stands in the widget, in pixels.
   QRect CellRect(int cell) const;
-  /// The cell at a point of the widget, or -1 on the heads and outside.
-  int CellAt(QPoint point) const;
   /// The cell of a day from 1 on.
   int CellOf(int day) const;
   /// The day in a cell, or 0 when it is empty.
@@ -75,6 +73,8 @@ class MonthGrid final : public QWidget {
     bool operator==(const Spot&) const = default;
   };
 
+  /// The cell at a point of the widget, or -1 on the heads and outside.
+  int CellAt(QPoint point) const;
   const std::vector<const QPixmap*>& PicturesOf(int day) const;
   Spot SpotAt(QPoint point) const;
   void Hover(Spot spot);

@@ -53,10 +53,10 @@ int HeldInside(Span panel, int client) {
 StickyPanels::StickyPanels(std::vector<Panel> panels, WhenResized rule)
     : panels_(std::move(panels)),
       rule_(rule),
-      StuckLeft(panels_.size(), kClear),
-      StuckRight(StuckLeft),
-      StuckTop(StuckLeft),
-      StuckBottom(StuckLeft) {}
+      stuckLeft_(panels_.size(), kClear),
+      stuckRight_(stuckLeft_),
+      stuckTop_(stuckLeft_),
+      stuckBottom_(stuckLeft_) {}
 
 void StickyPanels::SetClientSize(int width, int height) {
   clientWidth_ = width;
@@ -96,9 +96,10 @@ int StickyPanels::SnappedTop(size_t moving, int top) {
 /// A panel that was dragged away from an edge does not stick to it any more.
 void StickyPanels::ForgetEdgesMovedFrom(size_t moving) {
   const Panel& panel = panels_[moving];
-  if (MakeYPointForm(moving, panel.top) == kNoSnap) StuckTop[moving] = StuckBottom[moving] = kClear;
+  if (MakeYPointForm(moving, panel.top) == kNoSnap)
+    stuckTop_[moving] = stuckBottom_[moving] = kClear;
   if (MakeXPointForm(moving, panel.left) == kNoSnap)
-    StuckLeft[moving] = StuckRight[moving] = kClear;
+    stuckLeft_[moving] = stuckRight_[moving] = kClear;
 }
 
 int StickyPanels::MakeXPoint(size_t moving, size_t other, int left) const {
@@ -114,13 +115,13 @@ int StickyPanels::MakeYPoint(size_t moving, size_t other, int top) const {
 }
 
 int StickyPanels::MakeXPointForm(size_t panel, int left) {
-  return SnapToClient({left, panels_.at(panel).width}, clientWidth_, StuckRight[panel],
-                      StuckLeft[panel]);
+  return SnapToClient({left, panels_.at(panel).width}, clientWidth_, stuckRight_[panel],
+                      stuckLeft_[panel]);
 }
 
 int StickyPanels::MakeYPointForm(size_t panel, int top) {
-  return SnapToClient({top, panels_.at(panel).height}, clientHeight_, StuckBottom[panel],
-                      StuckTop[panel]);
+  return SnapToClient({top, panels_.at(panel).height}, clientHeight_, stuckBottom_[panel],
+                      stuckTop_[panel]);
 }
 
 void StickyPanels::ReWindow() {
@@ -134,12 +135,12 @@ void StickyPanels::ReWindow() {
 /// Left and top come last and so win over right and bottom.
 void StickyPanels::PutOnEdges() {
   for (size_t i = 0; i < panels_.size(); ++i) {
-    if (StuckRight[i]) panels_[i].left = clientWidth_ - panels_[i].width;
-    if (StuckBottom[i]) panels_[i].top = clientHeight_ - panels_[i].height;
+    if (stuckRight_[i]) panels_[i].left = clientWidth_ - panels_[i].width;
+    if (stuckBottom_[i]) panels_[i].top = clientHeight_ - panels_[i].height;
   }
   for (size_t i = 0; i < panels_.size(); ++i) {
-    if (StuckLeft[i]) panels_[i].left = 0;
-    if (StuckTop[i]) panels_[i].top = 0;
+    if (stuckLeft_[i]) panels_[i].left = 0;
+    if (stuckTop_[i]) panels_[i].top = 0;
   }
 }
 

@@ -55,11 +55,6 @@ class StickyPanels final {
   int MakeYPoint(size_t moving, size_t other, int top) const;
   int MakeYPointForm(size_t panel, int top);
 
-  bool IsStuckLeft(size_t panel) const { return StuckLeft.at(panel); }
-  bool IsStuckRight(size_t panel) const { return StuckRight.at(panel); }
-  bool IsStuckTop(size_t panel) const { return StuckTop.at(panel); }
-  bool IsStuckBottom(size_t panel) const { return StuckBottom.at(panel); }
-
  private:
   int SnappedLeft(size_t moving, int left);
   int SnappedTop(size_t moving, int top);
@@ -72,10 +67,10 @@ class StickyPanels final {
   int clientHeight_ = 0;
   int grabX_ = 0;
   int grabY_ = 0;
-  std::vector<Flag> StuckLeft;
-  std::vector<Flag> StuckRight;
-  std::vector<Flag> StuckTop;
-  std::vector<Flag> StuckBottom;
+  std::vector<Flag> stuckLeft_;
+  std::vector<Flag> stuckRight_;
+  std::vector<Flag> stuckTop_;
+  std::vector<Flag> stuckBottom_;
 };
 
 }  // namespace varek
