@@ -106,7 +106,8 @@ void Form2::MakeStrip() {
   position_ = new QLabel(Client());
   position_->setObjectName(QStringLiteral("position"));
   position_->setAlignment(Qt::AlignCenter);
-  notice_ = Named(new QLabel(Client()), "notice");
+  notice_ = new QLabel(Client());
+  notice_->setObjectName(QStringLiteral("notice"));
 }
 
 void Form2::MakeGrid() {

@@ -96,7 +96,8 @@ void Form4::MakeLegend() {
   auto* strip = new QHBoxLayout(legend_);
   strip->setContentsMargins(0, 0, 0, 0);
   strip->setSpacing(kLegendGap);
-  legendText_ = Named(new QLabel(legend_), "pointedAction");
+  legendText_ = new QLabel(legend_);
+  legendText_->setObjectName(QStringLiteral("pointedAction"));
   for (size_t i = 0; i < kPictures; ++i) {
     legendPictures_[i] = new PictureView(legend_);
     legendPictures_[i]->setFixedSize(kPictureSize);
