@@ -12,7 +12,7 @@
 #include "kit/texts.h"
 #include "platform/system/service.h"
 #include "platform/time/clock.h"
-#include "views/kit/controls/colors.h"
+#include "views/kit/looks/colors.h"
 #include "views/kit/windows/window_places.h"
 
 namespace sidecar {

@@ -7,7 +7,7 @@
 #include <QShortcut>
 
 #include "drawing/palette.h"
-#include "views/kit/controls/style.h"
+#include "views/kit/looks/style.h"
 #include "views/kit/windows/message_window.h"
 #include "views/kit/windows/window_places.h"
 

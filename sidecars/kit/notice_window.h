@@ -7,7 +7,7 @@
 #include <functional>
 #include <utility>
 
-#include "views/kit/controls/sign.h"
+#include "views/kit/looks/sign.h"
 
 class QHBoxLayout;
 class QVBoxLayout;

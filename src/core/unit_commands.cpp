@@ -5,7 +5,7 @@
 namespace varek {
 
 std::string ShutdownCommand(int minutes, int restartMinutes) {
-  const std::string shutdown = commands::kShutdown + platform::ZeroPadded(minutes, 2);
+  std::string shutdown = commands::kShutdown + platform::ZeroPadded(minutes, 2);
   if (restartMinutes == kNoRestart) return shutdown;
   return shutdown + commands::kRestart + platform::ZeroPadded(restartMinutes, 4);
 }

@@ -22,7 +22,7 @@
 #include "views/dashboard/dashboard.h"
 #include "views/dashboard/search_box.h"
 #include "views/kit/controls/picture_button.h"
-#include "views/kit/controls/style.h"
+#include "views/kit/looks/style.h"
 #include "views/kit/windows/movable_panel.h"
 #include "views/kit/windows/window_frame.h"
 

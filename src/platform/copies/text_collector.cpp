@@ -60,7 +60,7 @@ struct TextCollector::Impl {
     QLocalSocket socket;
     socket.connectToServer(SocketName());
     if (!socket.waitForConnected(kAnswerMilliseconds)) return false;
-    socket.write(text.c_str(), static_cast<qint64>(text.size() + sizeof kEnd));
+    socket.write(text.c_str(), static_cast<qint64>(text.size()) + static_cast<qint64>(sizeof kEnd));
     char answer = 0;
     return socket.waitForReadyRead(kAnswerMilliseconds) && socket.getChar(&answer) &&
            answer == kConfirmed;

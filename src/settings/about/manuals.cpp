@@ -11,7 +11,7 @@
 #include "platform/toolkit/open_document.h"
 #include "texts/language.h"
 #include "views/kit/controls/picture_button.h"
-#include "views/kit/controls/shown.h"
+#include "views/kit/looks/shown.h"
 
 namespace varek {
 

@@ -9,10 +9,10 @@
 #include "platform/errors/guard.h"
 #include "settings/about/manuals.h"
 #include "texts/text_numbers.h"
-#include "views/kit/controls/colors.h"
 #include "views/kit/controls/picture_button.h"
-#include "views/kit/controls/shown.h"
-#include "views/kit/controls/style.h"
+#include "views/kit/looks/colors.h"
+#include "views/kit/looks/shown.h"
+#include "views/kit/looks/style.h"
 
 namespace varek {
 

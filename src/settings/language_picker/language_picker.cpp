@@ -3,7 +3,7 @@
 #include "core/data_center.h"
 #include "texts/language.h"
 #include "views/kit/controls/picture_button.h"
-#include "views/kit/controls/shown.h"
+#include "views/kit/looks/shown.h"
 #include "views/kit/windows/save_settings.h"
 
 namespace varek {

@@ -12,8 +12,8 @@
 #include "texts/language.h"
 #include "views/kit/controls/keys.h"
 #include "views/kit/controls/one_line.h"
-#include "views/kit/controls/shown.h"
-#include "views/kit/controls/style.h"
+#include "views/kit/looks/shown.h"
+#include "views/kit/looks/style.h"
 
 namespace varek {
 

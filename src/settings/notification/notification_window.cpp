@@ -15,13 +15,13 @@
 #include "platform/system/process.h"
 #include "platform/text/text.h"
 #include "texts/text_numbers.h"
-#include "views/kit/controls/colors.h"
 #include "views/kit/controls/keys.h"
 #include "views/kit/controls/one_line.h"
 #include "views/kit/controls/picture_button.h"
 #include "views/kit/controls/push_button.h"
-#include "views/kit/controls/shown.h"
-#include "views/kit/controls/style.h"
+#include "views/kit/looks/colors.h"
+#include "views/kit/looks/shown.h"
+#include "views/kit/looks/style.h"
 #include "views/kit/windows/save_settings.h"
 
 namespace varek {

@@ -11,8 +11,8 @@
 #include "platform/storage/database.h"
 #include "records/files/databases.h"
 #include "records/files/event_file.h"
-#include "views/kit/controls/shown.h"
-#include "views/kit/controls/style.h"
+#include "views/kit/looks/shown.h"
+#include "views/kit/looks/style.h"
 
 namespace varek {
 

@@ -12,8 +12,8 @@
 #include "platform/errors/guard.h"
 #include "platform/time/events.h"
 #include "texts/language.h"
-#include "views/kit/controls/colors.h"
-#include "views/kit/controls/shown.h"
+#include "views/kit/looks/colors.h"
+#include "views/kit/looks/shown.h"
 #include "views/kit/windows/window_frame.h"
 #include "views/kit/windows/window_places.h"
 

@@ -21,11 +21,11 @@
 #include "views/dashboard/search_box.h"
 #include "views/kit/controls/bubble.h"
 #include "views/kit/controls/choice_list.h"
-#include "views/kit/controls/colors.h"
 #include "views/kit/controls/picture_button.h"
 #include "views/kit/controls/picture_view.h"
-#include "views/kit/controls/pictures.h"
-#include "views/kit/controls/shown.h"
+#include "views/kit/looks/colors.h"
+#include "views/kit/looks/pictures.h"
+#include "views/kit/looks/shown.h"
 
 namespace varek {
 

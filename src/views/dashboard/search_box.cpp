@@ -8,8 +8,8 @@
 #include "platform/system/paths.h"
 #include "texts/language.h"
 #include "views/kit/controls/progress_bar.h"
-#include "views/kit/controls/shown.h"
-#include "views/kit/controls/style.h"
+#include "views/kit/looks/shown.h"
+#include "views/kit/looks/style.h"
 
 namespace varek {
 

@@ -13,10 +13,10 @@
 #include "views/kit/calendar/month_grid.h"
 #include "views/kit/controls/bubble.h"
 #include "views/kit/controls/picture_button.h"
-#include "views/kit/controls/pictures.h"
 #include "views/kit/controls/push_button.h"
-#include "views/kit/controls/shown.h"
-#include "views/kit/controls/style.h"
+#include "views/kit/looks/pictures.h"
+#include "views/kit/looks/shown.h"
+#include "views/kit/looks/style.h"
 #include "views/kit/windows/movable_panel.h"
 
 namespace varek {
@@ -74,9 +74,7 @@ Form6::Form6()
 }
 
 /// The controls outlive this part of the window, and the toolkit lets the pointer leave them then.
-Form6::~Form6() {
-  days_->OnHover({});
-}
+Form6::~Form6() { days_->OnHover({}); }
 
 void Form6::LoadEventPictures() {
   for (size_t i = 0; i < eventPictures_.size(); ++i)

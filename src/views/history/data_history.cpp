@@ -22,10 +22,10 @@
 #include "views/history/rows/history_export.h"
 #include "views/history/save_dialog.h"
 #include "views/kit/calendar/month_calendar.h"
-#include "views/kit/controls/colors.h"
 #include "views/kit/controls/picture_button.h"
-#include "views/kit/controls/shown.h"
-#include "views/kit/controls/style.h"
+#include "views/kit/looks/colors.h"
+#include "views/kit/looks/shown.h"
+#include "views/kit/looks/style.h"
 #include "views/kit/windows/movable_panel.h"
 
 namespace varek {

@@ -4,7 +4,7 @@
 
 #include "platform/errors/guard.h"
 #include "views/history/rows/column_caption.h"
-#include "views/kit/controls/shown.h"
+#include "views/kit/looks/shown.h"
 
 namespace varek {
 

@@ -12,7 +12,7 @@
 #include "records/files/sample_columns.h"
 #include "views/history/rows/column_caption.h"
 #include "views/kit/controls/choice_list.h"
-#include "views/kit/controls/shown.h"
+#include "views/kit/looks/shown.h"
 
 namespace varek {
 

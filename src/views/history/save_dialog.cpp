@@ -9,7 +9,7 @@
 
 #include "platform/time/events.h"
 #include "texts/language.h"
-#include "views/kit/controls/style.h"
+#include "views/kit/looks/style.h"
 #include "views/kit/windows/window_places.h"
 
 namespace varek {

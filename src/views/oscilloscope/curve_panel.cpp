@@ -3,9 +3,9 @@
 #include <utility>
 
 #include "platform/errors/guard.h"
-#include "views/kit/controls/colors.h"
-#include "views/kit/controls/shown.h"
-#include "views/kit/controls/style.h"
+#include "views/kit/looks/colors.h"
+#include "views/kit/looks/shown.h"
+#include "views/kit/looks/style.h"
 #include "views/oscilloscope/curves/scope_colors.h"
 #include "views/oscilloscope/scope_tip.h"
 

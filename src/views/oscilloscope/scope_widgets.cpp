@@ -8,9 +8,9 @@
 #include "drawing/palette.h"
 #include "platform/errors/guard.h"
 #include "platform/system/paths.h"
-#include "views/kit/controls/colors.h"
 #include "views/kit/controls/progress_bar.h"
-#include "views/kit/controls/shown.h"
+#include "views/kit/looks/colors.h"
+#include "views/kit/looks/shown.h"
 
 namespace varek {
 

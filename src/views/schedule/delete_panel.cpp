@@ -5,7 +5,7 @@
 #include "texts/text_numbers.h"
 #include "views/kit/controls/picture_button.h"
 #include "views/kit/controls/push_button.h"
-#include "views/kit/controls/shown.h"
+#include "views/kit/looks/shown.h"
 
 namespace varek {
 

@@ -11,7 +11,7 @@
 #include "texts/language.h"
 #include "views/kit/controls/choice_list.h"
 #include "views/kit/controls/push_button.h"
-#include "views/kit/controls/shown.h"
+#include "views/kit/looks/shown.h"
 #include "views/schedule/time_box.h"
 
 namespace varek {

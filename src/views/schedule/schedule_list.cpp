@@ -9,8 +9,8 @@
 
 #include "texts/text_numbers.h"
 #include "views/kit/controls/push_button.h"
-#include "views/kit/controls/shown.h"
-#include "views/kit/controls/style.h"
+#include "views/kit/looks/shown.h"
+#include "views/kit/looks/style.h"
 
 namespace varek {
 

@@ -7,7 +7,7 @@
 #include "platform/errors/guard.h"
 #include "platform/storage/query_dialect.h"
 #include "views/kit/controls/keys.h"
-#include "views/kit/controls/shown.h"
+#include "views/kit/looks/shown.h"
 
 namespace varek {
 

@@ -5,7 +5,7 @@
 #include <QSignalBlocker>
 
 #include "texts/text_numbers.h"
-#include "views/kit/controls/shown.h"
+#include "views/kit/looks/shown.h"
 
 namespace varek {
 

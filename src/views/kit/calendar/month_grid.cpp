@@ -13,10 +13,10 @@
 #include "texts/text_numbers.h"
 #include "views/kit/calendar/calendar_page.h"
 #include "views/kit/calendar/day_keys.h"
-#include "views/kit/controls/colors.h"
 #include "views/kit/controls/keys.h"
-#include "views/kit/controls/shown.h"
-#include "views/kit/controls/style.h"
+#include "views/kit/looks/colors.h"
+#include "views/kit/looks/shown.h"
+#include "views/kit/looks/style.h"
 
 namespace varek {
 

@@ -3,7 +3,7 @@
 #include <algorithm>
 
 #include "drawing/palette.h"
-#include "views/kit/controls/colors.h"
+#include "views/kit/looks/colors.h"
 
 namespace varek {
 

@@ -8,10 +8,10 @@
 
 #include "drawing/palette.h"
 #include "platform/time/events.h"
-#include "views/kit/controls/colors.h"
 #include "views/kit/controls/keys.h"
-#include "views/kit/controls/pictures.h"
-#include "views/kit/controls/style.h"
+#include "views/kit/looks/colors.h"
+#include "views/kit/looks/pictures.h"
+#include "views/kit/looks/style.h"
 
 namespace varek {
 

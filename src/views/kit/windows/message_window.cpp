@@ -9,8 +9,8 @@
 #include <utility>
 
 #include "platform/toolkit/message_boxes.h"
-#include "views/kit/controls/sign.h"
-#include "views/kit/controls/style.h"
+#include "views/kit/looks/sign.h"
+#include "views/kit/looks/style.h"
 #include "views/kit/windows/window_places.h"
 
 namespace varek {

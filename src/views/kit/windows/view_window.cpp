@@ -13,7 +13,7 @@
 #include "platform/time/events.h"
 #include "texts/language.h"
 #include "views/kit/controls/picture_button.h"
-#include "views/kit/controls/pictures.h"
+#include "views/kit/looks/pictures.h"
 #include "views/kit/windows/movable_panel.h"
 
 namespace varek {

@@ -10,9 +10,9 @@
 
 #include "drawing/palette.h"
 #include "platform/errors/guard.h"
-#include "views/kit/controls/colors.h"
-#include "views/kit/controls/pictures.h"
-#include "views/kit/controls/style.h"
+#include "views/kit/looks/colors.h"
+#include "views/kit/looks/pictures.h"
+#include "views/kit/looks/style.h"
 
 namespace varek {
 

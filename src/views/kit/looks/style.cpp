@@ -1,4 +1,4 @@
-#include "views/kit/controls/style.h"
+#include "views/kit/looks/style.h"
 
 #include <QApplication>
 #include <QFontMetrics>
@@ -10,7 +10,7 @@
 #include <utility>
 
 #include "drawing/palette.h"
-#include "views/kit/controls/colors.h"
+#include "views/kit/looks/colors.h"
 
 namespace varek {
 

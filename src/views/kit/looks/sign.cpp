@@ -1,10 +1,10 @@
-#include "views/kit/controls/sign.h"
+#include "views/kit/looks/sign.h"
 
 #include <QPainter>
 #include <QPolygonF>
 
 #include "drawing/palette.h"
-#include "views/kit/controls/colors.h"
+#include "views/kit/looks/colors.h"
 
 namespace varek {
 

@@ -1,4 +1,4 @@
-#include "views/kit/controls/pictures.h"
+#include "views/kit/looks/pictures.h"
 
 #include "platform/picture/surface.h"
 #include "platform/system/paths.h"
