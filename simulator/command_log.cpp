@@ -50,9 +50,9 @@ CommandLog::CommandLog(const std::string& path) {
     return;
   }
   CreateParentFolder(path);
-  file_ = FileDescriptor(open(path.c_str(), O_WRONLY | O_APPEND | O_CREAT | O_CLOEXEC, 0666));
-  if (file_.Get() < 0) ThrowSystemError(path);
-  fd_ = file_.Get();
+  file_ = platform::Descriptor(open(path.c_str(), O_WRONLY | O_APPEND | O_CREAT | O_CLOEXEC, 0666));
+  if (file_.Number() < 0) ThrowSystemError(path);
+  fd_ = file_.Number();
 }
 
 void CommandLog::Write(std::string_view command) {

@@ -4,7 +4,8 @@
 #include <string>
 #include <string_view>
 
-#include "simulator/file_descriptor.h"
+#include "platform/system/descriptor.h"
+#include "simulator/descriptor_io.h"
 
 namespace simulator {
 
@@ -19,7 +20,7 @@ class CommandLog final {
   void Write(std::string_view command);
 
  private:
-  FileDescriptor file_;
+  platform::Descriptor file_;
   int fd_ = -1;
 };
 

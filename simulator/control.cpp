@@ -30,17 +30,17 @@ sockaddr_un AddressOf(const std::string& path) {
   return address;
 }
 
-FileDescriptor NewSocket() {
-  FileDescriptor fresh(socket(AF_UNIX, SOCK_STREAM | SOCK_NONBLOCK | SOCK_CLOEXEC, 0));
-  if (fresh.Get() < 0) ThrowSystemError("socket");
+platform::Descriptor NewSocket() {
+  platform::Descriptor fresh(socket(AF_UNIX, SOCK_STREAM | SOCK_NONBLOCK | SOCK_CLOEXEC, 0));
+  if (fresh.Number() < 0) ThrowSystemError("socket");
   return fresh;
 }
 
 /// Makes way for a new socket, unless another program serves the old one.
 void RemoveDeadSocket(const std::string& path, const sockaddr_un& address) {
   if (fs::status(path).type() != fs::file_type::socket) return;
-  const FileDescriptor probe = NewSocket();
-  if (connect(probe.Get(), reinterpret_cast<const sockaddr*>(&address), sizeof address) == 0) {
+  const platform::Descriptor probe = NewSocket();
+  if (connect(probe.Number(), reinterpret_cast<const sockaddr*>(&address), sizeof address) == 0) {
     errno = EADDRINUSE;
     ThrowSystemError(path);
   }
@@ -70,17 +70,18 @@ void Control::Listen(const std::string& path) {
   listener_ = NewSocket();
   const mode_t before = umask(0177);
   const int bound =
-      bind(listener_.Get(), reinterpret_cast<const sockaddr*>(&address), sizeof address);
+      bind(listener_.Number(), reinterpret_cast<const sockaddr*>(&address), sizeof address);
   umask(before);
   if (bound < 0) ThrowSystemError(path);
   path_ = path;
-  if (listen(listener_.Get(), kBacklog) < 0) ThrowSystemError(path);
-  loop_.Watch(listener_.Get(), [this] { Accept(); });
+  if (listen(listener_.Number(), kBacklog) < 0) ThrowSystemError(path);
+  loop_.Watch(listener_.Number(), [this] { Accept(); });
 }
 
 void Control::Accept() {
-  FileDescriptor socket(accept4(listener_.Get(), nullptr, nullptr, SOCK_NONBLOCK | SOCK_CLOEXEC));
-  const int fd = socket.Get();
+  platform::Descriptor socket(
+      accept4(listener_.Number(), nullptr, nullptr, SOCK_NONBLOCK | SOCK_CLOEXEC));
+  const int fd = socket.Number();
   if (fd < 0 || clients_.size() >= kMostClients) return;
   clients_.emplace(fd, Client{std::move(socket), LineBuffer('\n', kLongestLine)});
   loop_.Watch(fd, [this, fd] { ReadClient(fd); });

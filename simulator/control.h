@@ -5,8 +5,9 @@
 #include <string>
 #include <string_view>
 
+#include "platform/system/descriptor.h"
 #include "simulator/control_commands.h"
-#include "simulator/file_descriptor.h"
+#include "simulator/descriptor_io.h"
 #include "simulator/line_buffer.h"
 #include "simulator/poll_loop.h"
 
@@ -30,7 +31,7 @@ class Control final {
 
  private:
   struct Client {
-    FileDescriptor socket;
+    platform::Descriptor socket;
     LineBuffer received;
   };
 
@@ -42,7 +43,7 @@ class Control final {
 
   PollLoop& loop_;
   ControlCommands& commands_;
-  FileDescriptor listener_;
+  platform::Descriptor listener_;
   std::string path_;
   std::map<int, Client> clients_;
 };

@@ -38,9 +38,9 @@ void PollLoop::StopOnSignals() {
     if (signal != SIGHUP || !Ignored(signal)) sigaddset(&signals, signal);
   }
   sigprocmask(SIG_BLOCK, &signals, nullptr);
-  signals_ = FileDescriptor(signalfd(-1, &signals, SFD_CLOEXEC));
-  if (signals_.Get() < 0) ThrowSystemError("signals");
-  Watch(signals_.Get(), [this] { Stop(); });
+  signals_ = platform::Descriptor(signalfd(-1, &signals, SFD_CLOEXEC));
+  if (signals_.Number() < 0) ThrowSystemError("signals");
+  Watch(signals_.Number(), [this] { Stop(); });
 }
 
 void PollLoop::Run(const Handler& onWake) {

@@ -7,7 +7,8 @@
 #include <map>
 #include <vector>
 
-#include "simulator/file_descriptor.h"
+#include "platform/system/descriptor.h"
+#include "simulator/descriptor_io.h"
 
 namespace simulator {
 
@@ -38,7 +39,7 @@ class PollLoop final {
 
   std::map<int, Handler> handlers_;
   std::multimap<Clock::time_point, Handler> timers_;
-  FileDescriptor signals_;
+  platform::Descriptor signals_;
   bool stopped_ = false;
 };
 

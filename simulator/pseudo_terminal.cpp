@@ -18,15 +18,17 @@ namespace fs = std::filesystem;
 
 namespace {
 
-FileDescriptor Checked(int fd, const std::string& what) {
+platform::Descriptor Checked(int fd, const std::string& what) {
   if (fd < 0) ThrowSystemError(what);
-  return FileDescriptor(fd);
+  return platform::Descriptor(fd);
 }
 
-FileDescriptor OpenMaster() {
-  FileDescriptor master = Checked(posix_openpt(O_RDWR | O_NOCTTY | O_CLOEXEC), "pseudo-terminal");
-  if (grantpt(master.Get()) < 0 || unlockpt(master.Get()) < 0) ThrowSystemError("pseudo-terminal");
-  fcntl(master.Get(), F_SETFL, O_NONBLOCK);
+platform::Descriptor OpenMaster() {
+  platform::Descriptor master =
+      Checked(posix_openpt(O_RDWR | O_NOCTTY | O_CLOEXEC), "pseudo-terminal");
+  if (grantpt(master.Number()) < 0 || unlockpt(master.Number()) < 0)
+    ThrowSystemError("pseudo-terminal");
+  fcntl(master.Number(), F_SETFL, O_NONBLOCK);
   return master;
 }
 
@@ -49,11 +51,12 @@ void MakeRaw(int fd) {
 
 }  // namespace
 
-PseudoTerminal::PseudoTerminal() : master_(OpenMaster()), path_(SlavePath(master_.Get())) {
+PseudoTerminal::PseudoTerminal() : master_(OpenMaster()), path_(SlavePath(master_.Number())) {
   slave_ = Checked(open(path_.c_str(), O_RDWR | O_NOCTTY | O_CLOEXEC), path_);
-  MakeRaw(slave_.Get());
+  MakeRaw(slave_.Number());
   closeEvents_ = Checked(inotify_init1(IN_NONBLOCK | IN_CLOEXEC), "inotify");
-  if (inotify_add_watch(closeEvents_.Get(), path_.c_str(), IN_CLOSE) < 0) ThrowSystemError(path_);
+  if (inotify_add_watch(closeEvents_.Number(), path_.c_str(), IN_CLOSE) < 0)
+    ThrowSystemError(path_);
 }
 
 PseudoTerminal::~PseudoTerminal() {
@@ -76,9 +79,9 @@ void PseudoTerminal::LinkAs(const std::string& link) {
 
 void PseudoTerminal::GiveUpHold() {
   std::string events;
-  while (ReadSome(closeEvents_.Get(), events) == ReadResult::Data) {
+  while (ReadSome(closeEvents_.Number(), events) == ReadResult::Data) {
   }
-  ioctl(slave_.Get(), TIOCNXCL);
+  ioctl(slave_.Number(), TIOCNXCL);
 }
 
 }  // namespace simulator

@@ -4,7 +4,8 @@
 
 #include <string>
 
-#include "simulator/file_descriptor.h"
+#include "platform/system/descriptor.h"
+#include "simulator/descriptor_io.h"
 
 namespace simulator {
 
@@ -21,20 +22,20 @@ class PseudoTerminal final {
   void LinkAs(const std::string& link);
 
   /// The side of the unit; does not block.
-  int Fd() const { return master_.Get(); }
+  int Fd() const { return master_.Number(); }
   /// The path that the other side opens.
   const std::string& Path() const { return path_; }
 
   /// Readable after a program has closed the other side; GiveUpHold is to be called then.
-  int CloseEventFd() const { return closeEvents_.Get(); }
+  int CloseEventFd() const { return closeEvents_.Number(); }
   /// Ends an exclusive hold. A real port loses it with its last user; here the terminal stays open,
   /// and a program that was killed would keep every later one out.
   void GiveUpHold();
 
  private:
-  FileDescriptor master_;
-  FileDescriptor slave_;  ///< kept open, for the master fails while no one has the other side
-  FileDescriptor closeEvents_;
+  platform::Descriptor master_;
+  platform::Descriptor slave_;  ///< kept open, for the master fails while no one has the other side
+  platform::Descriptor closeEvents_;
   std::string path_;
   std::string link_;
 };

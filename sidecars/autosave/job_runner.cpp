@@ -10,6 +10,7 @@
 #include <cstring>
 #include <optional>
 
+#include "platform/system/spawn_attributes.h"
 #include "platform/time/clock.h"
 
 extern char** environ;
@@ -28,39 +29,26 @@ sigset_t ChildSignal() {
   return set;
 }
 
-/// Usual signals, a group of its own, nothing to read.
-class SpawnSetting {
+/// Nothing to read.
+class NoInput final {
  public:
-  SpawnSetting() {
-    sigset_t all, none;
-    sigfillset(&all);
-    sigemptyset(&none);
-    posix_spawnattr_init(&attributes);
-    posix_spawnattr_setsigdefault(&attributes, &all);
-    posix_spawnattr_setsigmask(&attributes, &none);
-    posix_spawnattr_setpgroup(&attributes, 0);
-    posix_spawnattr_setflags(
-        &attributes, POSIX_SPAWN_SETSIGDEF | POSIX_SPAWN_SETSIGMASK | POSIX_SPAWN_SETPGROUP);
+  NoInput() {
     posix_spawn_file_actions_init(&actions);
     posix_spawn_file_actions_addopen(&actions, STDIN_FILENO, "/dev/null", O_RDONLY, 0);
   }
-  ~SpawnSetting() {
-    posix_spawn_file_actions_destroy(&actions);
-    posix_spawnattr_destroy(&attributes);
-  }
-  SpawnSetting(const SpawnSetting&) = delete;
-  SpawnSetting& operator=(const SpawnSetting&) = delete;
+  ~NoInput() { posix_spawn_file_actions_destroy(&actions); }
+  NoInput(const NoInput&) = delete;
+  NoInput& operator=(const NoInput&) = delete;
 
-  posix_spawnattr_t attributes;
   posix_spawn_file_actions_t actions;
 };
 
 /// The error's number, 0 when `child` runs.
 int Start(std::string path, pid_t& child) {
   char* const arguments[] = {path.data(), nullptr};
-  const SpawnSetting setting;
-  return posix_spawn(&child, path.c_str(), &setting.actions, &setting.attributes, arguments,
-                     environ);
+  const platform::SpawnAttributes ownGroup(POSIX_SPAWN_SETPGROUP);
+  const NoInput input;
+  return posix_spawn(&child, path.c_str(), &input.actions, ownGroup.Get(), arguments, environ);
 }
 
 /// The status of `child` once it has ended, or nothing after `milliseconds`.

@@ -9,6 +9,7 @@
 
 #include "kit/utf8.h"
 #include "platform/errors/log.h"
+#include "platform/system/descriptor.h"
 #include "platform/time/clock.h"
 
 namespace sidecar {
@@ -20,19 +21,9 @@ namespace {
 constexpr size_t kMostBytes = 1 << 20;
 constexpr size_t kMostCharacters = 1000;
 
-class Descriptor {
- public:
-  Descriptor(const std::string& path, int flags) : number_(open(path.c_str(), flags, 0600)) {}
-  ~Descriptor() {
-    if (number_ >= 0) close(number_);
-  }
-  Descriptor(const Descriptor&) = delete;
-  Descriptor& operator=(const Descriptor&) = delete;
-  int Number() const { return number_; }
-
- private:
-  int number_;
-};
+platform::Descriptor Open(const std::string& path, int flags) {
+  return platform::Descriptor(open(path.c_str(), flags, 0600));
+}
 
 }  // namespace
 
@@ -41,7 +32,7 @@ void LogFile::Add(const std::string& event) const {
                            OneLine(Shortened(event, kMostCharacters)) + "\n";
   // Two processes must not both take the file for too long and rename it twice.
   // The lock is a file that no other account can open and hold.
-  const Descriptor lock(path_ + ".lock", O_WRONLY | O_CREAT | O_CLOEXEC);
+  const platform::Descriptor lock = Open(path_ + ".lock", O_WRONLY | O_CREAT | O_CLOEXEC);
   flock(lock.Number(), LOCK_EX);
   MakeRoom(line.size());
   if (!Append(line)) platform::LogLine(fs::path(path_).filename().string() + ": " + line);
@@ -54,7 +45,7 @@ void LogFile::MakeRoom(size_t bytes) const {
 }
 
 bool LogFile::Append(const std::string& line) const {
-  const Descriptor file(path_, O_WRONLY | O_APPEND | O_CREAT | O_CLOEXEC);
+  const platform::Descriptor file = Open(path_, O_WRONLY | O_APPEND | O_CREAT | O_CLOEXEC);
   if (file.Number() < 0) return false;
   fchmod(file.Number(), 0600);  // Fails on a file of another account, which is up to that account.
   const bool whole =

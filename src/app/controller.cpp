@@ -128,7 +128,6 @@ void Form12::LoadSteps(const std::string& commandLine) {
   DataCenter.ExitInProgress = kClear;
   ReadConfig();
   Tray.TipText = kProgramName;
-  TitleText = kProgramName;
   Usb.Failures = 0;
   const StartUp start = HandleCommandLine(commandLine, platform::OperatingSystemKind());
   if (start != StartUp::GoOn) End(start == StartUp::End ? 0 : 1);

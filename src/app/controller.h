@@ -68,7 +68,6 @@ class Form12 final : public FormEntry {
   bool startRecorded_ = false;  ///< event 1 is out, so event 2 has to follow
   bool started_ = false;        ///< all steps of the start are done
   bool WindowShown = false;     ///< the dashboard was shown through the tray
-  std::string TitleText;        ///< the window's caption
   /// First of the timers, so that an icon that comes with the first tick already follows its stage.
   platform::Timer Timer1;
   platform::Timer COMtime;

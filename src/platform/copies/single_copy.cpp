@@ -18,6 +18,7 @@
 
 #include "platform/copies/file_lock.h"
 #include "platform/errors/guard.h"
+#include "platform/system/descriptor.h"
 #include "platform/system/paths.h"
 
 namespace platform {
@@ -31,20 +32,6 @@ constexpr size_t kAnswerLimit = 512;
 constexpr timeval kPatience{1, 0};
 constexpr int kCallMilliseconds = 1000;
 constexpr int kMostCalls = 8;  ///< at a time: every account can call
-
-/// A descriptor that is closed on every way out.
-class Descriptor final {
- public:
-  explicit Descriptor(int opened) : number_(opened) {}
-  ~Descriptor() { close(number_); }
-  Descriptor(const Descriptor&) = delete;
-  Descriptor& operator=(const Descriptor&) = delete;
-  int Number() const { return number_; }
-  int Release() { return std::exchange(number_, -1); }
-
- private:
-  int number_;
-};
 
 int OpenFolder() { return open(ProgramFolder().c_str(), O_PATH | O_DIRECTORY | O_CLOEXEC); }
 

@@ -12,6 +12,7 @@
 
 #include "platform/errors/runtime_error.h"
 #include "platform/system/paths.h"
+#include "platform/system/spawn_attributes.h"
 #include "platform/text/text.h"
 
 extern char** environ;
@@ -25,29 +26,6 @@ ProgramStarter& Replacement() {
   return starter;
 }
 
-/// A program of ours must begin with the signals in their usual state and outlive a Ctrl-C that
-/// is meant for the monitor.
-class SpawnAttributes {
- public:
-  SpawnAttributes() {
-    posix_spawnattr_init(&attributes_);
-    sigset_t all, none;
-    sigfillset(&all);
-    sigemptyset(&none);
-    posix_spawnattr_setsigdefault(&attributes_, &all);
-    posix_spawnattr_setsigmask(&attributes_, &none);
-    posix_spawnattr_setflags(&attributes_,
-                             POSIX_SPAWN_SETSIGDEF | POSIX_SPAWN_SETSIGMASK | POSIX_SPAWN_SETSID);
-  }
-  ~SpawnAttributes() { posix_spawnattr_destroy(&attributes_); }
-  SpawnAttributes(const SpawnAttributes&) = delete;
-  SpawnAttributes& operator=(const SpawnAttributes&) = delete;
-  const posix_spawnattr_t* Get() const { return &attributes_; }
-
- private:
-  posix_spawnattr_t attributes_;
-};
-
 pid_t Spawn(std::vector<std::string> arguments) {
   // Nobody waits for these programs: the system clears them away when they end.
   std::signal(SIGCHLD, SIG_IGN);
@@ -55,7 +33,8 @@ pid_t Spawn(std::vector<std::string> arguments) {
   pointers.reserve(arguments.size() + 1);
   for (std::string& argument : arguments) pointers.push_back(argument.data());
   pointers.push_back(nullptr);
-  const SpawnAttributes attributes;
+  // It outlives a Ctrl-C that is meant for the monitor.
+  const SpawnAttributes attributes(POSIX_SPAWN_SETSID);
   pid_t child = 0;
   const int error =
       posix_spawn(&child, pointers[0], nullptr, attributes.Get(), pointers.data(), environ);

@@ -1,25 +1,10 @@
-// A file descriptor that closes itself, and the two operations that every user of one needs.
+// The two operations that every user of a descriptor needs.
 #pragma once
 
 #include <string>
 #include <string_view>
-#include <utility>
 
 namespace simulator {
-
-class FileDescriptor final {
- public:
-  FileDescriptor() = default;
-  explicit FileDescriptor(int fd) : fd_(fd) {}
-  FileDescriptor(FileDescriptor&& other) noexcept : fd_(std::exchange(other.fd_, -1)) {}
-  FileDescriptor& operator=(FileDescriptor&& other) noexcept;
-  ~FileDescriptor();
-
-  int Get() const { return fd_; }
-
- private:
-  int fd_ = -1;
-};
 
 /// Writes all of `bytes`. False when that is not possible, also because a descriptor that does not
 /// block takes no more; a part may then have gone out.

@@ -1,22 +1,12 @@
-#include "simulator/file_descriptor.h"
+#include "simulator/descriptor_io.h"
 
 #include <unistd.h>
 
 #include <cerrno>
 #include <filesystem>
 #include <system_error>
-#include <utility>
 
 namespace simulator {
-
-FileDescriptor& FileDescriptor::operator=(FileDescriptor&& other) noexcept {
-  std::swap(fd_, other.fd_);
-  return *this;
-}
-
-FileDescriptor::~FileDescriptor() {
-  if (fd_ >= 0) close(fd_);
-}
 
 bool WriteAll(int fd, std::string_view bytes) {
   while (!bytes.empty()) {
