@@ -28,13 +28,9 @@ async function freePort() {
   }));
 }
 
-/** The lines of the configuration that matter here, by their numbers from 0. */
-const configLines = (port, {login, control, language}) =>
-  ({0: 'F', 1: '1', 5: port, 6: 'T', 7: login, 8: control, 10: language});
-
-function writeConfig(file, settings) {
+function writeConfig(file, port, {login, control, language}) {
   const lines = readFileSync(file, 'utf8').split('\n');
-  Object.assign(lines, settings);
+  Object.assign(lines, {0: 'F', 1: '1', 5: port, 6: 'T', 7: login, 8: control, 10: language});
   writeFileSync(file, lines.join('\n'));
 }
 
@@ -42,32 +38,26 @@ export class Monitor {
   /** `settings`: login, control (passwords), language (0 to 2). */
   static async start(programFolder, simulator, settings) {
     const monitor = new Monitor();
-    await monitor.#start(programFolder, simulator, settings);
-    return monitor;
-  }
-
-  async #start(programFolder, simulator, settings) {
-    this.folder = mkdtempSync(join(tmpdir(), 'varek-browser-'));
-    this.port = await freePort();
-    this.address = `http://127.0.0.1:${this.port}`;
-    const at = name => join(this.folder, name);
+    monitor.folder = mkdtempSync(join(tmpdir(), 'varek-browser-'));
+    monitor.port = await freePort();
+    monitor.address = `http://127.0.0.1:${monitor.port}`;
+    const at = name => join(monitor.folder, name);
     cpSync(programFolder, at('Varek'), {recursive: true});
-    writeConfig(at('Varek/config.qmz'), configLines(this.port, settings));
+    writeConfig(at('Varek/config.qmz'), monitor.port, settings);
     for (const name of ['dev', 'root', 'run']) mkdirSync(at(name));
     chmodSync(at('run'), 0o700);
     const {DISPLAY, WAYLAND_DISPLAY, JOURNAL_STREAM, ...kept} = process.env;
     const env = {...kept, LC_ALL: 'C.UTF-8', QT_QPA_PLATFORM: 'offscreen',
       VAREK_SHUTDOWN_COMMAND: 'true', VAREK_COM_DIR: at('dev'), VAREK_ROOT: at('root'),
       XDG_RUNTIME_DIR: at('run'), ASAN_OPTIONS: 'detect_leaks=0'};
-    this.processes = [this.#run(simulator, ['--link', at('dev/com1'), '--control', at('control'),
-      '--log', at('log')], env)];
-    await sight('the simulated UPS', () => this.order('state').catch(() => ''));
-    this.processes.push(this.#run(at('Varek/Varek'), [], env));
-    await sight('the web console', () => fetch(this.address + '/').catch(() => false));
-  }
-
-  #run(program, args, env) {
-    return spawn(program, args, {env, cwd: this.folder, stdio: 'ignore'});
+    const run = (program, ...args) =>
+      spawn(program, args, {env, cwd: monitor.folder, stdio: 'ignore'});
+    monitor.processes = [run(
+      simulator, '--link', at('dev/com1'), '--control', at('control'), '--log', at('log'))];
+    await sight('the simulated UPS', () => monitor.order('state').catch(() => ''));
+    monitor.processes.push(run(at('Varek/Varek')));
+    await sight('the web console', () => fetch(monitor.address + '/').catch(() => false));
+    return monitor;
   }
 
   /** One line of control for the simulated UPS; resolves to its answer. */

@@ -21,7 +21,6 @@ class TimersTest : public testing::Test {
   std::function<void()> Note(const std::string& name) {
     return [this, name] { Write(name); };
   }
-  /// What has been written down since the last call.
   std::string Log() { return std::exchange(log, {}); }
   /// Time in which no event was handled has passed.
   void Sleep(int milliseconds) { clock.Wait(milliseconds), RunDueTimers(), RunDueTimers(); }
@@ -43,7 +42,6 @@ TEST_F(TimersTest, RunInTheOrderOfTheirMomentsAndDropMissedBeats) {
   EXPECT_EQ(Log(), "f1440 t1440 f1840 t1840 s2000");
   Sleep(3600'000);
   EXPECT_EQ(Log(), "f3602000 t3602000 s3602000");
-  EXPECT_EQ(NextDueTick(), TickCount() + 400);
 }
 
 TEST_F(TimersTest, AnIntervalRestartsOnlyWhenItChanges) {
@@ -63,8 +61,6 @@ TEST_F(TimersTest, AnIntervalRestartsOnlyWhenItChanges) {
   clock.Advance(200);
   timer.SetEnabled(true);
   clock.Advance(100);
-  timer.SetInterval(0);
-  clock.Advance(5000);
   EXPECT_EQ(Log(), "t7500");
 }
 

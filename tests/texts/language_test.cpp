@@ -12,12 +12,7 @@
 namespace varek {
 namespace {
 
-class LanguageTest : public test::MonitorTest {
- protected:
-  platform::Database Table() const {
-    return platform::Database(Folder() + "/database/LangData.mdb");
-  }
-};
+using LanguageTest = test::MonitorTest;
 
 TEST_F(LanguageTest, EveryLanguageFillsEveryText) {
   std::set<std::string> eventSets;
@@ -33,7 +28,8 @@ TEST_F(LanguageTest, EveryLanguageFillsEveryText) {
 }
 
 TEST_F(LanguageTest, AShortOrAbsentTableLeavesTextsEmptyAndGoesOn) {
-  auto table = Table();
+  const std::string file = Folder() + "/database/LangData.mdb";
+  platform::Database table(file);
   auto rows = table.OpenRecordset("Select * From LangData Where [number] > 135");
   while (!rows->Eof()) {
     rows->MoveFirst();
@@ -44,7 +40,7 @@ TEST_F(LanguageTest, AShortOrAbsentTableLeavesTextsEmptyAndGoesOn) {
   EXPECT_EQ(EventText[11], "");
 
   LangText = {};
-  std::filesystem::remove(Folder() + "/database/LangData.mdb");
+  std::filesystem::remove(file);
   Loadlanguage(0);
   EXPECT_EQ(EventText[0], "");
 }

