@@ -124,13 +124,5 @@ TEST_F(ControllerTest, RecordingThatStopsIsToldOnceThoughItsErrorPassesUp) {
             "recording of events: works again\n");
 }
 
-TEST_F(ControllerTest, TheStatusIsEvaluatedWithoutALinkToo) {
-  Load();
-  DataCenter.flags.Utility = kSet;
-  clock.Advance(1000);
-  EXPECT_EQ(EventRows(), (std::vector<int>{1, 6}));
-  EXPECT_EQ(DataCenter.UPSStageLast, 1);
-}
-
 }  // namespace
 }  // namespace varek

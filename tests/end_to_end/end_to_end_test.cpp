@@ -7,7 +7,6 @@
 #include <algorithm>
 #include <chrono>
 #include <filesystem>
-#include <random>
 #include <utility>
 
 #include "platform/system/system.h"
@@ -94,30 +93,24 @@ TEST_F(EndToEnd, ProtectsWithoutItsRecords) {
       [](const std::string& path) { fs::permissions(path, fs::perms::owner_read); },
       [](const std::string& path) { WriteFile(path, std::string(8192, '?')); },
   };
-  Texts paths, bytes;
   for (const Spoil spoil : kSpoils) {
-    for (const char* file : {"data.mdb", "Event.mdb"}) {
+    for (const char* file : {"database/data.mdb", "database/Event.mdb"}) {
       Monitor& monitor = Install({{53, "TTTTT"}});
-      paths.push_back(monitor.Path("database/" + std::string(file)));
-      spoil(paths.back());
-      bytes.push_back(ReadFile(paths.back()));
+      const std::string path = monitor.Path(file);
+      SCOPED_TRACE(path);
+      spoil(path);
+      const std::string bytes = ReadFile(path);
       monitor.Start();
       EXPECT_TRUE(monitor.Says("Init Database Error!"));
+      monitor.Order("mains off");
+      monitor.Await("shutdown", [&] { return monitor.Shutdowns() > 0; });
+      monitor.AwaitOrders({"C", "S00"});
+      EXPECT_EQ(monitor.Calls(),
+                (std::vector<Texts>{{"ShowAutoSave"}, {"alert", "UPSMains power failed"}}));
+      EXPECT_EQ(monitor.Stop(), 0);
+      EXPECT_EQ(monitor.Shutdowns(), 1u);
+      EXPECT_EQ(ReadFile(path), bytes) << "left as it is";
     }
-  }
-  for (Monitor& monitor : monitors) {
-    monitor.AwaitCommand("F", 1);
-    monitor.Order("mains off");
-  }
-  for (size_t i = 0; i < monitors.size(); ++i) {
-    SCOPED_TRACE(i);
-    monitors[i].Await("shutdown", [&] { return monitors[i].Shutdowns() > 0; });
-    monitors[i].AwaitOrders({"C", "S00"});
-    EXPECT_EQ(monitors[i].Calls(),
-              (std::vector<Texts>{{"ShowAutoSave"}, {"alert", "UPSMains power failed"}}));
-    EXPECT_EQ(monitors[i].Stop(), 0);
-    EXPECT_EQ(monitors[i].Shutdowns(), 1u);
-    EXPECT_EQ(ReadFile(paths[i]), bytes[i]) << "left as it is";
   }
 }
 
@@ -132,13 +125,11 @@ TEST_F(EndToEnd, AStopLetsTheUPSBeToldFirst) {
   EXPECT_EQ(monitor.Events(), (Types{1, 3, 6, 2}));
 }
 
-std::string EventName(int type, int language) {
-  constexpr int kTextOfNoEvent = 130;
-  const std::string number = std::to_string(kTextOfNoEvent + type) + "\t";
-  for (const auto& line : Split(ReadFile(ASSETS "/language/texts.tsv"), '\n')) {
-    if (line.starts_with(number)) return Split(line + "\t", '\t').at(2 + language);
-  }
-  return "";
+std::string EventName(const Monitor& monitor, int type, int language) {
+  const std::string column = language == 0 ? "english" : "big5";
+  const std::string number = std::to_string(130 + type);
+  return monitor.Query("LangData.mdb",
+                       "SELECT " + column + " FROM LangData WHERE number=" + number)[0];
 }
 
 /// What the settings hold in a text line: whatever a shell or a careless hand would change.
@@ -168,17 +159,18 @@ std::string Bracketed(const Texts& fields) {
 }
 
 /// One event of each kind but 5, 9 and 12; in alphabetical order.
-std::vector<Texts> ExpectedCalls(const Report& report) {
+std::vector<Texts> ExpectedCalls(const Monitor& monitor, const Report& report) {
   const std::string link =
       "\r\n\r\n http://" + platform::LocalAddress() + ":" + report.port + "/index.htm";
   const std::string number = std::to_string(report.language);
   std::vector<Texts> calls{{"ShowAutoSave"}};
   for (int type : {6, 7, 10, 11})
-    calls.push_back({"alert", "UPS" + EventName(type, report.language)});
+    calls.push_back({"alert", "UPS" + EventName(monitor, type, report.language)});
   for (int type : {1, 2, 4, 6, 8, 11}) {
     const std::string body = (type == 1 ? "" : Field(18 + type)) + (report.web ? link : "");
-    calls.push_back({"mailto", Bracketed({Field(13), Field(14), Field(15), Field(16), Field(17),
-                                          EventName(type, report.language), body, "F", number})});
+    calls.push_back(
+        {"mailto", Bracketed({Field(13), Field(14), Field(15), Field(16), Field(17),
+                              EventName(monitor, type, report.language), body, "F", number})});
   }
   for (int type : {2, 3, 6, 7, 10}) {
     calls.push_back({"SMSTO", Bracketed({"1", Field(33), Field(34), Field(35), Field(36 + type),
@@ -202,7 +194,7 @@ TEST_F(EndToEnd, MessagesReachTheSidecarsByteForByte) {
     monitor.Order("silent on");
     monitor.AwaitEventCount(8);
     EXPECT_EQ(monitor.Stop(), 0);
-    const auto expected = ExpectedCalls(report);
+    const auto expected = ExpectedCalls(monitor, report);
     monitor.Await("the messages", [&] { return monitor.Calls().size() >= expected.size(); });
     std::vector<Texts> calls = monitor.Calls();
     std::ranges::sort(calls);
@@ -211,10 +203,6 @@ TEST_F(EndToEnd, MessagesReachTheSidecarsByteForByte) {
 }
 
 TEST_F(EndToEnd, LosesNoRowWhenKilled) {
-  const unsigned seed = std::random_device()();
-  SCOPED_TRACE("seed " + std::to_string(seed));
-  std::mt19937 random(seed);
-  const auto upTo = [&](int most) { return std::uniform_int_distribution(0, most)(random); };
   Monitor& monitor = Install();
   Texts events, samples;
   const auto look = [&] {
@@ -224,16 +212,16 @@ TEST_F(EndToEnd, LosesNoRowWhenKilled) {
     EXPECT_EQ(std::ranges::mismatch(eventsBefore, events).in1, eventsBefore.end());
     EXPECT_EQ(std::ranges::mismatch(samplesBefore, samples).in1, samplesBefore.end());
   };
-  for (int round = 0; round < 4; ++round) {
+  for (const int milliseconds : {40, 160, 280, 400}) {
     monitor.Launch();
-    usleep(static_cast<useconds_t>(upTo(500'000)));
+    usleep(static_cast<useconds_t>(milliseconds) * 1000);
     monitor.Stop(SIGKILL);  // somewhere on its way up
     look();
 
     monitor.Start();
     const size_t known = samples.size();
     monitor.Await("a sample", [&] { return monitor.Samples().size() > known; });
-    const auto end = Clock::now() + std::chrono::milliseconds(upTo(2000));
+    const auto end = Clock::now() + std::chrono::milliseconds(4 * milliseconds);
     for (; Clock::now() < end; usleep(10'000)) look();
     monitor.Stop(SIGKILL);
     look();

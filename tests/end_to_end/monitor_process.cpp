@@ -43,8 +43,8 @@ constexpr const char* kSidecars[] = {"/alert", "/mailto", "/SMSTO", "/Autosave",
 
 void InstallProgram(const std::string& folder) {
   fs::copy_file(PROGRAM_FOLDER "/Varek", folder + "/Varek");
-  for (const char* name : kSidecars) fs::create_symlink(SIDECAR_STAND_IN, folder + name);
-  fs::create_symlink(PROGRAM_FOLDER "/image", folder + "/image");
+  for (const char* name : kSidecars) fs::copy_file(SIDECAR_STAND_IN, folder + name);
+  fs::copy(PROGRAM_FOLDER "/image", folder + "/image");
   for (const char* name : {"/dev", "/root", "/run", "/bin"}) fs::create_directory(folder + name);
   fs::create_symlink(SIDECAR_STAND_IN, folder + "/bin/systemctl");
   fs::permissions(folder + "/run", fs::perms::owner_all);
@@ -119,16 +119,6 @@ void Monitor::TakeRealSidecars(const std::string& environment) {
   }
 }
 
-void Monitor::StartBy(const std::string& command) {
-  environment_ = command;
-  const auto take = [this](const std::string& from, const std::string& name) {
-    fs::remove_all(folder_.Path() + name);
-    fs::copy(from, folder_.Path() + name, fs::copy_options::recursive);
-  };
-  for (const char* name : kSidecars) take(SIDECAR_STAND_IN, name);
-  take(PROGRAM_FOLDER "/image", "/image");
-}
-
 void Monitor::EndWithTheSystem() {
   // The shell's number is the program's: the shell becomes it.
   environment_ = R"(VAREK_SHUTDOWN_COMMAND="echo down >> $PWD/shutdowns; kill $$")";
@@ -197,10 +187,6 @@ void Monitor::AwaitOrders(const Texts& commands) {
   EXPECT_EQ(WithoutQuestions(Commands()), commands);
 }
 
-void Monitor::AwaitCommand(const std::string& command, long count) {
-  Await(command, [&] { return CommandCount(command) >= count; });
-}
-
 std::string Monitor::Account() const {
   std::string text = "\nstandard error:\n" + ReadFile(Path("errors")) + "\ncommands:";
   for (const std::string& command : Commands()) text += " " + command;
@@ -217,10 +203,6 @@ Texts Monitor::Commands() const {
   Texts commands = Split(ReadFile(Path("log")), '\n');
   for (std::string& line : commands) line.erase(0, kLogTimeWidth);
   return commands;
-}
-
-long Monitor::CommandCount(const std::string& command) const {
-  return std::ranges::count(Commands(), command);
 }
 
 std::vector<Texts> Monitor::Calls() const {

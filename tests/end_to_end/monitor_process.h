@@ -51,9 +51,8 @@ class Monitor final {
   /// Puts the real programs in the place of the stand-ins; the program is then started with
   /// `environment` ("NAME=VALUE") too.
   void TakeRealSidecars(const std::string& environment);
-  /// From now on the program is started by way of `command`, for example as another account, which
-  /// then finds all that it needs.
-  void StartBy(const std::string& command);
+  /// From now on the program is started by way of `command`, for example as another account.
+  void StartBy(const std::string& command) { environment_ = command; }
   /// From the next start on, the system's shutdown ends the program too, as the real one does.
   void EndWithTheSystem();
   /// Starts the program and waits for nothing.
@@ -76,14 +75,12 @@ class Monitor final {
   void AwaitEvents(const std::vector<int>& types);
   /// The same for the commands to the UPS that are no questions.
   void AwaitOrders(const Texts& commands);
-  void AwaitCommand(const std::string& command, long count);
 
   std::string Path(const std::string& name) const { return folder_.Path() + "/" + name; }
   /// Whether the last start wrote the text to standard error.
   bool Says(const std::string& text) const;
   /// All commands that the UPS was given.
   Texts Commands() const;
-  long CommandCount(const std::string& command) const;
   /// Each call of a sidecar or of the service manager's command: its name, then its arguments.
   std::vector<Texts> Calls() const;
   /// How often the system was shut down.

@@ -47,11 +47,6 @@ class Server {
   FILE* server_ = nullptr;
 };
 
-std::string GatewayText(const std::string& address) {
-  return "[0]\nname = loopback\nmethod = POST\naddress = http://" + address +
-         "/send\nparameter = to {number}\nparameter = text {text}\ngood = ^OK\n";
-}
-
 /// A session bus that takes calls and never answers one, as on a desktop that is breaking down.
 class SilentBus {
  public:
@@ -136,7 +131,9 @@ TEST_F(EndToEnd, AMainsFailureWarnsSavesAndThenShutsDown) {
   const Screen screen(monitor, "1280x1024");
 
   WriteFile(monitor.Path("config.qmz"), ConfigBytes(RoadSettings(mail.Address())));
-  WriteFile(monitor.Path("SMSTO.conf"), GatewayText(sms.Address()));
+  WriteFile(monitor.Path("SMSTO.conf"),
+            "[0]\nname = loopback\nmethod = POST\naddress = http://" + sms.Address() +
+                "/send\nparameter = to {number}\nparameter = text {text}\ngood = ^OK\n");
   WriteFile(monitor.Path("sms/reply-1"), "200\nOK");
   fs::create_directory(monitor.Path("autosave.d"));
   const std::string save = monitor.Path("autosave.d/10-save");

@@ -5,6 +5,7 @@
 
 #include <algorithm>
 #include <chrono>
+#include <cstdlib>
 #include <filesystem>
 
 #include "end_to_end/monitor_process.h"
@@ -39,6 +40,9 @@ TEST_F(EndToEnd, AFirstStartFindsTheUnitAndASecondCopyGivesWayMeanwhile) {
   Monitor& monitor = Install();
   const std::string config = monitor.Path("config.qmz");
   fs::remove(config);
+  monitor.Start();
+  EXPECT_EQ(monitor.Stop(), 0);
+  EXPECT_FALSE(fs::exists(config)) << "a stop in the search";
   fs::rename(monitor.Path("dev/com1"), monitor.Path("dev/com3"));
   const auto before = Clock::now();
   monitor.Start();
@@ -48,7 +52,7 @@ TEST_F(EndToEnd, AFirstStartFindsTheUnitAndASecondCopyGivesWayMeanwhile) {
   EXPECT_GT(Clock::now() - before, 7s);
   const Texts lines = Split(ReadFile(config), '\n');
   EXPECT_EQ(lines.at(0) + lines.at(1), "F3");
-  monitor.AwaitEvents({1, 3});
+  monitor.AwaitEvents({1, 2, 1, 3});
   EXPECT_EQ(monitor.LaunchAnother(), 0);
   EXPECT_EQ(monitor.Stop(), 0);
 }
@@ -59,13 +63,6 @@ TEST_F(EndToEnd, CopiesOfAllAccountsSeeEachOther) {
   const std::string root = "env -u XDG_RUNTIME_DIR";
   const std::string person = "setpriv --reuid=65534 --regid=65534 --clear-groups " + root;
   Monitor& monitor = Install({{2, "800"}});
-  const auto openToAll = [&] {
-    fs::permissions(monitor.Path(""), fs::perms::all);
-    for (const auto& entry : fs::recursive_directory_iterator(monitor.Path(""))) {
-      const bool own = entry.is_symlink() || entry.path().filename() == ".varek.lock";
-      if (!own && !entry.is_socket()) fs::permissions(entry, fs::perms::all);
-    }
-  };
   const auto expectAnswer = [&](const std::string& by) {
     monitor.StartBy(by);
     EXPECT_EQ(monitor.LaunchAnother(), 0);
@@ -79,7 +76,9 @@ TEST_F(EndToEnd, CopiesOfAllAccountsSeeEachOther) {
   expectAnswer(root);
   EXPECT_EQ(monitor.Stop(), 0);
 
-  openToAll();
+  const std::string others = " ! -type l ! -type s ! -name .varek.lock";
+  EXPECT_EQ(std::system(("find " + monitor.Path("") + others + " -exec chmod 777 {} +").c_str()),
+            0);
   monitor.StartBy(person);
   monitor.Start();
   expectAnswer(root);
@@ -88,15 +87,6 @@ TEST_F(EndToEnd, CopiesOfAllAccountsSeeEachOther) {
   monitor.StartBy(root);
   monitor.Start();
   EXPECT_EQ(monitor.Stop(), 0);
-}
-
-TEST_F(EndToEnd, AStopInTheSearchWritesNoConfiguration) {
-  Monitor& monitor = Install();
-  fs::remove(monitor.Path("config.qmz"));
-  monitor.Start();
-  EXPECT_EQ(monitor.Stop(), 0);
-  EXPECT_FALSE(fs::exists(monitor.Path("config.qmz")));
-  EXPECT_EQ(monitor.Events(), (std::vector<int>{1, 2}));
 }
 
 TEST_F(EndToEnd, ArgumentsDoWhatTheirKindOfSystemSays) {

@@ -80,9 +80,7 @@ TEST_F(ProtocolTest, RatingIsToldFromIdentityByItsLength) {
 TEST_F(ProtocolTest, IdentityInItsTwoForms) {
   struct Case {
     std::string line;
-    const char* company;
-    const char* model;
-    const char* version;
+    const char *company, *model, *version;
   };
   const Case cases[] = {
       {kFixedIdentity, "ACME POWER LTD", "UPS 1000", "V01.25"},
@@ -106,10 +104,8 @@ TEST_F(ProtocolTest, IdentityInItsTwoForms) {
 TEST_F(ProtocolTest, CapabilitiesFollowVersionTypeAndLink) {
   struct Case {
     const char* line;
-    Flag connected;
-    Flag offLine;
-    bool temperature;
-    bool load;
+    Flag connected, offLine;
+    bool temperature, load;
   };
   const Case cases[] = {
       {"#ACME M10 V1.2\r", kSet, kClear, true, true},

@@ -17,10 +17,6 @@ class DatabasesTest : public test::MonitorTest {
  protected:
   std::string File(const std::string& name) const { return Folder() + "/database/" + name; }
 
-  std::vector<std::string> Tables() const {
-    return platform::Database(File("data.mdb")).TableNames();
-  }
-
   std::vector<std::string> Column(const std::string& file, const std::string& table,
                                   int field) const {
     platform::Database database(File(file));
@@ -54,7 +50,7 @@ class DatabasesTest : public test::MonitorTest {
   }
 };
 
-TEST_F(DatabasesTest, ASampleHasItsSevenColumns) {
+TEST_F(DatabasesTest, ASampleHasItsSevenColumnsOrIsLeftOut) {
   ASSERT_TRUE(OpenDatabases());
   DataCenter.readings.InputVoltage = 220.5F;
   DataCenter.readings.OutputVoltage = 27.1F;
@@ -62,6 +58,8 @@ TEST_F(DatabasesTest, ASampleHasItsSevenColumns) {
   DataCenter.readings.Frequency = 49.9F;
   DataCenter.readings.BatteryVoltage = 2.21F;
   DataCenter.readings.Temperature = 30.25F;  // stays Celsius whatever is shown
+  AddSample();
+  DataCenter.readings.LoadPercent = 300;  // does not fit the column, and costs this sample only
   AddSample();
   platform::Database database(File("data.mdb"));
   const auto rows = database.OpenRecordset("20260310");
@@ -92,21 +90,18 @@ TEST_F(DatabasesTest, AClockSetBackAppendsToTheOldTableAndPurgesNothing) {
 }
 
 TEST_F(DatabasesTest, PurgeKeepsTheCutOffDayAcrossMonthsAndYears) {
-  struct Case {
+  const struct {
     DateTime today;
-    const char* kept;
-    const char* dropped;
-  };
-  const Case cases[] = {
+    const char *kept, *dropped;
+  } cases[] = {
       {{2028, 3, 10, 1, 0, 0}, "20280225", "20280224"},  // leap year
       {{2026, 3, 10, 1, 0, 0}, "20260224", "20260223"},
       {{2100, 3, 1, 1, 0, 0}, "21000215", "21000214"},  // no leap year
-      {{2000, 3, 1, 1, 0, 0}, "20000216", "20000215"},
       {{2026, 1, 3, 1, 0, 0}, "20251220", "20251219"},
       {{2026, 5, 14, 1, 0, 0}, "20260430", "20260429"},
       {{2026, 5, 15, 1, 0, 0}, "20260501", "20260430"},
   };
-  for (const Case& c : cases) {
+  for (const auto& c : cases) {
     clock.SetNow(c.today);
     test::InstallDatabases(Folder());
     AddTable(c.kept);
@@ -125,7 +120,8 @@ TEST_F(DatabasesTest, PurgeGoesByLeadingDigitsAndLeavesEverythingElse) {
     AddRow("HTTPLOG", moment);
   }
   ASSERT_TRUE(OpenDatabases());
-  EXPECT_EQ(Tables(), (std::vector<std::string>{"a20200101", "20991231", "0", "20260310"}));
+  EXPECT_EQ(platform::Database(File("data.mdb")).TableNames(),
+            (std::vector<std::string>{"a20200101", "20991231", "0", "20260310"}));
   const std::vector<std::string> kept{"2026-02-24 00:00:00", "2026-03-09 01:02:03"};
   EXPECT_EQ(Column("Event.mdb", "allevent", 0), kept);
   EXPECT_EQ(Column("Event.mdb", "HTTPLOG", 0), kept);
@@ -137,12 +133,9 @@ TEST_F(DatabasesTest, AJumpOfTheClockPurgesOnlyWhenItHolds) {
     int seconds;  ///< for which it holds
     bool purged;
   } cases[] = {
-      {{2026, 4, 9, 12, 0, 0}, 10, false},
-      {{2026, 4, 9, 12, 0, 0}, 590, false},
-      {{2026, 4, 9, 12, 0, 0}, 610, true},
+      {{2026, 4, 9, 12, 0, 0}, 590, false},  {{2026, 4, 9, 12, 0, 0}, 610, true},
       {{2026, 4, 9, 23, 55, 0}, 590, false},  // with a midnight inside
-      {{2026, 4, 9, 23, 55, 0}, 610, true},
-      {{2026, 3, 11, 0, 30, 0}, 610, true},
+      {{2026, 4, 9, 23, 55, 0}, 610, true},  {{2026, 3, 11, 0, 30, 0}, 610, true},
   };
   for (const auto& c : cases) {
     clock.SetNow({2026, 3, 10, 12, 0, 0});
@@ -192,40 +185,28 @@ TEST_F(DatabasesTest, ADeletedFileIsNoticedAndItsSuccessorTaken) {
   EXPECT_EQ(DataCenter.DebugLines[0], "2026/03/10 12:07:00  Samples are recorded again");
   EXPECT_EQ(journal.Take(), "recording of samples: could not open data.mdb: " + File("data.mdb") +
                                 ": no such database\nrecording of samples: works again\n");
-}
 
-TEST_F(DatabasesTest, AStartWithoutItsFilesTriesAgain) {
+  CloseDatabases();
   std::filesystem::remove(File("data.mdb"));
-  EXPECT_FALSE(OpenDatabases());
+  EXPECT_FALSE(OpenDatabases());  // a start without it tries again too
   Run(100);
   test::InstallDatabases(Folder());
   Run(61);
   EXPECT_TRUE(DataCenter.DatabaseReady && Records.allevent);
 }
 
-TEST_F(DatabasesTest, AMissingWebLogKeepsNoOldEvents) {
-  AddRow("allevent", "2020/1/1 1:2:3");
-  platform::Database(File("Event.mdb")).DeleteTable("HTTPLOG");
-  ASSERT_TRUE(OpenDatabases());
-  EXPECT_TRUE(Column("Event.mdb", "allevent", 0).empty());
-}
-
-TEST_F(DatabasesTest, AFailedSampleCostsThatSampleOnly) {
-  ASSERT_TRUE(OpenDatabases());
-  DataCenter.readings.LoadPercent = 300;  // does not fit the column
-  AddSample();
-  DataCenter.readings.LoadPercent = 20;
-  AddSample();
-  EXPECT_EQ(Column("data.mdb", "20260310", 3), std::vector<std::string>{"20"});
-}
-
-TEST_F(DatabasesTest, AMissingTableLeavesStorageOff) {
+TEST_F(DatabasesTest, AMissingTableLeavesStorageOffUnlessItIsTheWebLog) {
   for (const char* table : {"allevent", "schedule"}) {
     test::InstallDatabases(Folder());
     platform::Database(File("Event.mdb")).DeleteTable(table);
     EXPECT_FALSE(OpenDatabases()) << table;
     EXPECT_FALSE(DataCenter.DatabaseReady || TableExists("20260310"));
   }
+  test::InstallDatabases(Folder());
+  AddRow("allevent", "2020/1/1 1:2:3");
+  platform::Database(File("Event.mdb")).DeleteTable("HTTPLOG");
+  EXPECT_TRUE(OpenDatabases());
+  EXPECT_TRUE(Column("Event.mdb", "allevent", 0).empty());
 }
 
 }  // namespace

@@ -1,7 +1,6 @@
 // The twelve events: latches, order, what a failure stops and what it does not.
 
 #include "records/events.h"
-#include "core/debug_lines.h"
 #include "records/notices/event_record.h"
 
 #include "core/data_center.h"
@@ -27,42 +26,39 @@ class EventsTest : public test::MonitorTest {
 };
 
 TEST_F(EventsTest, EachFlagRaisesItsEventOnceUntilItFalls) {
-  struct Case {
-    Flag* flag;
-    int raised;
+  const struct {
+    Flag& flag;
+    Flag raised, fallen;
     Rows afterTwoRounds;
-  };
-  const Case cases[] = {
-      {&DataCenter.flags.Utility, 6, {6, 8, 6, 8}},     {&DataCenter.flags.BatLow, 7, {7, 7}},
-      {&DataCenter.flags.TestProgress, 12, {12, 12}},   {&DataCenter.flags.UPSFailed, 11, {11, 11}},
-      {&DataCenter.readings.LoadPercent, 10, {10, 10}},
+  } cases[] = {
+      {DataCenter.flags.Utility, kSet, kClear, {6, 8, 6, 8}},
+      {DataCenter.flags.BatLow, kSet, kClear, {7, 7}},
+      {DataCenter.flags.TestProgress, kSet, kClear, {12, 12}},
+      {DataCenter.flags.UPSFailed, kSet, kClear, {11, 11}},
+      {DataCenter.readings.LoadPercent, 101, 100, {10, 10}},
   };
   Rows expected;
-  for (const Case& c : cases) {
-    for (int round = 0; round < 2; ++round) {
-      *c.flag = c.flag == &DataCenter.readings.LoadPercent ? 101 : kSet;
-      CheckUPSEvents();
-      CheckUPSEvents();
-      *c.flag = c.flag == &DataCenter.readings.LoadPercent ? 100 : kClear;
+  for (const auto& c : cases) {
+    for (const Flag value : {c.raised, c.fallen, c.raised, c.fallen}) {
+      c.flag = value;
       CheckUPSEvents();
       CheckUPSEvents();
     }
     expected.insert(expected.end(), c.afterTwoRounds.begin(), c.afterTwoRounds.end());
-    EXPECT_EQ(EventRows(), expected) << c.raised;
+    EXPECT_EQ(EventRows(), expected);
   }
 }
 
 TEST_F(EventsTest, OneTickWritesItsEventsInOrderAndShowsThoseThatHaveAPopup) {
+  auto& flags = DataCenter.flags;
   for (const Flag popup : {kClear, kSet}) {
     CheckUPSEvents();
     started.clear();
     DataCenter.settings.EventPopup = popup;
-    DataCenter.flags.Utility = DataCenter.flags.BatLow = DataCenter.flags.TestProgress =
-        DataCenter.flags.UPSFailed = kSet;
+    flags.Utility = flags.BatLow = flags.TestProgress = flags.UPSFailed = kSet;
     DataCenter.readings.LoadPercent = 120;
     CheckUPSEvents();
-    DataCenter.flags.Utility = DataCenter.flags.BatLow = DataCenter.flags.TestProgress =
-        DataCenter.flags.UPSFailed = kClear;
+    flags = {};
     DataCenter.readings.LoadPercent = 0;
     std::string shown;
     for (const test::StartedProgram& program : started) shown += program.name + program.rest + "\n";
@@ -81,23 +77,15 @@ TEST_F(EventsTest, AMissingMailProgramDoesNotKeepTheTextMessage) {
   EXPECT_EQ(Started("SMSTO.exe").size(), 1U);
 }
 
-TEST_F(EventsTest, DebugLinesHoldTheTenNewest) {
-  for (int i = 0; i < 12; ++i) AddEventLine("line " + std::to_string(i));
-  EXPECT_EQ(DataCenter.DebugLines[0], "2026/03/10 12:00:00  line 11");
-  EXPECT_EQ(DataCenter.DebugLines[9], "2026/03/10 12:00:00  line 2");
-}
-
-TEST_F(EventsTest, BatteryThatRecoversWithoutMainsCancelsNothing) {
+TEST_F(EventsTest, OnlyWithMainsTheBatterysRecoveryCancels) {
   DataCenter.settings.BatLowSystemEnable = kSet;
   DataCenter.settings.BatLowSystemDelay = 5;
-  DataCenter.flags.Utility = DataCenter.flags.BatLow = kSet;
-  CheckUPSEvents();
-  EXPECT_TRUE(SystemCountdown().IsLoaded());
-  DataCenter.flags.BatLow = kClear;
-  CheckUPSEvents();
-  EXPECT_TRUE(SystemCountdown().IsLoaded());
-  DataCenter.flags.BatLow = kSet;
-  CheckUPSEvents();
+  DataCenter.flags.Utility = kSet;
+  for (const Flag low : {kSet, kClear, kSet}) {
+    DataCenter.flags.BatLow = low;
+    CheckUPSEvents();
+    EXPECT_TRUE(SystemCountdown().IsLoaded());
+  }
   EXPECT_EQ(EventRows(), (Rows{6, 7, 7}));
   Link.PendingCommand.clear();
   DataCenter.flags.Utility = kClear;  // mains return while the battery is still low
@@ -105,6 +93,13 @@ TEST_F(EventsTest, BatteryThatRecoversWithoutMainsCancelsNothing) {
   EXPECT_FALSE(SystemCountdown().IsLoaded());
   EXPECT_EQ(Link.PendingCommand, "C");
   EXPECT_EQ(EventRows(), (Rows{6, 7, 7, 8}));
+  for (const Flag low : {kClear, kSet, kClear}) {
+    Link.PendingCommand.clear();
+    DataCenter.flags.BatLow = low;
+    CheckUPSEvents();
+    EXPECT_EQ(SystemCountdown().IsLoaded(), low != kClear);
+  }
+  EXPECT_EQ(Link.PendingCommand, "C");
 }
 
 TEST_F(EventsTest, EachSwitchStartsItsOwnCountdown) {
@@ -131,17 +126,6 @@ TEST_F(EventsTest, EachSwitchStartsItsOwnCountdown) {
     }
     c.enabled = kClear;
   }
-}
-
-TEST_F(EventsTest, BatteryLowThatEndsOnMainsCancels) {
-  DataCenter.settings.BatLowSystemEnable = DataCenter.flags.BatLow = kSet;
-  DataCenter.settings.BatLowSystemDelay = 5;
-  CheckUPSEvents();
-  EXPECT_TRUE(SystemCountdown().IsLoaded());
-  DataCenter.flags.BatLow = kClear;
-  CheckUPSEvents();
-  EXPECT_FALSE(SystemCountdown().IsLoaded());
-  EXPECT_EQ(Link.PendingCommand, "C");
 }
 
 TEST_F(EventsTest, AFailedRowStopsNothingButEventsFourAndSix) {

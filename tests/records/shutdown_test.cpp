@@ -4,9 +4,8 @@
 #include "core/unit_commands.h"
 
 #include <stdlib.h>
-#include <unistd.h>
 
-#include <chrono>
+#include <algorithm>
 
 #include "core/data_center.h"
 #include "core/error_list.h"
@@ -20,6 +19,7 @@
 #include "records/shutdown/system_countdown.h"
 #include "records/shutdown/ups_countdown.h"
 #include "support/monitor_fixture.h"
+#include "support/serial_line.h"
 #include "texts/language.h"
 
 namespace varek {
@@ -40,15 +40,12 @@ class ShutdownTest : public test::MonitorTest {
 
   /// How often the shutdown command was started; waits for one that has just been.
   long Shutdowns(long expected) const {
-    const auto end = std::chrono::steady_clock::now() + std::chrono::seconds(10);
     long lines = 0;
-    while (std::chrono::steady_clock::now() < end) {
+    test::PumpUntil([&] {
       const std::string path = Folder() + "/down";
       const std::string text = platform::IsFile(path) ? platform::ReadWholeFile(path) : "";
-      lines = std::count(text.begin(), text.end(), '\n');
-      if (lines >= expected) break;
-      usleep(2000);
-    }
+      return (lines = std::ranges::count(text, '\n')) >= expected;
+    });
     return lines;
   }
 
@@ -112,11 +109,7 @@ TEST_F(ShutdownTest, AutosaveGetsTheLastTwoMinutes) {
   EXPECT_EQ(Started("Autosave.exe").size(), 1U);
   clock.Advance(10'000);
   EXPECT_EQ(started.size(), 1U);
-}
-
-TEST_F(ShutdownTest, AFailingSaveProgramDoesNotKeepTheCountdownFromItsEnd) {
-  DataCenter.settings.AutoSaveOnShutdown = kSet;
-  programsMissing = true;
+  programsMissing = true;  // one that fails does not keep the countdown from its end
   CloseDatabases();
   StartSystemShutdown(1);
   clock.Advance(61'000);
@@ -139,10 +132,8 @@ TEST_F(ShutdownTest, UPSCountdownCancelsThenSendsAndMirrorsTheCount) {
 
 TEST_F(ShutdownTest, CommandTextsAndHiddenHours) {
   struct Case {
-    int minutes;
-    int restart;
-    const char* command;
-    const char* label;
+    int minutes, restart;
+    const char *command, *label;
   };
   for (const Case& c : {Case{5, 9999, "S05R9999", "04:57"},
                         {90, 30, "S90R0030", "29:57"},
@@ -160,15 +151,19 @@ TEST_F(ShutdownTest, CommandTextsAndHiddenHours) {
 }
 
 TEST_F(ShutdownTest, TheCommandWaitsForAFreeSlot) {
-  poll.SetInterval(0);  // the link is down
-  StartUPSShutdown(2, kNoRestart);
-  clock.Advance(5000);
-  EXPECT_EQ(Link.PendingCommand, "C");
-  Link.PendingCommand.clear();
-  clock.Advance(100);
-  EXPECT_EQ(Link.PendingCommand, "S02");
-  clock.Advance(120'000);
-  EXPECT_EQ(EventRows(), Rows{9});  // the local count runs all the same
+  poll.SetInterval(0);
+  const std::pair<int, const char*> counts[] = {{2, "S02"}, {0, "S00"}};
+  for (const auto& [minutes, command] : counts) {
+    DataCenter.IsConnect = ToFlag(minutes == 0);
+    StartUPSShutdown(minutes, kNoRestart);
+    clock.Advance(1000);
+    EXPECT_EQ(Link.PendingCommand, "C");
+    Link.PendingCommand.clear();
+    clock.Advance(200);
+    EXPECT_EQ(Link.PendingCommand, command);
+    clock.Advance(120'000);  // the local count runs all the same
+  }
+  EXPECT_EQ(EventRows(), (Rows{9, 9}));
 }
 
 TEST_F(ShutdownTest, WithoutOutputNothingIsShutDown) {
@@ -218,12 +213,13 @@ TEST_F(ShutdownTest, ANewerRequestInsideTheWaitsWins) {
 }
 
 TEST_F(ShutdownTest, MainsFailureAndBatteryLowRunBothCountsToTheirEnds) {
-  DataCenter.settings.PowerFailSystemEnable = DataCenter.settings.PowerFailUPSEnable = kSet;
-  DataCenter.settings.PowerFailSystemDelay = 1;
-  DataCenter.settings.PowerFailUPSDelay = 3;
-  DataCenter.settings.BatLowSystemEnable = DataCenter.settings.BatLowUPSEnable = kSet;
-  DataCenter.settings.BatLowSystemDelay = 2;
-  DataCenter.settings.BatLowUPSDelay = 4;
+  Settings& settings = DataCenter.settings;
+  settings.PowerFailSystemEnable = settings.PowerFailUPSEnable = kSet;
+  settings.BatLowSystemEnable = settings.BatLowUPSEnable = kSet;
+  settings.PowerFailSystemDelay = 1;
+  settings.BatLowSystemDelay = 2;
+  settings.PowerFailUPSDelay = 3;
+  settings.BatLowUPSDelay = 4;
   DataCenter.flags.Utility = kSet;
   CheckUPSEvents();
   EXPECT_EQ(EventRows(), Rows{6});
@@ -275,18 +271,6 @@ TEST_F(ShutdownTest, NothingEndsBeforeTheUPSIsTold) {
   int64_t ended = 0;
   AfterUPSOrder("end", [&] { ended = 1; }).Begin();
   EXPECT_EQ(ended, 1) << "nothing to wait for";
-}
-
-TEST_F(ShutdownTest, ACountOfNoMinutesSendsItsCommandAllTheSame) {
-  DataCenter.IsConnect = kSet;
-  poll.SetInterval(0);
-  StartUPSShutdown(0, kNoRestart);
-  clock.Advance(1000);  // "C" is still in the slot
-  EXPECT_EQ(EventRows(), Rows{});
-  Link.PendingCommand.clear();
-  clock.Advance(200);
-  EXPECT_EQ(Link.PendingCommand, "S00");
-  EXPECT_EQ(EventRows(), Rows{9});
 }
 
 }  // namespace

@@ -1,19 +1,19 @@
-// The saves before a shutdown, and the hint that they can be set up, as processes in a folder of
-// their own.
-#include <gtest/gtest.h>
+// The saves before a shutdown, and the hint that they can be set up, as processes.
 #include <unistd.h>
 
-#include "sidecars/shell_fixture.h"
+#include "sidecars/sidecar_fixture.h"
 
 namespace varek {
 namespace {
 
-class AutosaveTest : public test::ShellTest {
+class AutosaveTest : public test::SidecarTest {
  protected:
+  AutosaveTest() : SidecarTest({"Autosave", "ShowAutoSave"}) {}
+
   /// Runs `lines`, then the program; what its log says, without the times.
   std::string Log(const std::string& lines, const std::string& limits = "") const {
-    return Run(lines + "\n" + limits +
-               " timeout 60 ./Autosave; cut -c21- autosave.log; rm autosave.log");
+    return Shell(lines + "\n" + limits +
+                 " timeout 60 ./Autosave; cut -c21- autosave.log; rm autosave.log");
   }
 };
 
@@ -37,7 +37,7 @@ echo true >autosave.d/35-headless; chmod 755 autosave.d/35-headless)sh"),
             "9-c: started\n9-c: ended by signal 9\n"
             "B: started\nB: ended with status 0\n"
             "a: started\na: ended with status 0\n");
-  EXPECT_EQ(Run("cat order"), "a\nb\nB\n0\n");
+  EXPECT_EQ(Shell("cat order"), "a\nb\nB\n0\n");
 }
 
 TEST_F(AutosaveTest, AFolderThatOthersCouldFillIsRefused) {
@@ -63,7 +63,7 @@ job 2-next 'echo next >>order')sh",
                 "VAREK_AUTOSAVE_JOB=1"),
             "1-deaf: started\n1-deaf: stopped, it took longer than 1 s\n"
             "2-next: started\n2-next: ended with status 0\n");
-  EXPECT_EQ(Run("cat order; await '! cat /proc/$(cat deaf)/cmdline | tr -d \"\\0\" | grep -q .'"),
+  EXPECT_EQ(Shell("cat order; await '! cat /proc/$(cat deaf)/cmdline | tr -d \"\\0\" | grep -q .'"),
             "saved\nnext\n");
   EXPECT_EQ(Log("", "VAREK_AUTOSAVE_JOB=soon VAREK_AUTOSAVE_TOTAL=1"),
             "VAREK_AUTOSAVE_JOB: not a number from 1 to 3600, 30 is taken\n"
@@ -79,7 +79,7 @@ job 1-long 'touch begun; while [ ! -e end ]; do sleep 0.1; done'
 }
 
 TEST_F(AutosaveTest, TheHintIsGivenOnceInASession) {
-  EXPECT_EQ(Run(R"sh(
+  EXPECT_EQ(Shell(R"sh(
 display
 hint() { ./ShowAutoSave & hint=$!; await '[ $(windows) -eq 1 ] || ! kill -0 $hint 2>/dev/null'
          echo $1 $(windows); kill $hint 2>/dev/null; wait $hint; }

@@ -65,17 +65,15 @@ class TrayTest : public test::MonitorTest {
     Tray = TrayRecord();
     std::filesystem::remove_all(Folder() + "/image");
     std::filesystem::create_directory(Folder() + "/image");
-    for (int stage = 0; stage <= 8; ++stage) Write(stage, IconFile(stage));
+    for (int stage = 0; stage <= 8; ++stage) {
+      std::ofstream(Path(stage), std::ios::binary) << IconFile(stage);
+    }
   }
   ~TrayTest() override { Tray = TrayRecord(); }
 
   std::string Path(int stage) const {
     return Folder() + "/image/Ico" + std::to_string(stage) + ".ico";
   }
-  void Write(int stage, const std::string& bytes) {
-    std::ofstream(Path(stage), std::ios::binary) << bytes;
-  }
-
   /// The tray is up only behind the start, whose port search takes seconds.
   void Start() {
     desktop.isThere = false;
@@ -109,12 +107,11 @@ TEST_F(TrayTest, EachChangeOfStageChangesPictureAndTipOnce) {
   clock.Advance(1000);  // a link that is up with the icon is seen at once
   EXPECT_EQ(desktop.calls, (Calls{kFirst, "modify 0 Varek(Normal)"}));
   DataCenter.readings.BatteryVoltage = 0;
-  struct Case {
+  const struct {
     Flag& flag;
     Flag value;
     const char* change;
-  };
-  const Case cases[] = {
+  } cases[] = {
       {DataCenter.IsConnect, kSet, "modify 2 Varek(Battery charging)"},
       {DataCenter.flags.TestProgress, kSet, "modify 3 Varek(Battery test running)"},
       {DataCenter.flags.UPSFailed, kSet, "modify 5 Varek(UPS fault)"},
@@ -123,7 +120,7 @@ TEST_F(TrayTest, EachChangeOfStageChangesPictureAndTipOnce) {
       {DataCenter.readings.LoadPercent, 101, "modify 6 Varek(Overload)"},
       {DataCenter.IsConnect, kClear, "modify 1 Varek(No link to the UPS)"},
   };
-  for (const Case& c : cases) {
+  for (const auto& c : cases) {
     desktop.calls.clear();
     c.flag = c.value;
     CheckUPSEvents();
