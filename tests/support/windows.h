@@ -1,6 +1,5 @@
-// What tests of windows share: what a person does with the mouse and the keyboard, and how a test
-// finds what the person sees. Events go to the control itself, so no display is needed. The
-// toolkit's controls and the state come with it.
+// What tests of windows share: what a person does and sees. Events go to the control itself, so no
+// display is needed. The toolkit's controls and the state come with it.
 #pragma once
 
 #include <QtWidgets>
@@ -42,7 +41,6 @@ void Wheel(QWidget& widget);
 void Click(QWidget& widget, QPointF at);
 void Click(QWidget& widget);
 
-/// Presses and releases a key, and settles.
 void Key(QWidget& widget, int key, Qt::KeyboardModifiers modifiers = {}, const QString& text = {});
 /// One key for each character; "\b" is Backspace.
 void Type(QWidget& widget, const char* characters);
