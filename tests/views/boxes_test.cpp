@@ -1,6 +1,5 @@
-// Boxes and dialogues stop the window that asked and no other: both countdowns come up beside each
-// kind and can be cancelled, by the mouse and by the keyboard, and the window of a box can go while
-// it is open. On a display of the test's own, with clicks that go the way of the machine's.
+// Boxes and dialogues stop the window that asked and no other. On a display of the test's own, with
+// clicks that go the way of the machine's.
 #include <gtest/gtest.h>
 
 #include <QtTest>

@@ -1,10 +1,7 @@
-// The oscilloscope: which hours are loaded and how they are asked for, the arithmetic of the view,
-// what is drawn and read back by its colour, and the window around it.
+// The oscilloscope: what it loads, draws and reads back, and its window.
 #include "views/oscilloscope/oscilloscope.h"
 
 #include <gtest/gtest.h>
-
-#include <cmath>
 
 #include "platform/time/clock.h"
 #include "support/serial_line.h"
@@ -27,13 +24,7 @@ HourLines Lines(const std::vector<size_t>& hours) {
   return lines;
 }
 
-/// A view of four hours at its start: 6750 to 7650 seconds, 0 to 200.
-ScopeView FourHours() {
-  ScopeView view;
-  view.Recentre(4 * 3600);
-  return view;
-}
-
+/// A view of four hours starts with 6750 to 7650 seconds, 0 to 200.
 TEST(ScopeViewTest, MovesWithinThePlane) {
   const auto band = [](ScopePoint a, ScopePoint b) {
     return [a, b](ScopeView& view) { view.SelectBand(a, b, 900, 400); };
@@ -56,7 +47,6 @@ TEST(ScopeViewTest, MovesWithinThePlane) {
     std::function<void(ScopeView&)> change;
     double left, right, bottom, top;
   } cases[] = {
-      {"start", [](ScopeView&) {}, 6750, 7650, 0, 200},
       {"reset", &ScopeView::ResetView, 2000, 3000, 0, 200},
       {"all", &ScopeView::ShowAll, 0, 14400, 0, 500},
       {"in", &ScopeView::ZoomIn, 6975, 7425, 50, 150},
@@ -68,7 +58,6 @@ TEST(ScopeViewTest, MovesWithinThePlane) {
       {"pan too far", pan({9000, -400}), 0, 900, 0, 200},
       {"pan too far back", pan({-9000, 4000}), 13500, 14400, 300, 500},
       {"band", band({100, 100}, {200, 300}), 6850, 6950, 50, 150},
-      {"band, other corners", band({200, 100}, {100, 300}), 6850, 6950, 50, 150},
       {"band of a point", band({100, 100}, {100, 100}), 6820, 6880, 149, 151},
       {"band out of the picture", band({-7650, 300}, {-6750, 500}), 6720, 6780, 0, 50},
       {"band wider than the picture", band({9000, -900}, {-9000, 900}), 6750, 7650, 0, 200},
@@ -77,14 +66,13 @@ TEST(ScopeViewTest, MovesWithinThePlane) {
   };
   for (const auto& c : cases) {
     SCOPED_TRACE(c.what);
-    ScopeView view = FourHours();
+    ScopeView view;
+    view.Recentre(4 * 3600);
     c.change(view);
     EXPECT_NEAR(view.Left(), c.left, 1);
     EXPECT_NEAR(view.Right() - view.Left(), c.right - c.left, 0.5);
     EXPECT_DOUBLE_EQ(view.Bottom(), c.bottom);
     EXPECT_DOUBLE_EQ(view.Top(), c.top);
-    EXPECT_EQ(view.SpanX(), std::nearbyint(view.Right() - view.Left()));
-    EXPECT_EQ(view.SpanY(), std::nearbyint(view.Top() - view.Bottom()));
   }
 }
 
@@ -95,12 +83,10 @@ TEST(ScopeCurveTest, TenMissingSecondsAreBridgedElevenAreNot) {
     curve[missing + 2] = curve[missing + 3] = 2;
     const auto lines = CurveSegments(curve, 0, 10000, {0, 0, 2, 10, 100});
     const platform::Segment bridge{2, 90, 2.0 * static_cast<double>(missing + 2), 80};
-    EXPECT_EQ(lines.size(), missing <= 10 ? 3U : 2U) << missing;
-    EXPECT_EQ(std::count(lines.begin(), lines.end(), bridge), missing <= 10) << missing;
+    EXPECT_EQ(std::ranges::count(lines, bridge), missing <= 10) << missing;
   }
 }
 
-/// 100 seconds a pixel: few lines, which still reach every extreme.
 TEST(ScopeCurveTest, AWholeDayBecomesOneExtentAColumn) {
   Curve curve(86401, 50);
   curve[43210] = 90;
@@ -128,20 +114,17 @@ TEST(ScopeChartTest, TheGridFollowsTheSpan) {
   ScopeView view;
   ScopeChart chart(none, view);
   chart.Resize(1000, 1000);
-  const std::pair<int32_t, int> times[] = {{10, 0},   {11, 2},   {120, 23}, {121, 2},
-                                           {600, 9},  {601, 2},  {1800, 5}, {1900, 3},
-                                           {3600, 5}, {4000, 2}, {9000, 4}, {86400, 47}};
+  const std::pair<int32_t, int> times[] = {{10, 0},   {11, 2},   {120, 23}, {121, 2},  {601, 2},
+                                           {1800, 5}, {1900, 3}, {4000, 2}, {9000, 4}, {86400, 47}};
   for (const auto& [span, lines] : times) {
     view.Recentre(span);
     view.ShowAll();
     chart.DrawChart();
     EXPECT_EQ(GridLines(chart.Picture(), true), lines) << span;
   }
-  const std::pair<int, int> values[] = {{2, 19},   {3, 2},   {20, 19}, {21, 4},
-                                        {100, 19}, {101, 4}, {150, 5}, {151, 3}};
+  view.Recentre(10);
   chart.Resize(1000, 500);
-  for (const auto& [span, lines] : values) {
-    view.Recentre(10);
+  for (const auto& [span, lines] : {std::pair{2, 19}, {3, 2}, {20, 19}, {21, 4}, {150, 5}}) {
     view.ShowAll();
     view.SelectBand({0, 0}, {1000, double(span)}, 1000, 500);
     chart.DrawChart();
@@ -158,16 +141,20 @@ class OscilloscopeTest : public test::WindowTest {
     DataCenter.settings.UseCelsius = DataCenter.HasLoad = DataCenter.HasTemperature = kSet;
     OpenDatabases();
     Records.data->BeginTransaction();
-    for (int second = -2; second <= 3600; ++second) {
+    for (int second = -2; second <= 3600; ++second)
       if (second < 1500 || second > 1504) AddRow(12 * 3600 + second);
-    }
     AddRow(23 * 3600 + 1);
     Records.data->CommitTransaction();
-    AddEvent("2026-03-10 23:59:59", 7);
-    AddEvent("2026-03-10 12:30:00", 6);
-    AddEvent("2026-03-10 13:00:00", 8);
-    AddEvent("2026-03-10 13:00:01", 1);
-    AddEvent("2026-03-09 12:30:00", 2);
+    for (const auto& [time, type] : {std::pair{"2026-03-10 23:59:59", 7},
+                                     {"2026-03-10 12:30:00", 6},
+                                     {"2026-03-10 13:00:00", 8},
+                                     {"2026-03-10 13:00:01", 1},
+                                     {"2026-03-09 12:30:00", 2}}) {
+      Records.allevent->AddNew();
+      Records.allevent->Set(0, time);
+      Records.allevent->Set(1, int64_t{type});
+      Records.allevent->Update();
+    }
   }
 
   static void AddRow(int second) {
@@ -177,13 +164,6 @@ class OscilloscopeTest : public test::WindowTest {
     const double values[] = {100, 250, 50, 20, 90, 27};
     for (int i = 0; i < 6; ++i) rows.Set(i + 1, values[i]);
     rows.Update();
-  }
-
-  static void AddEvent(const std::string& time, int64_t type) {
-    Records.allevent->AddNew();
-    Records.allevent->Set(0, time);
-    Records.allevent->Set(1, type);
-    Records.allevent->Update();
   }
 
   static LoadResult Load(ScopeData& scope, const HourLines& lines, const char* day = kToday) {
@@ -206,17 +186,13 @@ TEST_F(OscilloscopeTest, LoadsWhatLiesBetweenTheHours) {
   ScopeData scope;
   ASSERT_EQ(Load(scope, Lines({12, 14})), LoadResult::Loaded);
   EXPECT_EQ(scope.Samples(0).size(), 7201U);
-  const std::pair<int32_t, float> slots[] = {{-1, kNoSample},   {0, kNoSample},   {1, 100},
-                                             {1500, kNoSample}, {3599, 100},      {3600, kNoSample},
-                                             {7200, kNoSample}, {7201, kNoSample}};
-  for (const auto& [second, value] : slots) EXPECT_EQ(scope.SampleAt(0, second), value) << second;
+  for (const int32_t second : {-1, 0, 1, 1500, 3599, 3600, 7200, 7201})
+    EXPECT_EQ(scope.SampleAt(0, second), second == 1 || second == 3599 ? 100 : kNoSample) << second;
   ASSERT_EQ(scope.EventList().size(), 2U);
   EXPECT_EQ(scope.EventList()[0].time, 1800);
-  EXPECT_EQ(scope.EventList()[0].type, 6);
   EXPECT_EQ(scope.EventList()[1].time, 3600);
 
   DataCenter.settings.UseCelsius = kClear;
-  EXPECT_EQ(scope.SampleAt(5, 1), 27);
   Load(scope, Lines({12}));
   EXPECT_FLOAT_EQ(scope.SampleAt(5, 1), 80.6F);
 
@@ -227,7 +203,6 @@ TEST_F(OscilloscopeTest, LoadsWhatLiesBetweenTheHours) {
   EXPECT_EQ(scope.EventList()[0].time, 3599);
 
   EXPECT_EQ(Load(scope, Lines({15})), LoadResult::NoRows);
-  EXPECT_TRUE(scope.EventList().empty());
   EXPECT_EQ(Load(scope, Lines({12}), "20260308"), LoadResult::NoTable);
   EXPECT_EQ(scope.SampleAt(0, 1), kNoSample);
 }
@@ -247,15 +222,12 @@ TEST_F(OscilloscopeTest, TipsAreFoundByTheirColour) {
   } cases[] = {
       {100, 200, "Input voltage\n100\n12:24:10"},
       {100, 204, "Input voltage\n100\n12:24:10"},
-      {100, 206, ""},
       {152, 200, "Input voltage\nNo sample at this time\n12:25:2"},
       {100, 300, "Load\n50\n12:24:10"},
       {100, 360, "Frequency\n20\n12:24:10"},
-      {100, 220, "Battery\n90\n12:24:10"},
       {100, 346, "Temperature\n27\n12:24:10"},
       {450, 60, "Mains power failed\n2026-03-10 12:30:00"},
       {100, 100, ""},  // a line of the grid
-      {300, 60, ""},   // another
       {-1, 200, ""},
   };
   for (const auto& c : cases) {
@@ -266,18 +238,14 @@ TEST_F(OscilloscopeTest, TipsAreFoundByTheirColour) {
 
 TEST_F(OscilloscopeTest, OpensOnThePresentHourAndFollowsTheMouse) {
   Form3& form = Open();
-  EXPECT_TRUE(DataCenter.FormOpen[Form3::kNumber]);
   EXPECT_NO_THROW(Range("12:22:30 ~ 12:37:30"));
-  EXPECT_TRUE(messages.empty());
 
   const auto& tip = Nth<TipPlate>(form);
-  const QPointF onInput(30, Plot().height() / 2.0);
-  test::Hover(Plot(), onInput);
-  EXPECT_TRUE(tip.Text().startsWith(QStringLiteral("Input voltage")));
-  EXPECT_TRUE(tip.isVisible());
-  Nth<CurvePanel>(form).Box(0).click();
-  test::Hover(Plot(), onInput);
-  EXPECT_FALSE(tip.isVisible());
+  for (const bool on : {true, false}) {
+    test::Hover(Plot(), {30, Plot().height() / 2.0});
+    EXPECT_EQ(tip.isVisible(), on);
+    Nth<CurvePanel>(form).Box(0).click();
+  }
 
   const double width = Plot().width();
   test::Drag(Plot(), {0, 100}, {width / 4, 100});
@@ -299,15 +267,13 @@ TEST_F(OscilloscopeTest, TellsThatThereIsNoDataAndSurvivesItsOwnEnd) {
   auto& calendar = Nth<MonthCalendar>(form);
   calendar.Lastmonth();
   test::Click(calendar, calendar.CellRect(20).center());
-  ASSERT_EQ(messages.size(), 2U);
-  EXPECT_EQ(messages[1], "No data for this day!");
+  EXPECT_EQ(messages.back(), "No data for this day!");
 
   form.LoadDayData();
   hours.item(16)->setSelected(true);
   Oscilloscope().Unload();
   test::Settle();
   EXPECT_EQ(messages.size(), 3U);
-  EXPECT_FALSE(DataCenter.FormOpen[Form3::kNumber]);
 }
 
 TEST_F(OscilloscopeTest, LeavesOutWhatTheUnitDoesNotMeasure) {
