@@ -12,6 +12,7 @@ int HistoryRows::ColumnCount() const { return rows_->FieldCount(); }
 
 std::vector<std::string> HistoryRows::ColumnNames() const {
   std::vector<std::string> names;
+  names.reserve(static_cast<size_t>(ColumnCount()));
   for (int column = 0; column < ColumnCount(); ++column) names.push_back(rows_->FieldName(column));
   return names;
 }
