@@ -13,6 +13,7 @@ namespace varek {
 
 const std::string kNotLink = "Not Link";
 const std::string kNoResponse = "no response";
+constexpr char kOneMinuteTest[] = "T1";  ///< the only timed test that USB takes
 
 UsbRecord Usb;
 
@@ -53,7 +54,9 @@ std::optional<Frame> FrameFor(const std::string& command) {
   for (const char* query : {commands::kStatus, commands::kRating, commands::kIdentification}) {
     if (command == query) return Frame{Kind::Query, command};
   }
-  for (const char* order : {"T", "TL", "T1", "Q", "C", "CT"}) {
+  for (const char* order :
+       {commands::kShortTest, commands::kTestUntilLow, kOneMinuteTest, commands::kToggleBeeper,
+        commands::kStopShutdown, commands::kStopTest}) {
     if (command == order) return Frame{Kind::Order, command};
   }
   return {};

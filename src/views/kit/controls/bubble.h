@@ -6,8 +6,7 @@
 
 namespace varek {
 
-/// The frame (`Picture6`) with its text (`Label7`): 15 from the left, 5 from the top, as large as
-/// the text needs.
+/// The frame with its text: 15 from the left, 5 from the top, as large as the text needs.
 class Bubble final : public QLabel {
  public:
   explicit Bubble(QWidget* parent);
